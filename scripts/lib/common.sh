@@ -1,0 +1,45 @@
+# Sourced by every script here: where the project lies, how a script speaks, how it installs.
+
+set -euo pipefail
+
+top=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+cd "$top"
+
+say() { printf '%s: %s\n' "$(basename "$0")" "$*"; }
+
+# Ends the script with one clear sentence.
+die() {
+  printf '%s: %s\n' "$(basename "$0")" "$*" >&2
+  exit 1
+}
+
+# Runs a command as root: as it is for root, through sudo for everybody else.
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then
+    "$@"
+  elif command -v sudo >/dev/null; then
+    sudo "$@"
+  else
+    die "this step needs root: run it as root, or install sudo ($*)"
+  fi
+}
+
+# Prints those of the given Debian packages that aren't installed.
+missing_packages() {
+  local name
+  for name in "$@"; do
+    [ "$(dpkg-query -W -f '${db:Status-Status}' "$name" 2>/dev/null)" = installed ] || printf '%s\n' "$name"
+  done
+}
+
+# Installs those of the given Debian packages that are missing; says nothing when there are none.
+install_packages() {
+  local missing
+  mapfile -t missing < <(missing_packages "$@")
+  [ "${#missing[@]}" -eq 0 ] && return 0
+  command -v apt-get >/dev/null || die "these packages are missing, and this system has no apt-get: ${missing[*]}"
+  say "installing ${missing[*]}"
+  as_root apt-get update -qq || die "the package lists could not be updated; is there a network?"
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null ||
+    die "these packages could not be installed: ${missing[*]}"
+}

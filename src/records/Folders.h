@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+#include <QUuid>
+
+/// Where everything lives on disk. Every other place obtains a path here and never builds one itself.
+///
+/// All state lies in one folder, "Ostrelin" in the person's application data folder.
+
+QString applicationFolder();
+QString modelsFolder();
+QString chatsFolder();
+QString pagesFolder();
+QString schedulesFile();
+QString memoryFile();
+QString enginePidFile();
+QString settingsFile();
+
+/// The index of the chat store, and the file of one chat: its upper-case UUID and ".json".
+QString chatIndexFile();
+QString chatFile(const QUuid &id);
+
+/// Creates the application folder, then models/, then chats/, and marks models/ as excluded from
+/// backup. Stops at the first failure and throws FileError.
+void ensureFolders();

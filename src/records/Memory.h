@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+/// The text of memory.md, the person's memory file; any failure gives an empty string.
+QString readMemory();
+
+/// Writes memory.md atomically as UTF-8, creating the application folder first. Failures are swallowed.
+void writeMemory(const QString &text);
+
+/// `existing` with one more line, "- " and the fact, both trimmed. No line feed ends the result.
+QString appendingMemoryFact(const QString &existing, const QString &fact);
