@@ -13,8 +13,12 @@ public:
 };
 
 /// Replaces the file at `path` by `bytes` so that a crash leaves the old or the new file, never a
-/// part: a temporary file in the same folder, flushed to the disk, then renamed over it. Throws
-/// FileError; the old file is then still whole. Any thread.
+/// part: a temporary file in the same folder, flushed to the disk, then renamed over it.
+///
+/// A file that stands keeps its mode; a new one is for its owner's eyes only. Where `path` is a symbolic
+/// link, the link stays and the file that it leads to is replaced; a link that leads nowhere is replaced
+/// itself. Throws FileError and leaves no temporary file; the old file is then still whole, or, if only
+/// the flush of the folder failed, the new one. Any thread.
 void writeAtomically(const QString &path, const QByteArray &bytes);
 
 /// The bytes of the file at `path`; nothing if it can't be read. Any thread.

@@ -30,7 +30,4 @@ public:
 
     /// Replaces the index by these rows, in this order.
     void writeIndex(const QList<ConversationSummary> &summaries) const;
-
-private:
-    QList<ConversationSummary> indexRows() const;
 };

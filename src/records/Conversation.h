@@ -5,16 +5,25 @@
 #include <QString>
 #include <QUuid>
 
+#include <array>
 #include <optional>
 
 /// The value records of a chat. They are plain values: copied whole, equal when all fields are equal.
-/// Their JSON form is in ConversationCoding.h.
+/// Their JSON form is in ConversationCoding.h, and the names of cases come by CaseNames.h.
 
 /// Who speaks in a message.
 enum class Role { system, user, assistant, tool };
 
+constexpr std::array<QStringView, 4> caseNames(Role) {
+    return {u"system", u"user", u"assistant", u"tool"};
+}
+
 /// How far a web search that a message carries has come.
 enum class SearchStatus { asked, allowed, denied };
+
+constexpr std::array<QStringView, 3> caseNames(SearchStatus) {
+    return {u"asked", u"allowed", u"denied"};
+}
 
 /// One call that the model made. `arguments` is the raw JSON text as the model produced it.
 struct ToolCall {
@@ -65,14 +74,14 @@ struct PageSnapshot {
 struct Message {
     QUuid id;
     Role role = Role::user;
-    QString content;                              ///< the visible text
-    std::optional<QString> reasoning;             ///< what the model streamed apart from the answer
-    std::optional<QList<ToolCall>> toolCalls;     ///< absent and empty are different things on disk
-    std::optional<QString> toolCallId;            ///< on a tool message: the call that it answers
+    QString content;                          ///< the visible text
+    std::optional<QString> reasoning;         ///< what the model streamed apart from the answer
+    std::optional<QList<ToolCall>> toolCalls; ///< absent and empty are different things on disk
+    std::optional<QString> toolCallId;        ///< on a tool message: the call that it answers
     std::optional<SearchEvent> searchEvent;
     std::optional<QList<Attachment>> attachments;
     std::optional<PageSnapshot> page;
-    std::optional<bool> pageFailed;               ///< a page was expected, and none could be made
+    std::optional<bool> pageFailed; ///< a page was expected, and none could be made
 
     bool operator==(const Message &) const = default;
 };

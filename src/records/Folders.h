@@ -20,6 +20,10 @@ QString settingsFile();
 QString chatIndexFile();
 QString chatFile(const QUuid &id);
 
+/// Creates a folder, and those above it that are missing; a new one is for its owner's eyes only. One
+/// that stands is left as it is. Throws FileError.
+void ensureFolder(const QString &path);
+
 /// Creates the application folder, then models/, then chats/, and marks models/ as excluded from
 /// backup. Stops at the first failure and throws FileError.
 void ensureFolders();

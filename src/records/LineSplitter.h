@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <mutex>
+#include <optional>
 
 class RingBuffer;
 
@@ -15,6 +16,10 @@ public:
     void feed(QByteArrayView chunk, RingBuffer &target);
 
 private:
+    void append(const QString &text);
+    std::optional<QString> takeLine();
+
     std::mutex m_lock;
     QString m_leftover;
+    qsizetype m_taken = 0; ///< how much of the leftover has been handed on as lines
 };

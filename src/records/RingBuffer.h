@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <deque>
 #include <mutex>
 
 /// The last 500 lines of a log, each cut to its first 2,000 characters. Any thread.
@@ -18,5 +19,5 @@ public:
 
 private:
     mutable std::mutex m_lock;
-    QStringList m_lines;
+    std::deque<QString> m_lines;
 };

@@ -2,17 +2,39 @@
 
 #include "records/ModelTier.h"
 
+#include <array>
+
 /// When the model may search the web.
 enum class SearchMode { off, ask, always };
+
+constexpr std::array<QStringView, 3> caseNames(SearchMode) {
+    return {u"off", u"ask", u"always"};
+}
 
 /// How hard the engine works on a reply.
 enum class ResponseSpeed { full, calm, slowYourRoll };
 
+constexpr std::array<QStringView, 3> caseNames(ResponseSpeed) {
+    return {u"full", u"calm", u"slowYourRoll"};
+}
+
 enum class Theme { lightBlue, pink, crispWhite, gray, nearBlack, softGreen };
+
+constexpr std::array<QStringView, 6> caseNames(Theme) {
+    return {u"lightBlue", u"pink", u"crispWhite", u"gray", u"nearBlack", u"softGreen"};
+}
 
 enum class TextSize { small, medium, large, extraLarge };
 
+constexpr std::array<QStringView, 4> caseNames(TextSize) {
+    return {u"small", u"medium", u"large", u"extraLarge"};
+}
+
 enum class TypeFace { sans, serif };
+
+constexpr std::array<QStringView, 2> caseNames(TypeFace) {
+    return {u"sans", u"serif"};
+}
 
 /// The person's preferences; the content of settings.json.
 struct Settings {

@@ -1,0 +1,131 @@
+#include "platform/AtomicFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+[[noreturn]] void refuse(const QByteArray &path, int reason) {
+    throw FileError(path.toStdString() + ": " + std::strerror(reason));
+}
+
+/// An open file descriptor.
+class Descriptor {
+public:
+    explicit Descriptor(int number) : m_number(number) {}
+    ~Descriptor() {
+        if (m_number >= 0)
+            ::close(m_number);
+    }
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+
+    int number() const { return m_number; }
+
+private:
+    int m_number;
+};
+
+/// A new file beside its destination, which it either becomes or vanishes from.
+class TemporaryFile {
+public:
+    explicit TemporaryFile(const QByteArray &folder)
+        : m_path(folder + '/' + unpredictableName()),
+          m_file(::open(m_path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600)) {
+        if (m_file.number() < 0)
+            refuse(m_path, errno);
+    }
+    ~TemporaryFile() {
+        if (!m_moved)
+            ::unlink(m_path.constData());
+    }
+    TemporaryFile(const TemporaryFile &) = delete;
+    TemporaryFile &operator=(const TemporaryFile &) = delete;
+
+    void write(const QByteArray &bytes) {
+        const char *next = bytes.constData();
+        for (qsizetype left = bytes.size(); left > 0;) {
+            const ssize_t written = ::write(m_file.number(), next, static_cast<size_t>(left));
+            if (written < 0 && errno == EINTR)
+                continue;
+            if (written < 0)
+                refuse(m_path, errno);
+            next += written;
+            left -= written;
+        }
+    }
+
+    void takeModeOf(const QByteArray &path) {
+        struct stat status {};
+        if (::stat(path.constData(), &status) == 0 && ::fchmod(m_file.number(), status.st_mode & 07777) != 0)
+            refuse(m_path, errno);
+    }
+
+    void flush() {
+        if (::fsync(m_file.number()) != 0)
+            refuse(m_path, errno);
+    }
+
+    void moveTo(const QByteArray &path) {
+        if (::rename(m_path.constData(), path.constData()) != 0)
+            refuse(path, errno);
+        m_moved = true;
+    }
+
+private:
+    static QByteArray unpredictableName() {
+        QRandomGenerator *random = QRandomGenerator::system();
+        return ".ostrelin-" + QByteArray::number(random->generate64(), 16) +
+               QByteArray::number(random->generate64(), 16) + ".tmp";
+    }
+
+    QByteArray m_path;
+    Descriptor m_file;
+    bool m_moved = false;
+};
+
+void flushFolder(const QByteArray &folder) {
+    const Descriptor opened(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (opened.number() < 0)
+        refuse(folder, errno);
+    // Some file systems can't flush a folder and say so with EINVAL; there is nothing more to do then.
+    if (::fsync(opened.number()) != 0 && errno != EINVAL)
+        refuse(folder, errno);
+}
+
+} // namespace
+
+void writeAtomically(const QString &path, const QByteArray &bytes) {
+    const QString resolved = QFileInfo(path).canonicalFilePath();
+    const QString destination = resolved.isEmpty() ? path : resolved;
+    const QByteArray name = QFile::encodeName(destination);
+    const QByteArray folder = QFile::encodeName(QFileInfo(destination).absolutePath());
+    {
+        TemporaryFile file(folder);
+        file.write(bytes);
+        file.takeModeOf(name);
+        file.flush();
+        file.moveTo(name);
+    }
+    flushFolder(folder);
+}
+
+std::optional<QByteArray> readFile(const QString &path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return std::nullopt;
+    return bytes;
+}
