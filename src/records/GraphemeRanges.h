@@ -3,7 +3,7 @@
 #include "records/GraphemeClass.h"
 
 /// Which code points are of which class, in ascending order; one in no range is of the class Other.
-/// Precomposed Hangul isn't listed: it follows from arithmetic. Printed by scripts/grapheme-ranges from
+/// Precomposed Hangul isn't listed: it follows from arithmetic. Printed by scripts/unicode/ranges from
 /// the property Grapheme_Cluster_Break, joined with Extended_Pictographic, of Unicode 14.0.0.
 
 struct GraphemeRange {

@@ -1,0 +1,57 @@
+#include "client/ReplyStream.h"
+
+#include "client/LineReader.h"
+#include "client/ReplyStatus.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Turns the answer's bytes into chunks, on the network thread.
+class Producer : public HttpReceiver {
+public:
+    explicit Producer(std::shared_ptr<Channel<StreamChunk>> chunks) : m_chunks(std::move(chunks)) {}
+
+    Next head(int status) override {
+        const auto refusal = refusalOf(status);
+        if (!refusal)
+            return Next::goOn;
+        m_chunks->close(std::make_exception_ptr(*refusal));
+        return Next::hangUp;
+    }
+
+    void bytes(const QByteArray &piece) override {
+        m_lines.feed(piece);
+        while (const auto line = m_lines.next())
+            take(*line);
+    }
+
+    void end(std::optional<HttpError> error) override {
+        if (!error) {
+            if (const auto last = m_lines.rest())
+                take(*last);
+        }
+        m_chunks->close(error ? std::make_exception_ptr(*error) : nullptr);
+    }
+
+private:
+    void take(QByteArrayView line) {
+        std::optional<StreamChunk> chunk = parseStreamLine(line);
+        if (!chunk)
+            return;
+        const bool last = chunk->finishReason == u"done"_s;
+        m_chunks->push(std::move(*chunk));
+        if (last)
+            m_chunks->close();
+    }
+
+    std::shared_ptr<Channel<StreamChunk>> m_chunks;
+    LineReader m_lines;
+};
+
+} // namespace
+
+ReplyStream::ReplyStream(HttpRequest request)
+    : m_chunks(std::make_shared<Channel<StreamChunk>>()),
+      m_exchange(std::move(request), std::make_shared<Producer>(m_chunks)) {
+}

@@ -1,0 +1,79 @@
+#include "client/StreamChunk.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::optional<QString> text(const QJsonValue &value) {
+    return value.isString() ? std::optional(value.toString()) : std::nullopt;
+}
+
+qint64 integer(const QJsonValue &value) {
+    return value.isDouble() ? value.toInteger(0) : 0;
+}
+
+bool holdsOnlyObjects(const QJsonArray &array) {
+    return std::all_of(array.begin(), array.end(), [](const QJsonValue &item) { return item.isObject(); });
+}
+
+ToolCallDelta deltaOf(const QJsonObject &call) {
+    const QJsonObject function = call["function"_L1].toObject();
+    return {integer(call["index"_L1]), text(call["id"_L1]), text(function["name"_L1]),
+            text(function["arguments"_L1])};
+}
+
+QList<ToolCallDelta> deltasOf(const QJsonValue &toolCalls) {
+    const QJsonArray calls = toolCalls.toArray();
+    QList<ToolCallDelta> deltas;
+    if (holdsOnlyObjects(calls)) {
+        for (const QJsonValue &call : calls)
+            deltas.append(deltaOf(call.toObject()));
+    }
+    return deltas;
+}
+
+} // namespace
+
+std::optional<StreamChunk> parseStreamLine(QByteArrayView line) {
+    constexpr QByteArrayView field = "data:";
+    if (!line.startsWith(field))
+        return std::nullopt;
+    QByteArrayView data = line.sliced(field.size());
+    if (data.startsWith(' '))
+        data = data.sliced(1);
+    if (data == QByteArrayView("[DONE]"))
+        return StreamChunk{.content = {}, .reasoning = {}, .toolDeltas = {}, .finishReason = u"done"_s};
+
+    const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromRawData(data.data(), data.size()));
+    const QJsonArray choices = document.object()["choices"_L1].toArray();
+    if (choices.isEmpty() || !holdsOnlyObjects(choices))
+        return std::nullopt;
+    const QJsonObject choice = choices.first().toObject();
+    const QJsonObject delta = choice["delta"_L1].toObject();
+    return StreamChunk{.content = delta["content"_L1].toString(),
+                       .reasoning = delta["reasoning_content"_L1].toString(),
+                       .toolDeltas = deltasOf(delta["tool_calls"_L1]),
+                       .finishReason = text(choice["finish_reason"_L1])};
+}
+
+void ToolCallAssembler::ingest(const ToolCallDelta &delta) {
+    Partial &partial = calls[delta.index];
+    if (delta.id && !delta.id->isEmpty())
+        partial.id = *delta.id;
+    if (delta.name && !delta.name->isEmpty())
+        partial.name = *delta.name;
+    if (delta.arguments)
+        partial.arguments += *delta.arguments;
+}
+
+QList<ToolCall> ToolCallAssembler::finished() const {
+    QList<ToolCall> result;
+    for (const auto &[index, partial] : calls)
+        result.append({partial.id.isEmpty() ? u"call_"_s + QString::number(index) : partial.id, partial.name,
+                       partial.arguments});
+    return result;
+}

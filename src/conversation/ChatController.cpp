@@ -1,0 +1,89 @@
+#include "conversation/ChatController.h"
+
+#include "conversation/Turn.h"
+#include "platform/Clock.h"
+
+using namespace Qt::StringLiterals;
+
+ChatController::ChatController(ChatHost *host, Clock &clock, TurnPoints points, QObject *parent)
+    : QObject(parent), m_host(host), m_clock(clock), m_points(std::move(points)) {
+}
+
+ChatController::~ChatController() = default;
+
+void ChatController::send(const QString &text, Thinking think, const QList<Attachment> &attachments) {
+    const QString trimmed = text.trimmed();
+    if ((trimmed.isEmpty() && attachments.isEmpty()) || m_isGenerating)
+        return;
+    if (!m_conversation)
+        newChat();
+    const TurnRequest request{.question = UserMessage{trimmed, attachments}, .think = think};
+    m_generateTask = spawn([&](std::stop_token stop) { return generate(this, *m_conversation, request, stop); });
+}
+
+void ChatController::stop() {
+    m_generateTask.cancel();
+    m_generatingID.reset();
+    setStreamingID(std::nullopt);
+    setIsGenerating(false);
+}
+
+void ChatController::newChat() {
+    const Conversation chat = newConversation(now());
+    save(chat);
+    show(chat);
+    reloadSummaries();
+}
+
+void ChatController::runSchedule(const QString &name, const QString &prompt) {
+    if (m_isGenerating)
+        return;
+    Conversation chat = newConversation(now(), name.isEmpty() ? u"Scheduled run"_s : name);
+    chat.messages.append({.id = QUuid::createUuid(), .role = Role::user, .content = prompt});
+    show(chat);
+    save(chat);
+    reloadSummaries();
+    m_generateTask = spawn([&](std::stop_token stop) { return generate(this, chat, TurnRequest{}, stop); });
+}
+
+void ChatController::reloadSummaries() {
+    const QList<ConversationSummary> summaries = m_store.list();
+    if (m_summaries == summaries)
+        return;
+    m_summaries = summaries;
+    Q_EMIT summariesChanged();
+}
+
+QDateTime ChatController::now() const {
+    return QDateTime::fromSecsSinceEpoch(m_clock.now().toSecsSinceEpoch(), Qt::UTC);
+}
+
+void ChatController::publish(const Conversation &conversation) {
+    if (m_conversation && m_conversation->id == conversation.id)
+        show(conversation);
+}
+
+void ChatController::show(const Conversation &conversation) {
+    m_conversation = conversation;
+    Q_EMIT conversationChanged();
+}
+
+void ChatController::save(const Conversation &conversation) {
+    m_store.save(conversation);
+}
+
+void ChatController::resetTurn() {
+    m_generatingID.reset();
+    setStreamingID(std::nullopt);
+    setIsGenerating(false);
+}
+
+void ChatController::setIsGenerating(bool isGenerating) {
+    if (std::exchange(m_isGenerating, isGenerating) != isGenerating)
+        Q_EMIT isGeneratingChanged();
+}
+
+void ChatController::setStreamingID(const std::optional<QUuid> &id) {
+    if (std::exchange(m_streamingID, id) != id)
+        Q_EMIT streamingIDChanged();
+}

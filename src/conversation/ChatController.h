@@ -1,0 +1,88 @@
+#pragma once
+
+#include "conversation/ChatHost.h"
+#include "conversation/TurnPoints.h"
+#include "platform/Spawn.h"
+#include "records/ChatStore.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <optional>
+
+class Clock;
+
+/// The conversation engine: the one object that the chat screen talks to. It runs one turn at a time,
+/// from the sending of a message to the saved reply, with as many model requests in between as the
+/// tools need. A chat that isn't on screen goes on unseen. Main thread only.
+class ChatController : public QObject {
+    Q_OBJECT
+
+public:
+    /// `clock` must outlive this object; `host` need not.
+    ChatController(ChatHost *host, Clock &clock, TurnPoints points = {}, QObject *parent = nullptr);
+    ~ChatController() override;
+
+    /// The chat on screen.
+    const std::optional<Conversation> &conversation() const { return m_conversation; }
+
+    /// The rows of all chats, newest first.
+    const QList<ConversationSummary> &summaries() const { return m_summaries; }
+
+    /// True while a turn runs, whichever chat it belongs to.
+    bool isGenerating() const { return m_isGenerating; }
+
+    /// The assistant message that is being written now.
+    const std::optional<QUuid> &streamingID() const { return m_streamingID; }
+
+    /// The chat of the running turn, which need not be the one on screen.
+    const std::optional<QUuid> &generatingID() const { return m_generatingID; }
+
+    /// Sends the person's message and starts the turn. Does nothing if there is neither text nor an
+    /// attachment, or while a turn runs. Makes a new chat if none is on screen.
+    void send(const QString &text, Thinking think = Thinking::off, const QList<Attachment> &attachments = {});
+
+    /// Ends the running turn; the reply stays as far as it had come.
+    void stop();
+
+    /// Puts a new, empty chat on screen and on disk. A running turn goes on in its own chat.
+    void newChat();
+
+    /// Runs a scheduled prompt as a turn of its own in a new chat titled `name`, or "Scheduled run" if
+    /// that is empty. Does nothing while a turn runs.
+    void runSchedule(const QString &name, const QString &prompt);
+
+    /// Reads the rows of all chats anew.
+    void reloadSummaries();
+
+Q_SIGNALS:
+    void conversationChanged();
+    void summariesChanged();
+    void isGeneratingChanged();
+    void streamingIDChanged();
+
+private:
+    friend class Turn;
+
+    /// The present moment in whole seconds, which is what a chat's file keeps.
+    QDateTime now() const;
+
+    /// Shows the state of a turn's chat if that chat is on screen.
+    void publish(const Conversation &conversation);
+    void show(const Conversation &conversation);
+    void save(const Conversation &conversation);
+    void resetTurn();
+    void setIsGenerating(bool isGenerating);
+    void setStreamingID(const std::optional<QUuid> &id);
+
+    QPointer<ChatHost> m_host;
+    Clock &m_clock;
+    const TurnPoints m_points;
+    ChatStore m_store;
+    std::optional<Conversation> m_conversation;
+    QList<ConversationSummary> m_summaries;
+    bool m_isGenerating = false;
+    std::optional<QUuid> m_streamingID;
+    std::optional<QUuid> m_generatingID;
+    TaskHandle m_generateTask;
+};

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "conversation/ChatController.h"
+
+/// What the person says at the start of a turn.
+struct UserMessage {
+    QString text;
+    QList<Attachment> attachments;
+};
+
+/// What a turn is started with.
+struct TurnRequest {
+    std::optional<UserMessage> question; ///< to append; absent if the chat already ends with it
+    Thinking think = Thinking::off;      ///< of the first request
+    bool pageAccepted = false;           ///< the reply is to be a page
+};
+
+/// What one model request gives back to the turn.
+struct RoundResult {
+    enum class Kind { finished, failed, toolCalls };
+
+    Kind kind = Kind::finished;
+    QList<ToolCall> calls; ///< with toolCalls
+};
+
+#ifndef Q_MOC_RUN
+/// One turn on a chat: it works on its own copy, saves that, and shows it through the controller. Ends
+/// quietly when the controller goes away. Main thread.
+Task<> generate(ChatController *controller, Conversation conversation, TurnRequest request,
+                std::stop_token stop);
+
+/// The turn at work; generate() holds it for its whole length.
+class Turn {
+public:
+    Turn(ChatController &controller, Conversation conversation, TurnRequest request, std::stop_token stop);
+
+    Task<> run();
+
+private:
+    struct Round {
+        Thinking think;
+        std::optional<QString> nudge;
+        bool isFirst;
+    };
+
+    void appendQuestion();
+    Task<RoundResult> streamRound(Round round);
+    Task<bool> runTools(QList<ToolCall> calls);
+    Task<> finish();
+    void saveAndReset();
+
+    std::optional<StreamRequest> requestOf(const Round &round);
+    std::unique_ptr<ChunkStream> open(const StreamRequest &request, bool isFirst) const;
+    void take(const StreamChunk &chunk, Message &message);
+    RoundResult finishMessage(Message &message, ToolCallAssembler &assembler, std::optional<QString> lastFinish);
+    void write(const Message &message);
+    RoundResult failWith(Message &message);
+    std::optional<QString> dueCorrection() const;
+    bool isCancelled() const { return m_stop.stop_requested(); }
+    bool allowsTools() const;
+
+    const QPointer<ChatController> m_controller;
+    Conversation m_conversation;
+    const TurnRequest m_request;
+    const std::stop_token m_stop;
+    int m_round = 0;
+    bool m_pageOfferAccepted;
+    bool m_pageRetried = false;
+};
+#endif

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "client/LLMClient.h"
+#include "records/Conversation.h"
+#include "records/Settings.h"
+
+#include <functional>
+#include <memory>
+
+/// Where a turn calls on the rest of the conversation engine. The loop knows no more of these services
+/// than is told here. Every member may be left empty; beside it stands how the turn then behaves. Main
+/// thread only.
+struct TurnPoints {
+    struct Thinking {
+        QString reasoning; ///< what stood in think tags; empty if there were none
+        QString content;   ///< the text without them
+    };
+    /// What a tool may see and change of the turn that called it. Holds until the tool has returned.
+    struct ToolContext {
+        Conversation &conversation; ///< the turn's own copy, which the turn saves and shows
+        bool &pageOfferAccepted;    ///< this turn's reply is to be a page
+    };
+    struct Calls {
+        QList<ToolCall> calls; ///< calls that were written as text
+        QString content;       ///< the text without them
+    };
+
+    /// Thinking, and tool calls, that the model wrote into its text. Empty: the text stays as it came.
+    std::function<Thinking(const QString &content)> extractThinking;
+    std::function<Calls(const QString &content)> extractToolCalls;
+
+    /// A reply that comes in bursts. Empty: every request is streamed at full speed.
+    std::function<std::unique_ptr<ChunkStream>(LLMClient, StreamRequest, ResponseSpeed)> pacedStream;
+
+    /// The tools of a request that may have some. Empty: none are offered.
+    std::function<QJsonArray()> toolList;
+
+#ifndef Q_MOC_RUN
+    /// Runs a call, which may wait for the person, and gives the text for the model. Once `stop` is
+    /// requested it returns soon, with the refusal. Empty: every call gets "Unknown tool.".
+    std::function<Task<QString>(ToolCall call, ToolContext context, std::stop_token stop)> runTool;
+
+    /// Gives a chat its title, on disk and on screen. Empty: the title stays.
+    std::function<Task<>(Conversation conversation, std::stop_token stop)> titleConversation;
+#endif
+
+    /// What to tell the model if the page that was agreed on can't be made of this reply; nothing if
+    /// it can. Empty: no reply is ever asked for again.
+    std::function<std::optional<QString>(const QString &content)> pageCorrection;
+
+    /// Turns the last reply into text and page, an accepted one or one that came unasked. Empty: the
+    /// reply stays as it is.
+    std::function<void(Conversation &conversation, bool pageOfferAccepted)> finishPage;
+
+    /// Looks whether to hint at web search after a turn. Empty: no hint.
+    std::function<void(const Conversation &conversation)> testSearchHint;
+};

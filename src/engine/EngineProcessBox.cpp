@@ -1,0 +1,89 @@
+#include "engine/EngineProcessBox.h"
+
+#include "platform/AtomicFile.h"
+#include "platform/Processes.h"
+
+#include <QFile>
+
+#include <chrono>
+#include <thread>
+
+using namespace std::chrono_literals;
+
+EngineProcessBox &EngineProcessBox::shared() {
+    static EngineProcessBox box;
+    return box;
+}
+
+void EngineProcessBox::setPidFile(const QString &path) {
+    m_pidFile = path;
+}
+
+void EngineProcessBox::hold(std::shared_ptr<ChildProcess> process) {
+    {
+        const std::lock_guard lock(m_lock);
+        m_expectingExit = false;
+        m_process.swap(process);
+    }
+    // The child before goes here, outside the lock: letting go of a running one waits for its end.
+}
+
+void EngineProcessBox::writePidFile() const {
+    std::shared_ptr<ChildProcess> process;
+    {
+        const std::lock_guard lock(m_lock);
+        process = m_process;
+    }
+    if (!process || m_pidFile.isEmpty())
+        return;
+    try {
+        writeAtomically(m_pidFile, QByteArray::number(process->processIdentifier()));
+    } catch (const FileError &) {
+        // The file only helps after a crash; without it the engine runs as well.
+    }
+}
+
+bool EngineProcessBox::isRunning() const {
+    const std::lock_guard lock(m_lock);
+    return m_process && m_process->isRunning();
+}
+
+bool EngineProcessBox::expectsExit() const {
+    const std::lock_guard lock(m_lock);
+    return m_expectingExit;
+}
+
+void EngineProcessBox::terminate() {
+    std::shared_ptr<ChildProcess> process;
+    {
+        const std::lock_guard lock(m_lock);
+        m_expectingExit = true;
+        process = m_process;
+    }
+    if (process && process->isRunning()) {
+        process->terminate();
+        const auto deadline = std::chrono::steady_clock::now() + 3s;
+        while (process->isRunning() && std::chrono::steady_clock::now() < deadline)
+            std::this_thread::sleep_for(50ms);
+        if (process->isRunning())
+            process->kill();
+    }
+    if (!m_pidFile.isEmpty())
+        QFile::remove(m_pidFile);
+}
+
+void EngineProcessBox::killStaleServer() const {
+    const std::optional<QByteArray> text = readFile(m_pidFile);
+    if (!text)
+        return;
+    bool isNumber = false;
+    const qint32 pid = text->trimmed().toInt(&isNumber);
+    if (!isNumber)
+        return;
+    if (processPath(pid).contains(QLatin1String("llama-server"))) {
+        terminateProcess(pid);
+        std::this_thread::sleep_for(300ms);
+        killProcess(pid);
+    }
+    QFile::remove(m_pidFile);
+}

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "platform/Task.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QUrl>
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <utility>
+
+/// The one door through which every HTTP request of the program leaves. Requests run on a network
+/// thread of their own. No cookies are kept or sent and nothing is cached; a loopback address is
+/// never reached through a proxy; a request is sent once, also when the server hangs up on it.
+
+struct HttpRequest {
+    QByteArray method = "GET";
+    QUrl url;
+    QList<std::pair<QByteArray, QByteArray>> headers;
+    QByteArray body;
+    /// How long the connection may stay without a byte in either direction.
+    std::chrono::milliseconds idleTimeout{60'000};
+};
+
+/// Raised when a request or its answer doesn't get through. An answer with any status is no failure.
+class HttpError : public std::runtime_error {
+public:
+    enum class Reason { connection, timedOut };
+
+    HttpError(Reason reason, const std::string &description)
+        : std::runtime_error(description), m_reason(reason) {}
+
+    Reason reason() const { return m_reason; }
+
+private:
+    Reason m_reason;
+};
+
+/// Takes an answer as it arrives. All calls come from the network thread, in the order below.
+class HttpReceiver {
+public:
+    enum class Next { goOn, hangUp };
+
+    virtual ~HttpReceiver() = default;
+
+    /// The answer's head has arrived. After hangUp nothing more is called.
+    virtual Next head(int status) = 0;
+
+    /// A piece of the body, in the sizes in which it came.
+    virtual void bytes(const QByteArray &piece) = 0;
+
+    /// The answer is whole, or `error` tells why it never will be.
+    virtual void end(std::optional<HttpError> error) = 0;
+};
+
+/// A request under way. Destroying it closes the connection at once; the receiver may then still be
+/// in a call, but no further one begins. Any thread.
+class HttpExchange {
+public:
+    HttpExchange() = default;
+    HttpExchange(HttpRequest request, std::shared_ptr<HttpReceiver> receiver);
+    ~HttpExchange();
+    HttpExchange(HttpExchange &&other) noexcept : m_id(std::exchange(other.m_id, 0)) {}
+    HttpExchange &operator=(HttpExchange &&other) noexcept;
+
+private:
+    void abort();
+
+    quint64 m_id = 0;
+};
+
+/// A whole answer. The body is read only with a status from 200 to 299.
+struct HttpResponse {
+    int status = 0;
+    QByteArray body;
+};
+
+#ifndef Q_MOC_RUN
+/// Sends a request and reads the answer. Throws HttpError; throws Cancelled when `stop` is
+/// requested, and closes the connection. Main thread.
+Task<HttpResponse> fetch(HttpRequest request, std::stop_token stop);
+#endif

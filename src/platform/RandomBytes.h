@@ -1,0 +1,6 @@
+#pragma once
+
+#include <QByteArray>
+
+/// Bytes from the system's own generator for secrets. Any thread.
+QByteArray randomBytes(qsizetype count);

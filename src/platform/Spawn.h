@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/Task.h"
+
+#include <memory>
+#include <utility>
+
+/// The hold on a task that nobody awaits. Destroying it, or giving it another task, asks the task to
+/// stop; the task itself ends when it next looks at its token. Main thread only.
+class TaskHandle {
+public:
+    TaskHandle() = default;
+    ~TaskHandle() { cancel(); }
+    TaskHandle(TaskHandle &&other) noexcept : m_state(std::exchange(other.m_state, nullptr)) {}
+    TaskHandle &operator=(TaskHandle &&other) noexcept;
+
+    /// Asks the task to stop and lets go of it. Nothing happens where there is none.
+    void cancel();
+
+    /// True while the task hasn't come to its end.
+    bool isRunning() const;
+
+    /// What a task and its handle share.
+    struct State {
+        std::stop_source stop;
+        bool running = true;
+    };
+
+    /// For spawn().
+    explicit TaskHandle(std::shared_ptr<State> state) : m_state(std::move(state)) {}
+
+private:
+    std::shared_ptr<State> m_state;
+};
+
+/// Sees a task through to its end: a Cancelled is an ordinary end, any other exception is reported as
+/// a critical message, since nobody else would hear of it.
+Task<> supervise(std::shared_ptr<TaskHandle::State> state, Task<> task);
+
+/// Starts `start(std::stop_token)`, which gives a Task<>, and owns it through the handle.
+template<typename Start>
+[[nodiscard]] TaskHandle spawn(Start &&start) {
+    auto state = std::make_shared<TaskHandle::State>();
+    supervise(state, start(state->stop.get_token()));
+    return TaskHandle(state);
+}
