@@ -67,9 +67,6 @@ void decode(const QJsonValue &json, qint64 &value) {
     // The default comes back for what isn't whole or doesn't fit; so ask twice, with another one.
     if (value == 0 && json.toInteger(1) == 1)
         throw DecodingError("not an integer");
-    // A number just below the least integer is rounded to it when it is read as a double.
-    if (value == std::numeric_limits<qint64>::min() && json.toVariant().typeId() == QMetaType::Double)
-        throw DecodingError("not an integer of 64 bits");
 }
 
 void decode(const QJsonValue &json, double &value) {

@@ -62,7 +62,7 @@ QJsonValue encode(const QList<T> &values) {
 template<typename T>
 void decode(const QJsonValue &json, QList<T> &values) {
     if (!json.isArray())
-        throw DecodingError("not an array");
+        throw DecodingError(json.isUndefined() ? "missing" : "not an array");
     const QJsonArray array = json.toArray();
     values.clear();
     values.reserve(array.size());

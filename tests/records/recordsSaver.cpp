@@ -1,0 +1,27 @@
+#include "records/ChatStore.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <random>
+
+// Saves chats of all sizes without end, for the test that kills it. Its first save done, it says so.
+int main(int argc, char **argv) {
+    const QCoreApplication application(argc, argv);
+    const ChatStore store;
+    std::mt19937 random(std::random_device{}());
+    QList<Conversation> chats(5);
+    for (qsizetype index = 0; index < chats.size(); ++index)
+        chats[index].id = QUuid(static_cast<uint>(index), 1, 2, 3, 4, 5, 6, 7, 8, 9, 10);
+    for (bool first = true;; first = false) {
+        Conversation &chat = chats[static_cast<qsizetype>(random() % chats.size())];
+        chat.createdAt = chat.updatedAt = QDateTime::currentDateTimeUtc();
+        chat.messages = {Message()};
+        chat.messages.first().content = QString(static_cast<qsizetype>(random() % 300000), QChar(u'a'));
+        store.save(chat);
+        if (first) {
+            std::puts("saving");
+            std::fflush(stdout);
+        }
+    }
+}
