@@ -29,9 +29,9 @@ HttpRequest requestOf(const LLMClient &client, const QJsonObject &body) {
     while (path.endsWith(u'/'))
         path.chop(1);
     request.url.setPath(path + u"/v1/chat/completions"_s);
-    request.headers.append({"Content-Type", "application/json"});
+    request.headers.emplaceBack("Content-Type", "application/json");
     if (!client.apiKey.isEmpty())
-        request.headers.append({"Authorization", "Bearer " + client.apiKey.toUtf8()});
+        request.headers.emplaceBack("Authorization", "Bearer " + client.apiKey.toUtf8());
     request.body = QJsonDocument(body).toJson(QJsonDocument::Compact);
     return request;
 }

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QHostAddress>
 #include <QIODevice>
+#include <QNetworkCookie>
 #include <QNetworkCookieJar>
 #include <QNetworkProxyFactory>
 #include <QNetworkReply>
@@ -30,8 +31,8 @@ public:
     }
 };
 
-/// A body that can be read once. The access manager sends a request again by itself when a server
-/// hangs up on it without a word, but only if it can wind the body back: a sequential device it can't.
+/// A body that can be read once. When a server hangs up, even in the middle of its answer, the access
+/// manager sends the request again by itself, but only if it can wind the body back; here it can't.
 class OnceReadable : public QIODevice {
 public:
     OnceReadable(QByteArray bytes, QObject *parent) : QIODevice(parent), m_bytes(std::move(bytes)) {
@@ -40,6 +41,7 @@ public:
     bool isSequential() const override { return true; }
     qint64 bytesAvailable() const override { return m_bytes.size() - m_read; }
     bool atEnd() const override { return bytesAvailable() == 0; }
+    bool seek(qint64) override { return false; }
 
 protected:
     qint64 readData(char *target, qint64 most) override {
@@ -57,10 +59,22 @@ private:
     qint64 m_read = 0;
 };
 
-/// True for errors that only repeat what the status of a received answer says.
+/// True for errors that only repeat what the status of a received answer says. ContentReSendError
+/// stands among them, but tells of a connection that was lost: see OnceReadable.
 bool isMerelyStatus(QNetworkReply::NetworkError error) {
+    if (error == QNetworkReply::ContentReSendError)
+        return false;
     return (error > QNetworkReply::UnknownProxyError && error <= QNetworkReply::UnknownContentError) ||
            (error >= QNetworkReply::InternalServerError && error <= QNetworkReply::UnknownServerError);
+}
+
+std::string describe(QNetworkReply::NetworkError error, const QNetworkReply &reply) {
+    // Nobody here aborts a reply that is still listened to, so a cancelled one has run out of time.
+    if (error == QNetworkReply::OperationCanceledError)
+        return "The request timed out.";
+    if (error == QNetworkReply::ContentReSendError)
+        return "The network connection was lost.";
+    return reply.errorString().toStdString();
 }
 
 } // namespace
@@ -155,7 +169,7 @@ void HttpThread::tellBytes(quint64 id) {
     if (!tellHead(id))
         return;
     const Exchange exchange = m_exchanges.value(id);
-    const QByteArray piece = exchange.reply->readAll();
+    const QByteArray piece = exchange.reply->isOpen() ? exchange.reply->readAll() : QByteArray();
     if (!piece.isEmpty())
         exchange.receiver->bytes(piece);
 }
@@ -168,12 +182,9 @@ void HttpThread::tellEnd(quint64 id) {
     const QNetworkReply::NetworkError error = exchange.reply->error();
     std::optional<HttpError> failure;
     if (error != QNetworkReply::NoError && !(exchange.headTold && isMerelyStatus(error))) {
-        // We drop an exchange before we abort its reply, so a cancelled one here has run out of time.
         const auto reason = error == QNetworkReply::OperationCanceledError ? HttpError::Reason::timedOut
                                                                            : HttpError::Reason::connection;
-        failure.emplace(reason, reason == HttpError::Reason::timedOut
-                                    ? std::string("The request timed out.")
-                                    : exchange.reply->errorString().toStdString());
+        failure.emplace(reason, describe(error, *exchange.reply));
     }
     drop(id);
     exchange.receiver->end(failure);
@@ -185,7 +196,7 @@ void HttpThread::drop(quint64 id) {
         return;
     QNetworkReply *const reply = found->reply;
     m_exchanges.erase(found);
+    // Its end closes the connection. Not in this call, which may come out of a signal of the reply.
     reply->disconnect(m_mailbox);
-    reply->abort();
     reply->deleteLater();
 }

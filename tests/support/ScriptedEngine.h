@@ -1,0 +1,68 @@
+#pragma once
+
+#include "platform/Mailbox.h"
+#include "support/Script.h"
+
+#include <QHash>
+#include <QThread>
+#include <QUrl>
+
+#include <deque>
+#include <memory>
+#include <mutex>
+
+class QTcpServer;
+class QTcpSocket;
+
+/// An inference server that says what it is told: real HTTP on a real socket, on a thread of its own.
+/// Requests are answered by the scripts in the order in which both came; the last script answers all
+/// further ones. Any thread.
+class ScriptedEngine {
+public:
+    struct Request {
+        QByteArray line; ///< such as "POST /v1/chat/completions HTTP/1.1"
+        QHash<QByteArray, QByteArray> headers; ///< names in lower case
+        QByteArray body;
+
+        QJsonObject json() const;
+    };
+
+    ScriptedEngine();
+    ~ScriptedEngine();
+    ScriptedEngine(const ScriptedEngine &) = delete;
+    ScriptedEngine &operator=(const ScriptedEngine &) = delete;
+
+    /// The address, without a trailing slash.
+    QUrl url() const;
+
+    void answer(const Script &script);
+
+    /// Lets every answer that holds go on.
+    void goOn();
+
+    /// Everything that was asked so far.
+    QList<Request> requests() const;
+
+    /// How many connections are open now.
+    int openConnections() const;
+
+private:
+    struct Connection;
+
+    void accept();
+    void read(const std::shared_ptr<Connection> &connection);
+    void begin(const std::shared_ptr<Connection> &connection);
+    void step(const std::shared_ptr<Connection> &connection);
+    void repeat(const std::shared_ptr<Connection> &connection, const QByteArray &chunk);
+
+    QThread m_thread;
+    Mailbox *m_mailbox;
+    QTcpServer *m_server = nullptr;
+    quint16 m_port = 0;
+    QList<std::shared_ptr<Connection>> m_holding;
+
+    mutable std::mutex m_lock;
+    std::deque<Script> m_scripts;
+    QList<Request> m_requests;
+    int m_open = 0;
+};
