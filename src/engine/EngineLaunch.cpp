@@ -89,7 +89,7 @@ Task<int> healthStatus(quint16 port, QString key, std::stop_token stop) {
     request.url = QUrl(u"http://127.0.0.1:%1/health"_s.arg(port));
     request.idleTimeout = std::chrono::milliseconds(2000);
     if (!key.isEmpty())
-        request.headers.append({"Authorization", "Bearer " + key.toUtf8()});
+        request.headers.emplaceBack("Authorization", "Bearer " + key.toUtf8());
     try {
         const HttpResponse response = co_await fetch(request, stop);
         co_return response.status;

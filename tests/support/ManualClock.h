@@ -45,7 +45,7 @@ public:
 
 private:
     struct Sleeper {
-        explicit Sleeper(std::chrono::milliseconds end) : until(end) {}
+        explicit Sleeper(std::chrono::milliseconds deadline) : until(deadline) {}
         std::chrono::milliseconds until;
         WaitPoint end;
     };
