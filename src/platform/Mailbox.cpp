@@ -21,7 +21,12 @@ void Mailbox::post(Job job) {
 }
 
 Mailbox &Mailbox::main() {
-    static auto *const mailbox = new Mailbox;
+    static auto *const mailbox = [] {
+        auto *const made = new Mailbox;
+        // The first to post may be another thread.
+        made->moveToThread(QCoreApplication::instance()->thread());
+        return made;
+    }();
     return *mailbox;
 }
 

@@ -18,7 +18,7 @@ public:
     void post(Job job);
 
     /// The mailbox of the main thread. It lives as long as the process, so that a thread which is late
-    /// at the end can't post to an object that is gone. The first call is made on the main thread.
+    /// at the end can't post to an object that is gone. Needs an application object.
     static Mailbox &main();
 
 protected:

@@ -1,0 +1,172 @@
+#include "engine/EngineProcessBox.h"
+
+#include "platform/AtomicFile.h"
+#include "platform/LoopbackPort.h"
+#include "platform/Processes.h"
+#include "support/Await.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <atomic>
+#include <csignal>
+#include <thread>
+
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString fakeServer = QStringLiteral(FAKE_SERVER_PATH);
+
+std::shared_ptr<ChildProcess> start(const QString &executable, const QStringList &arguments, const QString &behaviour = u"ready"_s) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"FAKE_SERVER"_s, behaviour);
+    return std::make_shared<ChildProcess>(ChildProcess::Launch{.executable = executable,
+                                                               .arguments = arguments,
+                                                               .environment = environment,
+                                                               .onOutput = {},
+                                                               .onError = {},
+                                                               .onExit = {}});
+}
+
+std::shared_ptr<ChildProcess> startServer(const QString &behaviour = u"ready"_s) {
+    return start(fakeServer, {u"--port"_s, QString::number(*freeLoopbackPort())}, behaviour);
+}
+
+class ProcessBox : public ::testing::Test {
+protected:
+    ProcessBox() { box.setPidFile(pidFile); }
+
+    QTemporaryDir folder;
+    QString pidFile = folder.filePath(u"engine.pid"_s);
+    EngineProcessBox box;
+};
+
+} // namespace
+
+TEST_F(ProcessBox, thePidFileHoldsTheNumberAndNothingElse) {
+    box.hold(startServer());
+    box.writePidFile();
+    const QByteArray text = readFile(pidFile).value();
+    EXPECT_EQ(text, QByteArray::number(text.toLongLong()));
+    EXPECT_TRUE(processPath(text.toLongLong()).contains(u"llama-server"_s));
+    box.terminate();
+    EXPECT_FALSE(QFile::exists(pidFile));
+}
+
+TEST_F(ProcessBox, aPidFileThatCannotBeWrittenIsIgnored) {
+    box.setPidFile(folder.filePath(u"missing/engine.pid"_s));
+    box.hold(startServer());
+    EXPECT_NO_THROW(box.writePidFile());
+    box.terminate();
+}
+
+TEST_F(ProcessBox, terminateEndsTheChildAndExpectsIt) {
+    box.hold(startServer());
+    EXPECT_TRUE(box.isRunning());
+    EXPECT_FALSE(box.expectsExit());
+    box.terminate();
+    EXPECT_FALSE(box.isRunning());
+    EXPECT_TRUE(box.expectsExit());
+}
+
+TEST_F(ProcessBox, terminateRemovesThePidFileAlsoWithoutAChild) {
+    writeAtomically(pidFile, "1");
+    box.terminate();
+    EXPECT_FALSE(QFile::exists(pidFile));
+    EXPECT_TRUE(box.expectsExit());
+}
+
+TEST_F(ProcessBox, aStubbornChildIsKilledAfterThreeSeconds) {
+    const auto server = startServer(u"stubborn"_s);
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    box.hold(server);
+    const auto before = std::chrono::steady_clock::now();
+    box.terminate();
+    EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::seconds(3));
+    EXPECT_TRUE(eventually([&] { return !box.isRunning(); }, 1000));
+}
+
+TEST_F(ProcessBox, terminateWorksFromAnotherThreadWhileTheEventLoopStandsStill) {
+    box.hold(startServer());
+    std::thread other([&] { box.terminate(); });
+    other.join();
+    EXPECT_FALSE(box.isRunning());
+}
+
+TEST_F(ProcessBox, terminateFromManyThreadsAtOnceIsSafe) {
+    box.hold(startServer());
+    std::vector<std::thread> threads;
+    for (int index = 0; index < 8; ++index)
+        threads.emplace_back([&] { box.terminate(); });
+    for (std::thread &thread : threads)
+        thread.join();
+    EXPECT_FALSE(box.isRunning());
+}
+
+TEST_F(ProcessBox, aNewChildIsNotExpectedToExit) {
+    box.hold(startServer());
+    box.terminate();
+    box.hold(startServer());
+    EXPECT_FALSE(box.expectsExit());
+    EXPECT_TRUE(box.isRunning());
+    box.terminate();
+}
+
+TEST_F(ProcessBox, aStaleServerIsEndedAndTheFileRemoved) {
+    const auto orphan = startServer();
+    writeAtomically(pidFile, QByteArray::number(orphan->processIdentifier()) + "\n");
+    box.killStaleServer();
+    EXPECT_TRUE(eventually([&] { return !orphan->isRunning(); }, 2000));
+    EXPECT_FALSE(QFile::exists(pidFile));
+}
+
+TEST_F(ProcessBox, aStaleServerThatIgnoresTheFirstSignalIsKilled) {
+    const auto orphan = startServer(u"stubborn"_s);
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    writeAtomically(pidFile, QByteArray::number(orphan->processIdentifier()));
+    box.killStaleServer();
+    EXPECT_TRUE(eventually([&] { return !orphan->isRunning(); }, 2000));
+}
+
+TEST_F(ProcessBox, aProcessThatIsNoServerIsNeverTouched) {
+    const auto sleeper = start(u"/bin/sleep"_s, {u"60"_s});
+    writeAtomically(pidFile, QByteArray::number(sleeper->processIdentifier()));
+    box.killStaleServer();
+    letPass(100);
+    EXPECT_TRUE(sleeper->isRunning());
+    EXPECT_FALSE(QFile::exists(pidFile));
+}
+
+TEST_F(ProcessBox, aProcessThatIsGoneIsNoMatter) {
+    qint64 pid = 0;
+    {
+        const auto gone = startServer();
+        pid = gone->processIdentifier();
+    }
+    writeAtomically(pidFile, QByteArray::number(pid));
+    box.killStaleServer();
+    EXPECT_FALSE(QFile::exists(pidFile));
+}
+
+TEST_F(ProcessBox, aFileWithoutANumberIsKept) {
+    for (const char *text : {"", " \n", "abc", "12x", "4294967297", "1.5"}) {
+        writeAtomically(pidFile, text);
+        box.killStaleServer();
+        EXPECT_TRUE(QFile::exists(pidFile)) << text;
+    }
+}
+
+TEST_F(ProcessBox, aFileWithANegativeNumberTouchesNobody) {
+    for (const char *text : {"-1", "0"}) {
+        writeAtomically(pidFile, text);
+        box.killStaleServer();
+        EXPECT_FALSE(QFile::exists(pidFile)) << text;
+    }
+}
+
+TEST_F(ProcessBox, withoutAFileThereIsNothingToDo) {
+    EXPECT_NO_THROW(box.killStaleServer());
+}
