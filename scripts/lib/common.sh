@@ -43,3 +43,19 @@ install_packages() {
   as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null ||
     die "these packages could not be installed: ${missing[*]}"
 }
+
+# Debian packages, each for the reason that docs/architecture.md gives.
+build_packages=(g++ cmake ninja-build ccache mold git
+  qt6-base-dev qt6-base-dev-tools libqt6svg6-dev libgl-dev qcoro-qt6-dev libcurl4-openssl-dev libssl-dev
+  libgtest-dev libgmock-dev libbenchmark-dev)
+test_packages=(xvfb xauth dbus dbus-daemon at-spi2-core procps
+  fonts-inter fonts-noto-core fonts-jetbrains-mono)
+
+# The build tree of a preset.
+tree_of() {
+  case $1 in
+    release) printf 'build\n' ;;
+    debug | asan | tsan) printf 'build-%s\n' "$1" ;;
+    *) die "there is no preset called $1" ;;
+  esac
+}

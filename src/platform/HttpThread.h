@@ -1,16 +1,18 @@
 #pragma once
 
 #include "platform/Http.h"
-#include "platform/Mailbox.h"
 
-#include <QHash>
-#include <QNetworkAccessManager>
-#include <QThread>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <thread>
 
-class QNetworkReply;
+class HttpTransfer;
 
-/// The network thread behind Http.h: one access manager and the exchanges under way. It starts with
-/// the first request and ends with the application object.
+/// The network thread behind Http.h: libcurl's multi interface and the requests under way. It starts
+/// with the first request and ends with the application object.
 class HttpThread {
 public:
     static HttpThread &shared();
@@ -20,25 +22,26 @@ public:
     void abort(quint64 id);
 
 private:
-    struct Exchange {
-        std::shared_ptr<HttpReceiver> receiver;
-        QNetworkReply *reply = nullptr;
-        bool headTold = false;
-    };
+    using Job = std::function<void()>;
 
     HttpThread();
+    void post(Job job);
     void shutDown();
 
     // All below: the network thread.
-    void send(quint64 id, const HttpRequest &request, std::shared_ptr<HttpReceiver> receiver);
-    bool tellHead(quint64 id);
-    void tellBytes(quint64 id);
-    void tellEnd(quint64 id);
-    void drop(quint64 id);
-    void useTransport(QNetworkAccessManager &manager);
+    void run();
+    void runJobs();
+    int millisecondsToNextDeadline() const;
+    void endFinished();
+    void endSilent();
+    std::unique_ptr<HttpTransfer> take(quint64 id);
 
-    QThread m_thread;
-    Mailbox *m_mailbox;
-    QNetworkAccessManager *m_manager = nullptr;
-    QHash<quint64, Exchange> m_exchanges;
+    void *m_multi;
+    std::map<quint64, std::unique_ptr<HttpTransfer>> m_transfers;
+    bool m_isEnding = false;
+
+    std::mutex m_lock;
+    std::deque<Job> m_jobs;
+
+    std::thread m_thread;
 };

@@ -34,6 +34,21 @@ protected:
         return u"no failure"_s;
     }
 
+    /// Starts on a clock that stands still, moving it on only as long as the start takes.
+    static void startOn(ManualClock &standing, EngineManager &manager) {
+        const auto run = [](EngineManager *started, bool *flag) -> Task<> {
+            co_await started->start(u"/m"_s, 1, {});
+            *flag = true;
+        };
+        bool ready = false;
+        const Task<> task = run(&manager, &ready);
+        EXPECT_TRUE(eventually([&] {
+            if (!ready)
+                standing.advance(std::chrono::milliseconds(500));
+            return ready;
+        }));
+    }
+
     void recordStates() {
         QObject::connect(&engine, &EngineManager::statusChanged, &engine, [this] { states.append(engine.status().state); });
     }
@@ -154,7 +169,7 @@ TEST_F(Manager, aServerThatNeverGetsReadyTimesOut) {
 TEST_F(Manager, aStopDuringALoadIsAnExitThatTheRetryFollows) {
     ManualClock standing;
     EngineManager slow(box, standing);
-    behave("loading 1");
+    behave("loading 1000");
     QString failed;
     const auto run = [](EngineManager *manager, QString *text) -> Task<> {
         try {
@@ -164,7 +179,11 @@ TEST_F(Manager, aStopDuringALoadIsAnExitThatTheRetryFollows) {
         }
     };
     const Task<> task = run(&slow, &failed);
-    ASSERT_TRUE(eventually([&] { return slow.status().state == State::loading && standing.hasSleepers(); }));
+    ASSERT_TRUE(eventually([&] {
+        if (slow.status().state != State::loading)
+            standing.advance(std::chrono::milliseconds(500));
+        return slow.status().state == State::loading && standing.hasSleepers();
+    }));
     const qint64 first = pid();
     slow.stop();
     EXPECT_EQ(slow.status().state, State::stopped);
@@ -190,7 +209,10 @@ TEST_F(Manager, aCancelledStartEndsItsServer) {
         }
     };
     const Task<> task = run(&slow, stop.get_token(), &cancelled);
-    ASSERT_TRUE(eventually([&] { return slow.status().state == State::loading; }));
+    ASSERT_TRUE(eventually([&] {
+        standing.advance(std::chrono::milliseconds(500));
+        return slow.status().state == State::loading;
+    }));
     stop.request_stop();
     EXPECT_TRUE(eventually([&] { return cancelled; }));
     EXPECT_FALSE(box.isRunning());
@@ -200,7 +222,7 @@ TEST_F(Manager, aServerKilledWhileReadyHasFailedWithItsLastLines) {
     ManualClock standing;
     EngineManager watched(box, standing);
     behave("chatty");
-    await(watched.start(u"/m"_s, 1, {}));
+    startOn(standing, watched);
     killProcess(pid());
     ASSERT_TRUE(eventually([&] { return watched.status().state == State::failed; }));
     EXPECT_EQ(watched.status().failure.count(u'\n'), 7) << "the last eight lines";
@@ -211,7 +233,7 @@ TEST_F(Manager, aServerKilledWhileReadyHasFailedWithItsLastLines) {
 TEST_F(Manager, aServerThatDiesWithoutAWordHasASentence) {
     ManualClock standing;
     EngineManager watched(box, standing);
-    await(watched.start(u"/m"_s, 1, {}));
+    startOn(standing, watched);
     killProcess(pid());
     ASSERT_TRUE(eventually([&] { return watched.status().state == State::failed; }));
     EXPECT_EQ(watched.status(), EngineStatus::failed(u"Ostrelin couldn't start."_s));
@@ -221,7 +243,7 @@ TEST_F(Manager, whatTheServerPrintsCannotBlockIt) {
     ManualClock standing;
     EngineManager watched(box, standing);
     behave("chatty");
-    await(watched.start(u"/m"_s, 1, {}));
+    startOn(standing, watched);
     letPass(300);
     EXPECT_EQ(watched.logs()->snapshot().size(), 500);
     watched.stop();
@@ -231,7 +253,7 @@ TEST_F(Manager, whatTheServerPrintsCannotBlockIt) {
 TEST_F(Manager, theMonitorAsksEveryTwoSecondsAndOnlyEverSaysReady) {
     ManualClock standing;
     EngineManager watched(box, standing);
-    await(watched.start(u"/m"_s, 1, {}));
+    startOn(standing, watched);
     for (int round = 0; round < 3; ++round) {
         ASSERT_TRUE(eventually([&] { return standing.hasSleepers(); }));
         standing.advance(std::chrono::seconds(2));

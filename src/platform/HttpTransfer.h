@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/Http.h"
+
+#include <array>
+#include <chrono>
+#include <memory>
+
+using CURL = void;
+struct curl_slist;
+
+/// One request on libcurl: its handle, its options, and what its callbacks tell the receiver. Network
+/// thread only.
+class HttpTransfer {
+public:
+    using Moment = std::chrono::steady_clock::time_point;
+
+    HttpTransfer(quint64 id, HttpRequest request, std::shared_ptr<HttpReceiver> receiver);
+    ~HttpTransfer();
+    HttpTransfer(const HttpTransfer &) = delete;
+    HttpTransfer &operator=(const HttpTransfer &) = delete;
+
+    quint64 id() const { return m_id; }
+    CURL *handle() const { return m_handle; }
+    HttpReceiver &receiver() const { return *m_receiver; }
+
+    /// When the connection will have been without a byte for too long.
+    Moment deadline() const { return m_lastActivity + m_request.idleTimeout; }
+
+    /// The receiver has hung up; nothing more is told to it.
+    bool isHungUp() const { return m_isHungUp; }
+
+    /// What libcurl says of an error code, in as many words as it has.
+    std::string describe(int code) const;
+
+private:
+    static size_t takeHeader(char *bytes, size_t size, size_t count, void *self);
+    static size_t takeBody(char *bytes, size_t size, size_t count, void *self);
+    static int takeProgress(void *self, qint64 downTotal, qint64 down, qint64 upTotal, qint64 up);
+
+    void setOptions();
+    void setBody();
+    void setHeaders();
+
+    const quint64 m_id;
+    const HttpRequest m_request;
+    const std::shared_ptr<HttpReceiver> m_receiver;
+    CURL *m_handle;
+    curl_slist *m_headers = nullptr;
+    std::array<char, 256> m_error{};
+    Moment m_lastActivity = std::chrono::steady_clock::now();
+    qint64 m_moved = 0;
+    bool m_isHungUp = false;
+};
