@@ -86,8 +86,7 @@ private:
     bool m_hasStandardKey = false;
 };
 
-ReducedMotion::ReducedMotion(QObject *parent) : QObject(parent) {
-}
+ReducedMotion::ReducedMotion(QObject *parent) : QObject(parent) {}
 
 ReducedMotion::~ReducedMotion() = default;
 

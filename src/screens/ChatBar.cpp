@@ -1,0 +1,37 @@
+#include "screens/ChatBar.h"
+
+#include "screens/Label.h"
+#include "screens/Look.h"
+#include "screens/StatusDot.h"
+#include "screens/Style.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+
+ChatBar::ChatBar(const Look &look, QWidget *parent)
+    : QWidget(parent),
+      m_look(look),
+      m_title(new Label(look, TextStyle::title, Label::Ink::main, Label::Fit::elided, this)),
+      m_dot(new StatusDot(look, this)) {
+    setFixedHeight(style::barHeight);
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(style::barPadding, 0, style::barPadding - style::spaceTiny, style::hairline);
+    row->setSpacing(style::spaceWide);
+    row->addWidget(m_title, 1);
+    row->addWidget(m_dot);
+    connect(&look, &Look::changed, this, qOverload<>(&QWidget::update));
+}
+
+void ChatBar::setTitle(const QString &title) {
+    // A title may have been written with line ends; the bar has one line.
+    m_title->setText(title.simplified());
+}
+
+void ChatBar::setLamp(const StatusLamp &lamp) {
+    m_dot->setLamp(lamp);
+}
+
+void ChatBar::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    painter.fillRect(0, height() - style::hairline, width(), style::hairline, m_look.palette().hairline);
+}

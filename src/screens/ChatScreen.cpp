@@ -1,0 +1,145 @@
+#include "screens/ChatScreen.h"
+
+#include "core/AppState.h"
+#include "screens/Banner.h"
+#include "screens/ChatBar.h"
+#include "screens/ComposerView.h"
+#include "screens/EmptyState.h"
+#include "screens/Look.h"
+#include "screens/MessageList.h"
+#include "screens/Style.h"
+#include "screens/Submission.h"
+#include "screens/Toast.h"
+
+#include <QKeyEvent>
+#include <QStackedLayout>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The composer's text takes at most this part of the window's height.
+constexpr int composerShare = 3;
+
+/// A widget in the middle, as wide as the column of messages and `outset` more on both sides.
+QLayout *inColumn(QWidget *widget, int outset, const QMargins &margins) {
+    widget->setMaximumWidth(style::columnWidth + 2 * outset);
+    auto *row = new QHBoxLayout;
+    row->setContentsMargins(margins);
+    row->addWidget(widget);
+    return row;
+}
+
+} // namespace
+
+ChatScreen::ChatScreen(AppState &app, const Look &look, Clock &clock, QWidget *parent)
+    : QWidget(parent),
+      m_app(app),
+      m_look(look),
+      m_bar(new ChatBar(look, this)),
+      m_banners(new QWidget(this)),
+      m_engineBanner(new Banner(look, u"Try again"_s, this)),
+      m_empty(new EmptyState(look, this)),
+      m_list(new MessageList(look, this)),
+      m_composer(new ComposerView(look, this)),
+      m_toast(new Toast(look, clock, this)) {
+    build();
+    observe();
+    refresh();
+}
+
+void ChatScreen::build() {
+    constexpr int margin = style::columnMargin;
+    constexpr int reach = style::shadowReach;
+    m_middle = new QStackedLayout;
+    m_middle->addWidget(m_empty);
+    m_middle->addWidget(m_list);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, style::composerBottom - reach);
+    column->setSpacing(0);
+    column->addWidget(m_bar);
+    m_banners->setLayout(inColumn(m_engineBanner, 0, {margin, style::space, margin, 0}));
+    column->addWidget(m_banners);
+    column->addLayout(m_middle, 1);
+    column->addLayout(inColumn(m_composer, reach, {margin - reach, 0, margin - reach, 0}));
+}
+
+void ChatScreen::observe() {
+    ChatController &chat = m_app.chat();
+    connect(&chat, &ChatController::conversationChanged, this, &ChatScreen::refresh);
+    connect(&chat, &ChatController::isGeneratingChanged, this, &ChatScreen::refresh);
+    connect(&chat, &ChatController::streamingIDChanged, this, &ChatScreen::refresh);
+    connect(&m_app.engine(), &EngineManager::statusChanged, this, &ChatScreen::refresh);
+    connect(&m_app, &AppState::activeTierChanged, this, &ChatScreen::refresh);
+    connect(m_engineBanner, &Banner::actionRequested, &m_app, &AppState::resolveModel);
+    connect(m_empty, &EmptyState::suggested, this, [this](const QString &text) { submit(text); });
+    connect(m_composer, &ComposerView::textChanged, this, [this](const QString &text) { m_draft = text; });
+    connect(m_composer, &ComposerView::sendRequested, this, [this] { submit(); });
+    connect(m_composer, &ComposerView::stopRequested, &chat, &ChatController::stop);
+}
+
+void ChatScreen::submit(const std::optional<QString> &text) {
+    const Submission result = submission(text.value_or(m_draft), m_app.chat().isGenerating());
+    if (result.kind == Submission::Kind::refuse)
+        return showToast(result.text);
+    m_draft.clear();
+    m_composer->setText(m_draft);
+    m_app.chat().send(result.text);
+    focusComposer();
+}
+
+void ChatScreen::showToast(const QString &text) {
+    placeToast();
+    m_toast->showText(text);
+}
+
+void ChatScreen::focusComposer() {
+    m_composer->focusText();
+}
+
+void ChatScreen::refresh() {
+    const ChatController &chat = m_app.chat();
+    const QUuid before = m_model.conversationID;
+    setModel(chatScreenModel({.conversation = chat.conversation(),
+                              .streamingID = chat.streamingID(),
+                              .isGenerating = chat.isGenerating(),
+                              .engine = m_app.engine().status(),
+                              .activeTier = m_app.activeTier()}));
+    if (m_model.conversationID != before)
+        focusComposer();
+}
+
+void ChatScreen::setModel(const ChatScreenModel &model) {
+    m_model = model;
+    m_bar->setTitle(model.title);
+    m_bar->setLamp(model.lamp);
+    m_engineBanner->setText(model.engineFailure);
+    m_banners->setVisible(!model.engineFailure.isEmpty());
+    m_empty->setHint(model.emptyHint);
+    m_list->setRows(model.conversationID, model.rows);
+    m_middle->setCurrentIndex(model.showsEmptyState ? 0 : 1);
+    m_composer->setAction(model.isGenerating ? ComposerView::Action::stop : ComposerView::Action::send);
+}
+
+void ChatScreen::resizeEvent(QResizeEvent *) {
+    m_composer->setMaximumTextHeight(height() / composerShare);
+    placeToast();
+}
+
+void ChatScreen::keyPressEvent(QKeyEvent *event) {
+    // The composer has one page; these keys mean the messages above it.
+    if (MessageList::isPageKey(event->key()))
+        m_list->movePages(event->key() == Qt::Key_PageUp ? -1 : 1);
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void ChatScreen::showEvent(QShowEvent *event) {
+    QWidget::showEvent(event);
+    focusComposer();
+}
+
+void ChatScreen::placeToast() {
+    m_toast->setAnchor({width() / 2, m_composer->y() + style::shadowReach - style::space});
+}

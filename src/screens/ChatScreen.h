@@ -1,0 +1,62 @@
+#pragma once
+
+#include "screens/ChatScreenModel.h"
+
+#include <QWidget>
+
+class AppState;
+class Banner;
+class ChatBar;
+class Clock;
+class ComposerView;
+class EmptyState;
+class Look;
+class MessageList;
+class QStackedLayout;
+class Toast;
+
+/// The chat: the bar, a banner where something is wrong, the messages or the empty state, and the
+/// composer. It holds only the text that is being written; everything else it observes.
+class ChatScreen : public QWidget {
+    Q_OBJECT
+
+public:
+    /// All three must outlive this object.
+    ChatScreen(AppState &app, const Look &look, Clock &clock, QWidget *parent = nullptr);
+
+    /// Sends the text, or the draft where there is none, or tells in a toast why not.
+    void submit(const std::optional<QString> &text = std::nullopt);
+
+    void showToast(const QString &text);
+    void focusComposer();
+
+    const ChatScreenModel &model() const { return m_model; }
+    const QString &draft() const { return m_draft; }
+
+    /// Shows that state.
+    void setModel(const ChatScreenModel &model);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void build();
+    void observe();
+    void refresh();
+    void placeToast();
+
+    AppState &m_app;
+    const Look &m_look;
+    ChatScreenModel m_model;
+    QString m_draft;
+    ChatBar *m_bar;
+    QWidget *m_banners;
+    Banner *m_engineBanner;
+    EmptyState *m_empty;
+    MessageList *m_list;
+    QStackedLayout *m_middle = nullptr;
+    ComposerView *m_composer;
+    Toast *m_toast;
+};

@@ -1,0 +1,66 @@
+#include "screens/ChatScreenModel.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::optional<MessageRowModel> rowOf(const Message &message, const std::optional<QUuid> &streamingID) {
+    using Kind = MessageRowModel::Kind;
+    if (message.role == Role::user)
+        return MessageRowModel{message.id, Kind::user, message.content};
+    if (message.role != Role::assistant)
+        return std::nullopt;
+    const bool isStreaming = message.id == streamingID;
+    // A finished reply is drawn as it stands; one that is under way, without the blanks it may end in.
+    const QString text = isStreaming ? message.content.trimmed() : message.content;
+    if (!text.isEmpty())
+        return MessageRowModel{message.id, Kind::assistant, text};
+    if (isStreaming)
+        return MessageRowModel{message.id, Kind::typing, {}};
+    return std::nullopt;
+}
+
+} // namespace
+
+QList<MessageRowModel> messageRows(const Conversation &conversation,
+                                   const std::optional<QUuid> &streamingID) {
+    QList<MessageRowModel> rows;
+    rows.reserve(conversation.messages.size() + 1);
+    if (conversation.droppedCount.value_or(0) >= 1)
+        rows.append({QUuid(), MessageRowModel::Kind::note,
+                     u"Earlier messages aren't being sent to the model to fit this Mac's memory."_s});
+    for (const Message &message : conversation.messages) {
+        if (auto row = rowOf(message, streamingID))
+            rows.append(*std::move(row));
+    }
+    return rows;
+}
+
+ChatScreenModel chatScreenModel(const ChatScreenState &state) {
+    ChatScreenModel model;
+    model.lamp = statusLamp(state.engine);
+    if (state.engine.state == EngineStatus::State::failed)
+        model.engineFailure = state.engine.failure;
+    model.isGenerating = state.isGenerating;
+    model.title = defaultTitle.toString();
+    model.showsEmptyState = !state.conversation || state.conversation->messages.isEmpty();
+    if (state.conversation) {
+        model.conversationID = state.conversation->id;
+        model.title = state.conversation->title;
+    }
+    if (!model.showsEmptyState)
+        model.rows = messageRows(*state.conversation, state.streamingID);
+    else if (state.activeTier && state.activeTier->id.startsWith("lite"_L1))
+        model.emptyHint = u"Great for writing, brainstorming and quick questions."_s;
+    return model;
+}
+
+const QStringList &suggestions() {
+    static const QStringList texts = {
+        u"Write a friendly note thanking a coworker for helping me hit a deadline."_s,
+        u"Explain how compound interest works, in plain words."_s,
+        u"Brainstorm five names for a neighborhood coffee shop."_s,
+        u"I have a job interview next week. Make me a short prep plan."_s,
+    };
+    return texts;
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "engine/EngineStatus.h"
+#include "records/Conversation.h"
+#include "records/ModelTier.h"
+#include "screens/MessageRowModel.h"
+#include "screens/StatusLamp.h"
+
+#include <QList>
+#include <QStringList>
+
+#include <optional>
+
+/// The published state from which the chat screen follows.
+struct ChatScreenState {
+    std::optional<Conversation> conversation;
+    std::optional<QUuid> streamingID;
+    bool isGenerating = false;
+    EngineStatus engine;
+    std::optional<ModelTier> activeTier;
+};
+
+/// What the chat screen shows. A plain value.
+struct ChatScreenModel {
+    QUuid conversationID; ///< null while no chat is open
+    QString title;
+    StatusLamp lamp;
+    QString engineFailure;       ///< the engine banner's text; empty for no banner
+    QList<MessageRowModel> rows; ///< empty in the empty state
+    bool showsEmptyState = false;
+    QString emptyHint; ///< under the heading of the empty state; empty for none
+    bool isGenerating = false;
+
+    bool operator==(const ChatScreenModel &) const = default;
+};
+
+ChatScreenModel chatScreenModel(const ChatScreenState &state);
+
+/// The rows of a chat. Messages that are for the model alone, and replies without text, have none.
+QList<MessageRowModel> messageRows(const Conversation &conversation, const std::optional<QUuid> &streamingID);
+
+/// The four suggestions of the empty state.
+const QStringList &suggestions();

@@ -1,0 +1,85 @@
+#include "screens/ComposerTextView.h"
+
+#include "screens/Look.h"
+#include "screens/MessageList.h"
+
+#include <QGuiApplication>
+#include <QInputMethod>
+#include <QKeyEvent>
+#include <QMimeData>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+ComposerTextView::ComposerTextView(const Look &look, QWidget *parent) : QTextEdit(parent), m_look(look) {
+    setAcceptRichText(false);
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setTabChangesFocus(true);
+    setPlaceholderText(u"Message Ostrelin"_s);
+    setAccessibleName(u"Message Ostrelin"_s);
+    document()->setDocumentMargin(0);
+    viewport()->setAutoFillBackground(false);
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    connect(&look, &Look::changed, this, &ComposerTextView::takeLook);
+    takeLook();
+}
+
+QString ComposerTextView::writtenText() const {
+    // Not toPlainText(), which makes blanks of no-break spaces.
+    QString text = document()->toRawText();
+    for (QChar &character : text) {
+        if (character == QChar::ParagraphSeparator || character == QChar::LineSeparator)
+            character = u'\n';
+    }
+    return text;
+}
+
+void ComposerTextView::setWrittenText(const QString &text) {
+    if (text != writtenText())
+        setPlainText(text);
+}
+
+int ComposerTextView::naturalHeight() const {
+    return int(std::ceil(document()->size().height()));
+}
+
+void ComposerTextView::keyPressEvent(QKeyEvent *event) {
+    if (MessageList::isPageKey(event->key()))
+        return event->ignore();
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+        return QTextEdit::keyPressEvent(event);
+    event->accept();
+    if (m_isComposing)
+        QGuiApplication::inputMethod()->commit();
+    else if (event->modifiers().testFlag(Qt::ShiftModifier))
+        insertPlainText(u"\n"_s);
+    else if (!event->isAutoRepeat())
+        Q_EMIT submitted();
+    ensureCursorVisible();
+}
+
+void ComposerTextView::inputMethodEvent(QInputMethodEvent *event) {
+    m_isComposing = !event->preeditString().isEmpty();
+    QTextEdit::inputMethodEvent(event);
+}
+
+void ComposerTextView::insertFromMimeData(const QMimeData *source) {
+    if (source->hasText())
+        insertPlainText(source->text());
+}
+
+bool ComposerTextView::canInsertFromMimeData(const QMimeData *source) const {
+    return source->hasText();
+}
+
+void ComposerTextView::takeLook() {
+    setFont(m_look.font(TextStyle::body));
+    QPalette colors = palette();
+    colors.setColor(QPalette::Text, m_look.palette().ink);
+    colors.setColor(QPalette::PlaceholderText, m_look.palette().secondaryInk());
+    colors.setColor(QPalette::Highlight, m_look.palette().selection());
+    colors.setColor(QPalette::HighlightedText, m_look.palette().ink);
+    setPalette(colors);
+}

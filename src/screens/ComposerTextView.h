@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QTextEdit>
+
+class Look;
+
+/// The field in which a message is written. Return sends, Shift and Return breaks the line; only plain
+/// text comes in by pasting or dropping.
+class ComposerTextView : public QTextEdit {
+    Q_OBJECT
+
+public:
+    /// `look` must outlive this object.
+    explicit ComposerTextView(const Look &look, QWidget *parent = nullptr);
+
+    /// What is written, with "\n" between lines and otherwise unchanged.
+    QString writtenText() const;
+
+    /// Replaces what is written; nothing happens if it is that already, so the cursor doesn't jump.
+    void setWrittenText(const QString &text);
+
+    /// The height that all lines take.
+    int naturalHeight() const;
+
+Q_SIGNALS:
+    /// The person wants to send.
+    void submitted();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
+    void insertFromMimeData(const QMimeData *source) override;
+    bool canInsertFromMimeData(const QMimeData *source) const override;
+
+private:
+    void takeLook();
+
+    const Look &m_look;
+    bool m_isComposing = false;
+};

@@ -1,0 +1,121 @@
+#include "screens/ComposerView.h"
+
+#include "screens/ComposerTextView.h"
+#include "screens/Look.h"
+#include "screens/RoundButton.h"
+#include "screens/Style.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QTextDocument>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+ComposerView::ComposerView(const Look &look, QWidget *parent)
+    : QWidget(parent),
+      m_look(look),
+      m_text(new ComposerTextView(look, this)),
+      m_send(new RoundButton(look, Icon::arrowUp, u"Send message"_s, this)),
+      m_stop(new RoundButton(look, Icon::stop, u"Stop generating"_s, this)) {
+    constexpr int inset = style::shadowReach + style::composerPadding;
+    // The ring around the button has its room inside the box's padding.
+    constexpr int ringRoom = style::focusRing + style::focusGap;
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(inset, inset, inset, inset - ringRoom);
+    column->setSpacing(style::composerGap - ringRoom);
+    auto *field = new QHBoxLayout;
+    field->setContentsMargins(style::composerTextInset, style::composerTextInset / 2, 0, 0);
+    field->addWidget(m_text);
+    auto *tools = new QHBoxLayout;
+    tools->setContentsMargins(0, 0, -ringRoom, 0);
+    tools->addStretch();
+    tools->addWidget(m_send);
+    tools->addWidget(m_stop);
+    column->addLayout(field);
+    column->addLayout(tools);
+
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setAction(Action::send);
+    m_text->installEventFilter(this);
+    connect(m_text, &ComposerTextView::textChanged, this,
+            [this] { Q_EMIT textChanged(m_text->writtenText()); });
+    connect(m_text, &ComposerTextView::submitted, this, &ComposerView::sendRequested);
+    connect(m_send, &RoundButton::clicked, this, &ComposerView::sendRequested);
+    connect(m_stop, &RoundButton::clicked, this, &ComposerView::stopRequested);
+    connect(m_text->document()->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this,
+            &ComposerView::fitText);
+    connect(&look, &Look::changed, this, qOverload<>(&QWidget::update));
+    fitText();
+}
+
+void ComposerView::setText(const QString &text) {
+    m_text->setWrittenText(text);
+}
+
+void ComposerView::setAction(Action action) {
+    RoundButton *shown = action == Action::send ? m_send : m_stop;
+    RoundButton *hidden = action == Action::send ? m_stop : m_send;
+    const bool hadFocus = hidden->hasFocus();
+    shown->show();
+    // The focus must not wander off with the button that goes.
+    if (hadFocus)
+        shown->setFocus(hidden->showsFocus() ? Qt::TabFocusReason : Qt::OtherFocusReason);
+    hidden->hide();
+}
+
+void ComposerView::setMaximumTextHeight(int height) {
+    m_maximumTextHeight = height;
+    fitText();
+}
+
+void ComposerView::focusText() {
+    m_text->setFocus(Qt::OtherFocusReason);
+}
+
+void ComposerView::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    constexpr int reach = style::shadowReach;
+    const QRectF box = QRectF(rect()).adjusted(reach, reach, -reach, -reach);
+    const Palette &palette = m_look.palette();
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(palette.shadow());
+    // Faint boxes over each other, a little lower than the real one, add up to a soft shadow.
+    for (int step = reach; step > 0; --step) {
+        const QRectF around = box.adjusted(-step, -step, step, step).translated(0, style::shadowDrop);
+        painter.drawRoundedRect(around, style::radiusBubble + step, style::radiusBubble + step);
+    }
+    painter.setBrush(palette.background);
+    painter.drawRoundedRect(box, style::radiusBubble, style::radiusBubble);
+    painter.setBrush(palette.surface);
+    painter.setPen(QPen(m_text->hasFocus() ? palette.livelyEdge() : palette.edge(), style::hairline));
+    painter.drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), style::radiusBubble, style::radiusBubble);
+}
+
+void ComposerView::mousePressEvent(QMouseEvent *) {
+    m_text->setFocus(Qt::MouseFocusReason);
+}
+
+bool ComposerView::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+        update();
+    else if (event->type() == QEvent::Resize)
+        fitText();
+    return QWidget::eventFilter(watched, event);
+}
+
+void ComposerView::fitText() {
+    const int line = QFontMetrics(m_text->font()).height();
+    const int height = std::clamp(m_text->naturalHeight(), line, std::max(line, m_maximumTextHeight));
+    if (m_text->height() == height && m_text->minimumHeight() == height)
+        return;
+    m_text->setFixedHeight(height);
+    m_text->setVerticalScrollBarPolicy(m_text->naturalHeight() > height ? Qt::ScrollBarAsNeeded
+                                                                        : Qt::ScrollBarAlwaysOff);
+    updateGeometry();
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "screens/Style.h"
+
+#include <QColor>
+#include <QPainter>
+#include <Qt>
+
+/// How the windows show where the keyboard is.
+
+/// True if a focus that came for this reason is one to show: the person moves by keys.
+inline bool isKeyboardReason(Qt::FocusReason reason) {
+    return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+           reason == Qt::ShortcutFocusReason;
+}
+
+/// Draws the ring just inside `area`.
+inline void drawRing(QPainter &painter, const QRectF &area, double radius, const QColor &color) {
+    const double inset = style::focusRing / 2.0;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(color, style::focusRing));
+    painter.drawRoundedRect(area.adjusted(inset, inset, -inset, -inset), radius, radius);
+}

@@ -1,0 +1,45 @@
+#include "screens/Icon.h"
+
+#include <QPaintDevice>
+#include <QPainter>
+#include <QPixmapCache>
+#include <QSvgRenderer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString fileOf(Icon icon) {
+    switch (icon) {
+    case Icon::arrowUp:
+        return u":/icons/arrow-up.svg"_s;
+    case Icon::stop:
+        return u":/icons/stop.svg"_s;
+    case Icon::warning:
+        return u":/icons/warning.svg"_s;
+    }
+    Q_UNREACHABLE();
+}
+
+QPixmap render(Icon icon, int pixels, const QColor &color) {
+    QPixmap picture(pixels, pixels);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    QSvgRenderer(fileOf(icon)).render(&painter);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(picture.rect(), color);
+    return picture;
+}
+
+} // namespace
+
+void drawIcon(QPainter &painter, Icon icon, const QRectF &area, const QColor &color) {
+    const int pixels = qRound(area.width() * painter.device()->devicePixelRatioF());
+    const QString key = u"icon %1 %2 %3"_s.arg(fileOf(icon)).arg(pixels).arg(color.rgba());
+    QPixmap picture;
+    if (!QPixmapCache::find(key, &picture)) {
+        picture = render(icon, pixels, color);
+        QPixmapCache::insert(key, picture);
+    }
+    painter.drawPixmap(area, picture, picture.rect());
+}

@@ -1,0 +1,38 @@
+#include "screens/Label.h"
+
+#include "screens/Look.h"
+
+#include <QPainter>
+
+Label::Label(const Look &look, TextStyle style, Ink ink, Fit fit, QWidget *parent)
+    : QLabel(parent),
+      m_look(look),
+      m_style(style),
+      m_ink(ink),
+      m_fit(fit) {
+    setTextFormat(Qt::PlainText);
+    setWordWrap(fit == Fit::wrapped);
+    connect(&look, &Look::changed, this, &Label::takeLook);
+    takeLook();
+}
+
+QSize Label::minimumSizeHint() const {
+    const QSize hint = QLabel::minimumSizeHint();
+    return m_fit == Fit::elided ? QSize(0, hint.height()) : hint;
+}
+
+void Label::paintEvent(QPaintEvent *event) {
+    if (m_fit != Fit::elided)
+        return QLabel::paintEvent(event);
+    QPainter painter(this);
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
+    painter.drawText(rect(), int(alignment()) | Qt::TextSingleLine, shown);
+}
+
+void Label::takeLook() {
+    setFont(m_look.font(m_style));
+    QPalette colors = palette();
+    const Palette &from = m_look.palette();
+    colors.setColor(QPalette::WindowText, m_ink == Ink::main ? from.ink : from.secondaryInk());
+    setPalette(colors);
+}

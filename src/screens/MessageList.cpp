@@ -1,0 +1,303 @@
+#include "screens/MessageList.h"
+
+#include "screens/Look.h"
+#include "screens/MessageRow.h"
+#include "screens/RowChange.h"
+#include "screens/Style.h"
+
+#include <QFocusEvent>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int rowPadding = style::listPadding - style::rowOutset;
+constexpr int rowGap = style::rowSpacing - 2 * style::rowOutset;
+constexpr int wheelStep = 24;
+
+} // namespace
+
+MessageList::MessageList(const Look &look, QWidget *parent)
+    : QAbstractScrollArea(parent),
+      m_look(look),
+      m_heights(rowPadding, rowGap) {
+    setFrameShape(QFrame::NoFrame);
+    viewport()->setAutoFillBackground(false);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // Always there, so that the column doesn't move when the chat grows beyond the window.
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    verticalScrollBar()->setSingleStep(wheelStep);
+    setAccessibleName(u"Messages"_s);
+    setFocusPolicy(Qt::TabFocus);
+    m_glide.setDuration(int(style::scrollGlide.count()));
+    m_glide.setEasingCurve(QEasingCurve::OutCubic);
+    connect(&m_glide, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
+        setOffset(value.toInt());
+        arrange();
+    });
+    connect(&m_glide, &QVariantAnimation::finished, this, &MessageList::arrange);
+    connect(&look, &Look::changed, this, [this] {
+        qDeleteAll(std::exchange(m_widgets, {}));
+        estimateAll();
+        arrange();
+    });
+}
+
+MessageList::~MessageList() = default;
+
+void MessageList::setRows(const QUuid &conversationID, const QList<MessageRowModel> &rows) {
+    const int endBefore = end();
+    if (m_conversationID != conversationID) {
+        m_conversationID = conversationID;
+        m_glide.stop();
+        m_followsEnd = true;
+        replaceRows({});
+    }
+    const bool wasEmpty = m_rows.isEmpty();
+    const bool changed = replaceRows(rows);
+    if (!changed)
+        return;
+    if (wasEmpty)
+        arrange();
+    else
+        followTo(endBefore);
+}
+
+bool MessageList::replaceRows(const QList<MessageRowModel> &rows) {
+    const RowChange change = rowChange(m_rows, rows);
+    const QList<MessageRowModel> before = std::exchange(m_rows, rows);
+    for (const MessageRowModel &row : before.mid(change.first, change.removed))
+        delete m_widgets.take(row.id);
+    const QList<MessageRowModel> fresh = rows.mid(change.first, change.added);
+    if (!change.isNone())
+        m_heights.replace(change.first, change.removed, estimates(fresh));
+    // What the person sends is there to be seen, wherever they were reading.
+    const auto isUser = [](const auto &row) { return row.kind == MessageRowModel::Kind::user; };
+    if (std::any_of(fresh.begin(), fresh.end(), isUser))
+        m_followsEnd = true;
+    bool changed = !change.isNone();
+    for (int row = 0; row < rows.size(); ++row) {
+        const int place = change.placeBefore(row);
+        if (place < 0 || drawsTheSame(before.at(place), rows.at(row)))
+            continue;
+        updateRow(row, rows.at(row));
+        changed = true;
+    }
+    return changed;
+}
+
+void MessageList::updateRow(int row, const MessageRowModel &model) {
+    MessageRow *widget = m_widgets.value(model.id);
+    if (!widget) {
+        m_heights.measure(row, MessageRow::estimatedHeight(m_look, model, columnWidth()));
+        m_heights.forget(row);
+        return;
+    }
+    const bool isAbove = m_heights.bottom(row) <= offset();
+    const int before = m_heights.height(row);
+    widget->setModel(model);
+    m_heights.measure(row, widget->layIn(columnWidth()));
+    if (isAbove && !m_followsEnd)
+        setOffset(offset() + m_heights.height(row) - before);
+}
+
+void MessageList::followTo(int before) {
+    const bool grew = end() > before;
+    if (!m_followsEnd || !grew || !isVisible() || m_look.motion() == Motion::reduced)
+        return arrange();
+    // The new rows are measured before the way to them is known.
+    measureInSight();
+    glideTo(end());
+}
+
+void MessageList::glideTo(int target) {
+    m_glide.stop();
+    m_glide.setStartValue(offset());
+    m_glide.setEndValue(target);
+    m_glide.start();
+}
+
+void MessageList::movePages(int pages) {
+    QScrollBar *bar = verticalScrollBar();
+    bar->setValue(bar->value() + pages * bar->pageStep());
+}
+
+void MessageList::resizeEvent(QResizeEvent *event) {
+    if (event->size().width() != event->oldSize().width())
+        estimateAll();
+    arrange();
+}
+
+void MessageList::showEvent(QShowEvent *event) {
+    QAbstractScrollArea::showEvent(event);
+    arrange();
+}
+
+void MessageList::scrollContentsBy(int, int) {
+    if (m_isArranging)
+        return;
+    m_glide.stop();
+    m_followsEnd = offset() >= end() - style::endTolerance;
+    arrange();
+}
+
+void MessageList::focusInEvent(QFocusEvent *event) {
+    // The list is one stop on the keyboard's way; inside it the arrow keys lead from row to row.
+    const int start =
+        m_followsEnd ? int(m_rows.size()) - 1 : m_heights.rowAt(offset() + viewport()->height());
+    focusRow(start, -1, event->reason());
+}
+
+bool MessageList::focusNextPrevChild(bool next) {
+    // From a row backwards, the list itself would come first and lead right back into the row.
+    const bool fromRow = !hasFocus() && isAncestorOf(window()->focusWidget());
+    if (next || !fromRow)
+        return QAbstractScrollArea::focusNextPrevChild(next);
+    setFocusPolicy(Qt::NoFocus);
+    const bool found = QAbstractScrollArea::focusNextPrevChild(next);
+    setFocusPolicy(Qt::TabFocus);
+    return found;
+}
+
+int MessageList::columnWidth() const {
+    return std::min(style::columnWidth, width() - 2 * style::columnMargin) + 2 * style::rowOutset;
+}
+
+int MessageList::columnLeft() const {
+    return (width() - columnWidth()) / 2;
+}
+
+int MessageList::end() const {
+    return std::max(0, m_heights.total() - viewport()->height());
+}
+
+int MessageList::offset() const {
+    return verticalScrollBar()->value();
+}
+
+QList<int> MessageList::estimates(const QList<MessageRowModel> &rows) const {
+    QList<int> heights;
+    heights.reserve(rows.size());
+    for (const MessageRowModel &row : rows)
+        heights.append(MessageRow::estimatedHeight(m_look, row, columnWidth()));
+    return heights;
+}
+
+void MessageList::estimateAll() {
+    const int top = m_heights.rowAt(offset());
+    const double share =
+        top < 0 ? 0 : double(offset() - m_heights.top(top)) / std::max(1, m_heights.height(top));
+    m_heights.replace(0, m_heights.count(), estimates(m_rows));
+    if (top < 0 || m_followsEnd)
+        return;
+    m_heights.measure(top, widgetOf(top)->layIn(columnWidth()));
+    setOffset(m_heights.top(top) + int(share * m_heights.height(top)));
+}
+
+void MessageList::setOffset(int offset) {
+    const QScopedValueRollback arranging(m_isArranging, true);
+    QScrollBar *bar = verticalScrollBar();
+    bar->setRange(0, end());
+    bar->setPageStep(viewport()->height());
+    bar->setValue(offset);
+}
+
+void MessageList::arrange() {
+    measureInSight();
+    placeWidgets();
+}
+
+void MessageList::measureInSight() {
+    const bool pinned = m_followsEnd && m_glide.state() != QAbstractAnimation::Running;
+    bool changed = true;
+    while (changed) {
+        changed = false;
+        setOffset(pinned ? end() : offset());
+        const int reach = viewport()->height();
+        const int last = m_heights.rowAt(offset() + 2 * reach);
+        for (int row = std::max(0, m_heights.rowAt(offset() - reach)); row <= last; ++row)
+            changed |= measure(row);
+    }
+}
+
+bool MessageList::measure(int row) {
+    if (m_heights.isMeasured(row) && m_widgets.contains(m_rows.at(row).id))
+        return false;
+    const int before = m_heights.height(row);
+    const int height = widgetOf(row)->layIn(columnWidth());
+    const bool startsAbove = m_heights.top(row) < offset();
+    m_heights.measure(row, height);
+    // What the reader sees stays where it is when a guess above it turns out wrong.
+    if (startsAbove && height != before)
+        setOffset(offset() + height - before);
+    return height != before;
+}
+
+void MessageList::placeWidgets() {
+    const int reach = viewport()->height();
+    for (auto it = m_widgets.begin(); it != m_widgets.end();) {
+        MessageRow *widget = *it;
+        const int row = indexOf(it.key());
+        const QRect place(columnLeft(), m_heights.top(row) - offset(), columnWidth(), m_heights.height(row));
+        const bool isFar = place.bottom() < -reach || place.top() > 2 * reach;
+        if (isFar && !widget->isAncestorOf(window()->focusWidget())) {
+            delete widget;
+            it = m_widgets.erase(it);
+            continue;
+        }
+        widget->setGeometry(place);
+        widget->show();
+        ++it;
+    }
+}
+
+MessageRow *MessageList::widgetOf(int row) {
+    const MessageRowModel &model = m_rows.at(row);
+    MessageRow *&widget = m_widgets[model.id];
+    if (widget)
+        return widget;
+    auto *made = new MessageRow(m_look, model, viewport());
+    widget = made;
+    connect(made, &MessageRow::caretMoved, this, [this, made](const QRect &caret) { reveal(made, caret); });
+    connect(made, &MessageRow::left, this, [this, made](TextView::Edge edge) {
+        const int step = edge == TextView::Edge::top ? -1 : 1;
+        focusRow(indexOf(made->model().id) + step, step, Qt::TabFocusReason);
+    });
+    return made;
+}
+
+void MessageList::reveal(const MessageRow *row, const QRect &caret) {
+    const QRect seen = caret.translated(row->pos());
+    QScrollBar *bar = verticalScrollBar();
+    if (seen.top() < style::listPadding)
+        bar->setValue(bar->value() + seen.top() - style::listPadding);
+    else if (seen.bottom() > viewport()->height() - style::listPadding)
+        bar->setValue(bar->value() + seen.bottom() - viewport()->height() + style::listPadding);
+}
+
+bool MessageList::focusRow(int row, int step, Qt::FocusReason reason) {
+    while (row >= 0 && row < m_rows.size() && m_rows.at(row).kind == MessageRowModel::Kind::typing)
+        row += step;
+    if (row < 0 || row >= m_rows.size())
+        return false;
+    MessageRow *widget = widgetOf(row);
+    measure(row);
+    placeWidgets();
+    const int edge = step < 0 ? widget->height() : 0;
+    reveal(widget, QRect(0, edge, 1, 1));
+    widget->textView()->setFocus(reason);
+    return true;
+}
+
+int MessageList::indexOf(const QUuid &id) const {
+    // From the end, where the rows in sight mostly are.
+    for (int row = int(m_rows.size()) - 1; row >= 0; --row) {
+        if (m_rows.at(row).id == id)
+            return row;
+    }
+    return -1;
+}

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "screens/MessageRowModel.h"
+#include "screens/RowHeights.h"
+#include "screens/TextView.h"
+
+#include <QAbstractScrollArea>
+#include <QHash>
+#include <QVariantAnimation>
+
+class Look;
+class MessageRow;
+
+/// The messages of a chat, in a column in the middle. Only the rows in and near the sight are there as
+/// widgets, so a chat of any length opens at once. The list follows its end for as long as the reader
+/// is there, and stays where the reader is otherwise.
+class MessageList : public QAbstractScrollArea {
+    Q_OBJECT
+
+public:
+    /// `look` must outlive this object.
+    explicit MessageList(const Look &look, QWidget *parent = nullptr);
+    ~MessageList() override;
+
+    /// Shows these rows. Those that draw the same as before aren't touched. Another `conversationID` is
+    /// another chat, which is shown from its end.
+    void setRows(const QUuid &conversationID, const QList<MessageRowModel> &rows);
+
+    /// The widget of a row; nothing while the row is far out of sight.
+    MessageRow *rowWidget(const QUuid &id) const { return m_widgets.value(id); }
+    int widgetCount() const { return int(m_widgets.size()); }
+
+    /// True while the reader is at the end.
+    bool followsEnd() const { return m_followsEnd; }
+
+    /// Moves by a page, up if `pages` is negative.
+    void movePages(int pages);
+
+    /// True if a key moves within the list, rather than being meant for somebody else.
+    static bool isPageKey(int key) { return key == Qt::Key_PageUp || key == Qt::Key_PageDown; }
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void focusInEvent(QFocusEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
+    void showEvent(QShowEvent *event) override;
+
+private:
+    int columnWidth() const;
+    int columnLeft() const;
+    int end() const;
+    int offset() const;
+    QList<int> estimates(const QList<MessageRowModel> &rows) const;
+
+    bool replaceRows(const QList<MessageRowModel> &rows);
+    void updateRow(int row, const MessageRowModel &model);
+    void estimateAll();
+    void followTo(int before);
+    void glideTo(int target);
+    void setOffset(int offset);
+    void arrange();
+    void measureInSight();
+    bool measure(int row);
+    void placeWidgets();
+    MessageRow *widgetOf(int row);
+    void reveal(const MessageRow *row, const QRect &caret);
+    bool focusRow(int row, int step, Qt::FocusReason reason);
+    int indexOf(const QUuid &id) const;
+
+    const Look &m_look;
+    QUuid m_conversationID;
+    QList<MessageRowModel> m_rows;
+    RowHeights m_heights;
+    QHash<QUuid, MessageRow *> m_widgets;
+    QVariantAnimation m_glide;
+    bool m_followsEnd = true;
+    bool m_isArranging = false;
+};

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "screens/MessageRowModel.h"
+#include "screens/Spoken.h"
+#include "screens/TextView.h"
+
+#include <QWidget>
+
+class Look;
+class TypingIndicator;
+
+/// One message of a chat: the person's words in their bubble, or the assistant's on the background. The
+/// widget is larger than the message by style::rowOutset on every side.
+class MessageRow : public QWidget, public Spoken {
+    Q_OBJECT
+
+public:
+    /// `look` must outlive this object.
+    MessageRow(const Look &look, const MessageRowModel &model, QWidget *parent = nullptr);
+
+    const MessageRowModel &model() const { return m_model; }
+
+    /// Shows another state of the message. Only what differs is touched.
+    void setModel(const MessageRowModel &model);
+
+    /// Arranges the row in that width, and gives the height that it takes there.
+    int layIn(int width);
+
+    /// A guess of what layIn() gives, from the text's length alone.
+    static int estimatedHeight(const Look &look, const MessageRowModel &model, int width);
+
+    /// The message's text; nothing while there is none.
+    TextView *textView() const { return m_text; }
+
+    QAccessible::Role spokenRole() const override { return QAccessible::ListItem; }
+    QString spokenName() const override;
+
+Q_SIGNALS:
+    /// The caret stands there now, in this widget's coordinates.
+    void caretMoved(const QRect &caret);
+    /// The person wants to go on to the row before or after.
+    void left(TextView::Edge edge);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void makeContent();
+    int layUser(int width);
+
+    const Look &m_look;
+    MessageRowModel m_model;
+    TextView *m_text = nullptr;
+    TypingIndicator *m_typing = nullptr;
+};

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+#include <QUuid>
+
+/// One row of the message list. A plain value; its text shares its characters with the record.
+struct MessageRowModel {
+    enum class Kind {
+        note,      ///< a line about the chat itself
+        user,      ///< the person's message, in its bubble
+        assistant, ///< the assistant's text
+        typing,    ///< a reply that has no text yet
+    };
+
+    QUuid id; ///< the message's; null for a note
+    Kind kind = Kind::user;
+    QString text;
+
+    bool operator==(const MessageRowModel &) const = default;
+};
+
+/// True if both draw the same. Texts that share their characters aren't compared, which makes it cheap
+/// to ask for every row after each piece of a streamed reply.
+inline bool drawsTheSame(const MessageRowModel &one, const MessageRowModel &other) {
+    return one.kind == other.kind && (one.text.isSharedWith(other.text) || one.text == other.text);
+}

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "records/Settings.h"
+
+#include <QColor>
+#include <QPalette>
+
+/// The appearance that a theme forces on the application.
+enum class Appearance { light, dark };
+
+/// The colours of one theme: the eight that are given, and those that follow from them.
+struct Palette {
+    Appearance appearance = Appearance::dark;
+    QColor sidebar;
+    QColor background; ///< of the chat
+    QColor hairline;
+    QColor swatch;
+    QColor surface; ///< of the composer
+    QColor ink;
+    QColor strongInk;
+    QColor accent;
+
+    /// Text that stands back: captions, placeholders.
+    QColor secondaryInk() const;
+
+    /// The ink at seven hundredths, behind quiet controls; `lively` under the pointer, `pressed` below it.
+    QColor quietFill() const;
+    QColor livelyFill() const;
+    QColor pressedFill() const;
+
+    /// Behind cards that are buttons, at rest.
+    QColor cardFill() const;
+
+    /// Text and symbols on the accent: the one of the three bubble colours with the best contrast.
+    QColor onAccent() const;
+
+    /// Behind selected text on the background, and inside a bubble.
+    QColor selection() const;
+    QColor selectionOnAccent() const;
+
+    /// The accent under the pointer and pressed.
+    QColor livelyAccent() const;
+    QColor pressedAccent() const;
+
+    /// The lamp's colours for an engine that is ready, waking up, failed.
+    QColor good() const;
+    QColor waking() const;
+    QColor bad() const;
+
+    /// The edge of cards and of the composer, the same where the keyboard is; and one step of the soft
+    /// shadow below them.
+    QColor edge() const;
+    QColor livelyEdge() const;
+    QColor shadow() const;
+};
+
+/// The colours of a theme.
+const Palette &paletteOf(Theme theme);
+
+/// The theme's name as the settings show it.
+QString displayName(Theme theme);
+
+/// The amber of the program's own mark, the same in every theme.
+QColor amber();
+
+/// The contrast of two opaque colours, 1 to 21 (WCAG 2.1, "contrast ratio").
+double contrast(const QColor &one, const QColor &other);
+
+/// A step of `share`, 0 to 1, from one colour to another.
+QColor mixed(const QColor &from, const QColor &to, double share);
+
+/// The same colour at that opacity.
+QColor withOpacity(QColor color, double opacity);
+
+/// The application-wide palette of the toolkit, so that menus, tool tips and selections follow.
+QPalette toolkitPalette(const Palette &palette);

@@ -1,0 +1,43 @@
+#include "screens/RootView.h"
+
+#include "core/AppState.h"
+#include "screens/ChatScreen.h"
+#include "screens/Look.h"
+#include "screens/OnboardingView.h"
+#include "screens/Style.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+#include <QStackedLayout>
+#include <QTimer>
+
+RootView::RootView(AppState &app, const Look &look, Clock &clock, QWidget *parent)
+    : QWidget(parent),
+      m_app(app),
+      m_look(look),
+      m_clock(clock),
+      m_stack(new QStackedLayout(this)),
+      m_onboarding(new OnboardingView(app, look)) {
+    m_stack->addWidget(m_onboarding);
+    setMinimumSize(style::contentMinimumWidth, style::contentMinimumHeight);
+    connect(&app, &AppState::phaseChanged, this, &RootView::showPhase);
+    connect(this, &RootView::appeared, &app, &AppState::bootstrap, Qt::QueuedConnection);
+    showPhase();
+}
+
+void RootView::paintEvent(QPaintEvent *event) {
+    QPainter(this).fillRect(event->rect(), m_look.palette().background);
+    if (!std::exchange(m_hasAppeared, true))
+        // Once the event loop is back, the picture has reached the screen.
+        QTimer::singleShot(0, this, &RootView::appeared);
+}
+
+void RootView::showPhase() {
+    const bool isReady = std::holds_alternative<phase::Ready>(m_app.phase());
+    if (isReady && !m_chat) {
+        m_chat = new ChatScreen(m_app, m_look, m_clock);
+        m_stack->addWidget(m_chat);
+    }
+    m_onboarding->setModel(onboardingModel(m_app.phase()));
+    m_stack->setCurrentWidget(isReady ? static_cast<QWidget *>(m_chat) : m_onboarding);
+}

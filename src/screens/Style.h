@@ -1,0 +1,106 @@
+#pragma once
+
+#include <chrono>
+
+/// Every size and every duration of the windows, by name. Sizes are in device-independent pixels.
+namespace style {
+
+using namespace std::chrono_literals;
+
+// The window.
+inline constexpr int windowWidth = 1040;
+inline constexpr int windowHeight = 760;
+inline constexpr int contentMinimumWidth = 760;
+inline constexpr int contentMinimumHeight = 520;
+inline constexpr int barHeight = 48;
+inline constexpr int barPadding = 16;
+inline constexpr int hairline = 1;
+
+// Spaces, from close to far.
+inline constexpr int spaceTiny = 4;
+inline constexpr int spaceSmall = 8;
+inline constexpr int space = 12;
+inline constexpr int spaceWide = 16;
+inline constexpr int spaceLarge = 24;
+
+// Radii.
+inline constexpr int radiusButton = 9;
+inline constexpr int radiusCard = 12;
+inline constexpr int radiusBubble = 16;
+
+// The column of messages, and what stands in line with it.
+inline constexpr int columnWidth = 720;
+inline constexpr int columnMargin = 24;
+inline constexpr int listPadding = 22;
+inline constexpr int rowSpacing = 10;
+inline constexpr int bubbleMaximumWidth = 520;
+/// Room around a message for the ring that shows the keyboard's focus; less than half of the spacing.
+inline constexpr int rowOutset = 4;
+inline constexpr int bubblePaddingX = 14;
+inline constexpr int bubblePaddingY = 10;
+/// How far from the end a reader may be and still be at the end.
+inline constexpr int endTolerance = 8;
+
+// Buttons.
+inline constexpr int buttonHeight = 28;
+inline constexpr int buttonPadding = 11;
+inline constexpr int roundButton = 32;
+inline constexpr int iconSize = 16;
+inline constexpr int focusRing = 2;
+inline constexpr int focusGap = 2;
+
+// The composer.
+inline constexpr int composerPadding = 12;
+inline constexpr int composerTextInset = 4;
+inline constexpr int composerGap = 10;
+inline constexpr int composerBottom = 18;
+inline constexpr int shadowReach = 14;
+inline constexpr int shadowDrop = 3;
+
+// The empty chat.
+inline constexpr int suggestionWidth = 314;
+inline constexpr int suggestionPadding = 13;
+inline constexpr int suggestionGap = 12;
+
+// Notices.
+inline constexpr int noticeTextMaximumHeight = 132;
+inline constexpr int toastMaximumWidth = 460;
+inline constexpr int toastPaddingX = 16;
+inline constexpr int toastPaddingY = 9;
+inline constexpr auto toastTime = 2600ms;
+inline constexpr auto toastFade = 180ms;
+
+// The lamp of the engine.
+inline constexpr int lamp = 9;
+inline constexpr int lampHalo = 15;
+inline constexpr int lampArea = 24;
+inline constexpr auto lampPulse = 1400ms;
+
+// The onboarding screen.
+inline constexpr int onboardingTextWidth = 520;
+inline constexpr int onboardingTextHeight = 132;
+inline constexpr int onboardingRoom = 190;
+inline constexpr int spinner = 22;
+inline constexpr int spinnerWeight = 2;
+inline constexpr auto spinnerTurn = 1000ms;
+
+// The typing indicator.
+inline constexpr int typingDot = 7;
+inline constexpr int typingGap = 5;
+inline constexpr int typingDots = 3;
+inline constexpr double typingSmallest = 0.5;
+inline constexpr auto typingSwell = 500ms;
+inline constexpr auto typingDelay = 160ms;
+inline constexpr auto typingAccentStay = 2000ms;
+inline constexpr auto typingAccentFade = 450ms;
+
+// Scrolling.
+inline constexpr int scrollBar = 10;
+inline constexpr int scrollHandle = 6;
+inline constexpr int scrollHandleShortest = 32;
+inline constexpr auto scrollGlide = 160ms;
+
+/// How long a picture of something in motion stands.
+inline constexpr auto frame = 33ms;
+
+} // namespace style

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <QFont>
+#include <QPointF>
+#include <QRectF>
+#include <QString>
+#include <QTextOption>
+
+#include <memory>
+#include <vector>
+
+class QPainter;
+class QTextLayout;
+class QTextLine;
+
+/// A stretch of a text between the place where a person began to select and the caret. Places count
+/// UTF-16 code units.
+struct TextSelection {
+    int anchor = 0;
+    int caret = 0;
+
+    bool isEmpty() const { return anchor == caret; }
+    int start() const { return std::min(anchor, caret); }
+    int end() const { return std::max(anchor, caret); }
+
+    bool operator==(const TextSelection &) const = default;
+};
+
+/// Plain text laid into lines of a given width, paragraph by paragraph. A change of the text lays only
+/// the paragraphs anew that come after what stayed the same, so a text that grows at its end costs what
+/// its last paragraph costs. No widget; needs a QGuiApplication.
+class TextFlow {
+public:
+    enum class Move {
+        previousCharacter,
+        nextCharacter,
+        previousWord,
+        nextWord,
+        lineStart,
+        lineEnd,
+        lineUp,
+        lineDown,
+        textStart,
+        textEnd
+    };
+
+    TextFlow();
+    ~TextFlow();
+    TextFlow(const TextFlow &) = delete;
+    TextFlow &operator=(const TextFlow &) = delete;
+
+    const QString &text() const { return m_text; }
+
+    /// Gives the distance from the top at which the drawing changes; nothing above it does.
+    double setText(const QString &text);
+
+    /// `lineSpacing` comes between two lines, in addition to their height. With `alignment` left, a
+    /// paragraph that is written from the right stands at the right.
+    void setFormat(const QFont &font, int lineSpacing, Qt::Alignment alignment);
+    void setWidth(double width);
+
+    double width() const { return m_width; }
+    double height() const;
+    /// The width of the widest line.
+    double usedWidth() const;
+
+    /// Draws what meets `clip`, with the painter's pen. What is selected gets that background.
+    void draw(QPainter &painter, const QRectF &clip, const TextSelection &selection,
+              const QColor &selectionColor) const;
+
+    /// The place in the text nearest to a point.
+    int positionAt(const QPointF &point) const;
+    /// Where a caret before `position` stands.
+    QRectF caretAt(int position) const;
+    /// The place that a caret comes to; the same one if there is nowhere to go.
+    int moved(int position, Move move) const;
+    /// The word, or the paragraph, around a place.
+    TextSelection wordAt(int position) const;
+    TextSelection paragraphAt(int position) const;
+
+private:
+    struct Paragraph;
+
+    void layParagraphs(size_t first);
+    void layOut(Paragraph &paragraph) const;
+    void stack(size_t first);
+    const Paragraph &paragraphOf(int position) const;
+    const Paragraph &paragraphAtHeight(double y) const;
+    QTextLine lineOf(const Paragraph &paragraph, int position) const;
+
+    QString m_text;
+    QFont m_font;
+    QTextOption m_option;
+    int m_lineSpacing = 0;
+    double m_width = 0;
+    std::vector<std::unique_ptr<Paragraph>> m_paragraphs; ///< never empty
+};
