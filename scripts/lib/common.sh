@@ -55,7 +55,7 @@ test_packages=(xvfb xauth dbus dbus-daemon at-spi2-core procps
 tree_of() {
   case $1 in
     release) printf 'build\n' ;;
-    debug | asan | tsan) printf 'build-%s\n' "$1" ;;
+    debug | asan | tsan | fuzz) printf 'build-%s\n' "$1" ;;
     *) die "there is no preset called $1" ;;
   esac
 }

@@ -80,9 +80,9 @@ void EngineManager::startChild(const QString &binary, const QStringList &argumen
             splitter->feed(piece, *logs);
         };
     };
-    const auto tellExit = [self = QPointer(this)] {
-        Mailbox::main().post([self] {
-            if (self)
+    const auto tellExit = [self = QPointer(this), launch = ++m_launches] {
+        Mailbox::main().post([self, launch] {
+            if (self && self->m_launches == launch)
                 self->unexpectedExit();
         });
     };

@@ -73,4 +73,5 @@ private:
     QString m_apiKey;
     std::shared_ptr<RingBuffer> m_logs;
     TaskHandle m_healthTask;
+    int m_launches = 0; ///< tells the exit of the present child from that of one before
 };
