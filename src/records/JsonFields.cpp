@@ -88,7 +88,7 @@ void decode(const QJsonValue &json, QDateTime &value) {
 
 void decode(const QJsonValue &json, QUrl &value) {
     const QUrl url(textOf(json), QUrl::StrictMode);
-    if (url.isEmpty() || !url.isValid())
+    if (!url.isValid())
         throw DecodingError("not a URL");
     value = url;
 }

@@ -119,7 +119,7 @@ public:
             take(key, json, field.emplace());
     }
 
-    /// A missing key leaves the field as it is; a null is an error.
+    /// A missing key leaves the record's own default; a null is an error.
     template<typename T>
     void defaulted(QLatin1StringView key, T &field) const {
         const QJsonValue json = m_object.value(key);
@@ -151,5 +151,6 @@ QJsonValue encodeFields(const T &value, const Fields &fields) {
 template<typename T, typename Fields>
 void decodeFields(const QJsonValue &json, T &value, const Fields &fields) {
     const FieldReader reader(json);
+    value = T{};
     fields(reader, value);
 }

@@ -16,7 +16,7 @@ void LineSplitter::append(const QString &text) {
 
 std::optional<QString> LineSplitter::takeLine() {
     // The buffer keeps no more of a line, so an engine that never ends one can't fill the memory.
-    static constexpr qsizetype longestLeftover = 64 * 1024;
+    static constexpr qsizetype longestLeftover = 65536;
     const std::scoped_lock locked(m_lock);
     const qsizetype end = m_leftover.indexOf(u'\n', m_taken);
     if (end >= 0) {

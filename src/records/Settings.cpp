@@ -29,7 +29,6 @@ QJsonValue encode(const Settings &value) {
 }
 
 void decode(const QJsonValue &json, Settings &value) {
-    value = Settings{};
     decodeFields(json, value, settingsFields);
 }
 

@@ -6,27 +6,65 @@
 #include "support/TemporaryApplicationFolder.h"
 
 #include <QDir>
-#include <QProcess>
 
 #include <chrono>
+#include <csignal>
 #include <random>
+#include <string>
 #include <thread>
 
 #include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
+/// The saver at work, from its first whole save on until it is killed. Started by posix_spawn, since the
+/// vfork() of QProcess leads the thread sanitizer astray for all tests that follow.
+class Saver {
+public:
+    Saver() {
+        int ends[2];
+        if (pipe(ends) != 0)
+            return;
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init(&actions);
+        posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
+        posix_spawn_file_actions_addclose(&actions, ends[0]);
+        std::string program = RECORDS_SAVER;
+        char *const arguments[] = {program.data(), nullptr};
+        m_started = posix_spawn(&m_process, program.c_str(), &actions, nullptr, arguments, environ) == 0;
+        posix_spawn_file_actions_destroy(&actions);
+        close(ends[1]);
+        char byte = 0;
+        m_started = m_started && read(ends[0], &byte, 1) == 1;
+        close(ends[0]);
+    }
+
+    bool hasStarted() const { return m_started; }
+
+    /// Whether the kill was what ended it.
+    bool kill() {
+        int status = 0;
+        ::kill(m_process, SIGKILL);
+        return waitpid(m_process, &status, 0) == m_process && WIFSIGNALED(status) &&
+               WTERMSIG(status) == SIGKILL;
+    }
+
+private:
+    pid_t m_process = 0;
+    bool m_started = false;
+};
+
 /// Runs the saver and kills it somewhere in its work.
 void saveAndKill(std::chrono::microseconds after) {
-    QProcess saver;
-    saver.start(QStringLiteral(RECORDS_SAVER), QStringList());
-    ASSERT_TRUE(saver.waitForReadyRead()) << saver.errorString().toStdString();
+    Saver saver;
+    ASSERT_TRUE(saver.hasStarted());
     std::this_thread::sleep_for(after);
-    saver.kill();
-    ASSERT_TRUE(saver.waitForFinished());
-    ASSERT_EQ(saver.exitStatus(), QProcess::CrashExit);
+    ASSERT_TRUE(saver.kill());
 }
 
 void expectEveryFileWhole() {

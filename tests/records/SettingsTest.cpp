@@ -66,6 +66,12 @@ TEST(Settings, eachMissingKeyTakesItsDefaultAndLeavesTheOthers) {
     }
 }
 
+TEST(Settings, whatAValueHeldBeforeItWasDecodedIntoDoesNotMatter) {
+    Settings settings = changedSettings();
+    decode(QJsonObject(), settings);
+    EXPECT_EQ(settings, Settings());
+}
+
 TEST(Settings, theEightPlainFieldsAreAlwaysWritten) {
     EXPECT_EQ(
         encode(Settings()).toObject().keys(),

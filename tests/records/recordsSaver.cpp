@@ -5,7 +5,10 @@
 #include <cstdio>
 #include <random>
 
-// Saves chats of all sizes without end, for the test that kills it. Its first save done, it says so.
+#include <unistd.h>
+
+// Saves chats of all sizes until it is killed or the test that started it is gone. Its first save done,
+// it says so.
 int main(int argc, char **argv) {
     const QCoreApplication application(argc, argv);
     const ChatStore store;
@@ -13,7 +16,8 @@ int main(int argc, char **argv) {
     QList<Conversation> chats(5);
     for (qsizetype index = 0; index < chats.size(); ++index)
         chats[index].id = QUuid(static_cast<uint>(index), 1, 2, 3, 4, 5, 6, 7, 8, 9, 10);
-    for (bool first = true;; first = false) {
+    const pid_t test = getppid();
+    for (bool first = true; getppid() == test; first = false) {
         Conversation &chat = chats[static_cast<qsizetype>(random() % chats.size())];
         chat.createdAt = chat.updatedAt = QDateTime::currentDateTimeUtc();
         chat.messages = {Message()};
