@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 
+#include <memory>
 #include <utility>
 
 namespace {
@@ -10,14 +11,15 @@ const auto wakeUp = static_cast<QEvent::Type>(QEvent::registerEventType());
 }
 
 void Mailbox::post(Job job) {
-    bool first = false;
+    auto wake = std::make_unique<QEvent>(wakeUp);
     {
         const std::lock_guard lock(m_lock);
-        first = m_jobs.empty();
+        const bool isAwake = !m_jobs.empty();
         m_jobs.push_back(std::move(job));
+        if (isAwake)
+            return;
     }
-    if (first)
-        QCoreApplication::postEvent(this, new QEvent(wakeUp));
+    QCoreApplication::postEvent(this, wake.release());
 }
 
 Mailbox &Mailbox::main() {
@@ -31,13 +33,15 @@ Mailbox &Mailbox::main() {
 }
 
 bool Mailbox::event(QEvent *event) {
-    if (event->type() != wakeUp)
-        return QObject::event(event);
     std::deque<Job> jobs;
     {
+        // Taken before the event is looked at: so its making, before the poster's lock, is ordered too.
         const std::lock_guard lock(m_lock);
-        jobs.swap(m_jobs);
+        if (event->type() == wakeUp)
+            jobs.swap(m_jobs);
     }
+    if (jobs.empty())
+        return QObject::event(event);
     for (const Job &job : jobs)
         job();
     return true;

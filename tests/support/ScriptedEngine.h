@@ -4,12 +4,13 @@
 #include "support/Script.h"
 
 #include <QHash>
-#include <QThread>
 #include <QUrl>
 
 #include <deque>
 #include <memory>
+#include <future>
 #include <mutex>
+#include <thread>
 
 class QTcpServer;
 class QTcpSocket;
@@ -55,14 +56,18 @@ private:
     void step(const std::shared_ptr<Connection> &connection);
     void repeat(const std::shared_ptr<Connection> &connection, const QByteArray &chunk);
 
-    QThread m_thread;
-    Mailbox *m_mailbox;
+    void run();
+
+    Mailbox *m_mailbox = nullptr;
     QTcpServer *m_server = nullptr;
     quint16 m_port = 0;
+    std::promise<void> m_listening;
     QList<std::shared_ptr<Connection>> m_holding;
 
     mutable std::mutex m_lock;
     std::deque<Script> m_scripts;
     QList<Request> m_requests;
     int m_open = 0;
+
+    std::thread m_thread;
 };

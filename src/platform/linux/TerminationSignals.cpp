@@ -13,10 +13,9 @@ namespace {
 int writingEnd = -1;
 
 // A handler may do next to nothing; it wakes the event loop through a pipe.
-void wakeEventLoop(int signal) {
+void wakeEventLoop(int) {
     const char byte = 0;
     [[maybe_unused]] const ssize_t written = ::write(writingEnd, &byte, 1);
-    std::signal(signal, SIG_DFL);
 }
 
 } // namespace
@@ -33,7 +32,7 @@ void onTerminationSignal(std::function<void()> quit) {
     });
     struct sigaction action {};
     action.sa_handler = wakeEventLoop;
-    action.sa_flags = SA_RESTART;
+    action.sa_flags = SA_RESTART | SA_RESETHAND;
     for (const int signal : {SIGTERM, SIGINT, SIGHUP})
         ::sigaction(signal, &action, nullptr);
 }
