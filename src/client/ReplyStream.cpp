@@ -55,3 +55,10 @@ ReplyStream::ReplyStream(HttpRequest request)
     : m_chunks(std::make_shared<Channel<StreamChunk>>()),
       m_exchange(std::move(request), std::make_shared<Producer>(m_chunks)) {
 }
+
+Task<std::optional<StreamChunk>> ReplyStream::next(std::stop_token stop) {
+    // Here and not when the stream dies: whoever stops it may end the server next, before the reader
+    // gets its turn, and a server that still has a reader lingers.
+    const std::stop_callback hangUp(stop, [this] { m_exchange = HttpExchange(); });
+    co_return co_await m_chunks->next(stop);
+}

@@ -8,8 +8,9 @@
 #include <optional>
 
 /// A reply that is being streamed. Lines are read and decoded on the network thread into a queue
-/// without a limit, so the reading never waits for the consumer. Destroying the stream closes the
-/// connection at once, which is what makes the server stop generating.
+/// without a limit, so the reading never waits for the consumer. Destroying the stream, or requesting
+/// the stop of a next() that waits, closes the connection at once, which is what makes the server stop
+/// generating.
 ///
 /// next() throws OstrelinError for a status outside 200 to 299 and HttpError for a connection that fails.
 class ReplyStream : public ChunkStream {
@@ -17,7 +18,7 @@ public:
     /// Sends `request` and begins to read.
     explicit ReplyStream(HttpRequest request);
 
-    Task<std::optional<StreamChunk>> next(std::stop_token stop) override { return m_chunks->next(stop); }
+    Task<std::optional<StreamChunk>> next(std::stop_token stop) override;
 
 private:
     std::shared_ptr<Channel<StreamChunk>> m_chunks;

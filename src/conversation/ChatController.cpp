@@ -18,7 +18,7 @@ void ChatController::send(const QString &text, Thinking think, const QList<Attac
     if (!m_conversation)
         newChat();
     const TurnRequest request{.question = UserMessage{trimmed, attachments}, .think = think};
-    m_generateTask = spawn([&](std::stop_token stop) { return generate(this, *m_conversation, request, stop); });
+    m_generateTask.start([&](std::stop_token stop) { return generate(this, *m_conversation, request, stop); });
 }
 
 void ChatController::stop() {
@@ -43,7 +43,7 @@ void ChatController::runSchedule(const QString &name, const QString &prompt) {
     show(chat);
     save(chat);
     reloadSummaries();
-    m_generateTask = spawn([&](std::stop_token stop) { return generate(this, chat, TurnRequest{}, stop); });
+    m_generateTask.start([&](std::stop_token stop) { return generate(this, chat, TurnRequest{}, stop); });
 }
 
 void ChatController::reloadSummaries() {

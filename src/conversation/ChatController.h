@@ -2,7 +2,7 @@
 
 #include "conversation/ChatHost.h"
 #include "conversation/TurnPoints.h"
-#include "platform/Spawn.h"
+#include "platform/TaskHandle.h"
 #include "records/ChatStore.h"
 
 #include <QObject>

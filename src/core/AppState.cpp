@@ -66,7 +66,7 @@ void AppState::bootstrap() {
 
 void AppState::resolveModel() {
     const Model model = findModel();
-    m_startTask = spawn([&](std::stop_token stop) { return startEngine(model, stop); });
+    m_startTask.start([&](std::stop_token stop) { return startEngine(model, stop); });
 }
 
 AppState::Model AppState::findModel() const {

@@ -70,7 +70,7 @@ Task<> EngineManager::launch(QString modelPath, qint64 contextLength, std::stop_
     startChild(*binary, serverArguments(modelPath, *port, key, contextLength, budget));
     co_await waitForHealth(*port, key, stop);
     setStatus({State::ready, {}});
-    m_healthTask = spawn([&](std::stop_token monitorStop) { return monitor(*port, key, monitorStop); });
+    m_healthTask.start([&](std::stop_token monitorStop) { return monitor(*port, key, monitorStop); });
 }
 
 void EngineManager::startChild(const QString &binary, const QStringList &arguments) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/EngineStatus.h"
-#include "platform/Spawn.h"
+#include "platform/TaskHandle.h"
 #include "records/LineSplitter.h"
 #include "records/RingBuffer.h"
 

@@ -14,15 +14,13 @@ constexpr int wrapping = Qt::AlignCenter | Qt::TextWordWrap;
 Toast::Toast(const Look &look, Clock &clock, QWidget *parent)
     : QWidget(parent),
       m_look(look),
-      m_clock(clock) {
+      m_clock(clock),
+      m_opacity(style::toastFade) {
     Spoken::install();
     setAttribute(Qt::WA_TransparentForMouseEvents);
     hide();
-    m_opacity.setEasingCurve(QEasingCurve::InOutSine);
-    m_opacity.setStartValue(0.0);
-    m_opacity.setEndValue(0.0);
-    connect(&m_opacity, &QVariantAnimation::valueChanged, this, qOverload<>(&QWidget::update));
-    connect(&m_opacity, &QVariantAnimation::finished, this, [this] { setVisible(!m_text.isEmpty()); });
+    connect(&m_opacity, &Glide::moved, this, qOverload<>(&QWidget::update));
+    connect(&m_opacity, &Glide::arrived, this, [this] { setVisible(!m_text.isEmpty()); });
     connect(&look, &Look::changed, this, &Toast::place);
 }
 
@@ -31,10 +29,10 @@ void Toast::showText(const QString &text) {
     place();
     raise();
     show();
-    fade(1);
+    m_opacity.go(m_opacity.value(), 1, m_look.motion());
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
-    m_toastTask = spawn([this](std::stop_token stop) { return goLater(stop); });
+    m_toastTask.start([this](std::stop_token stop) { return goLater(stop); });
 }
 
 Task<> Toast::goLater(std::stop_token stop) {
@@ -42,7 +40,7 @@ Task<> Toast::goLater(std::stop_token stop) {
     if (stop.stop_requested())
         co_return;
     m_text.clear();
-    fade(0);
+    m_opacity.go(m_opacity.value(), 0, m_look.motion());
 }
 
 void Toast::setAnchor(const QPoint &bottomCentre) {
@@ -60,7 +58,7 @@ QSize Toast::sizeHint() const {
 void Toast::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setOpacity(m_opacity.currentValue().toDouble());
+    painter.setOpacity(m_opacity.value());
     const Palette &palette = m_look.palette();
     painter.setPen(Qt::NoPen);
     painter.setBrush(palette.ink);
@@ -79,13 +77,4 @@ void Toast::place() {
     area.moveBottom(m_bottomCentre.y());
     area.moveLeft(m_bottomCentre.x() - area.width() / 2);
     setGeometry(area);
-}
-
-void Toast::fade(double opacity) {
-    const double now = m_opacity.currentValue().toDouble();
-    m_opacity.stop();
-    m_opacity.setStartValue(now);
-    m_opacity.setEndValue(opacity);
-    m_opacity.setDuration(m_look.motion() == Motion::reduced ? 0 : int(style::toastFade.count()));
-    m_opacity.start();
 }

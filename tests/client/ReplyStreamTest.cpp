@@ -163,6 +163,20 @@ TEST_F(Streaming, aStopEndsTheStreamWithoutAnError) {
     EXPECT_FALSE(await(stream->next(stop.get_token())));
 }
 
+TEST_F(Streaming, aStopClosesTheConnectionBeforeTheReaderIsWokenUp) {
+    engine.answer(Script().content(u"one"_s).hold());
+    const auto stream = open();
+    await(stream->next({}));
+    std::stop_source stop;
+    const auto waiting = stream->next(stop.get_token());
+    stop.request_stop();
+    // No event loop runs here, as in a program that waits for its server's end while it quits.
+    QDeadlineTimer deadline(5000);
+    while (engine.openConnections() > 0 && !deadline.hasExpired())
+        QThread::msleep(1);
+    EXPECT_EQ(engine.openConnections(), 0);
+}
+
 TEST_F(Streaming, aStopBeatsChunksThatWait) {
     engine.answer(Script::reply({u"a"_s, u"b"_s}));
     std::stop_source stop;

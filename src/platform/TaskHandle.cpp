@@ -1,4 +1,4 @@
-#include "platform/Spawn.h"
+#include "platform/TaskHandle.h"
 
 #include <QDebug>
 

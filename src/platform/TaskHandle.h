@@ -5,14 +5,19 @@
 #include <memory>
 #include <utility>
 
-/// The hold on a task that nobody awaits. Destroying it, or giving it another task, asks the task to
-/// stop; the task itself ends when it next looks at its token. Main thread only.
+/// The hold on a task that nobody awaits. Destroying it, or starting another task in it, asks the task
+/// to stop; the task itself ends when it next looks at its token. Main thread only.
 class TaskHandle {
 public:
     TaskHandle() = default;
     ~TaskHandle() { cancel(); }
     TaskHandle(TaskHandle &&other) noexcept : m_state(std::exchange(other.m_state, nullptr)) {}
     TaskHandle &operator=(TaskHandle &&other) noexcept;
+
+    /// Starts the task that `begin(std::stop_token)` gives. The handle holds it from its first step on, so
+    /// that the task can be cancelled from inside.
+    template<typename Begin>
+    void start(Begin &&begin);
 
     /// Asks the task to stop and lets go of it. Nothing happens where there is none.
     void cancel();
@@ -26,9 +31,6 @@ public:
         bool running = true;
     };
 
-    /// For spawn().
-    explicit TaskHandle(std::shared_ptr<State> state) : m_state(std::move(state)) {}
-
 private:
     std::shared_ptr<State> m_state;
 };
@@ -37,10 +39,10 @@ private:
 /// a critical message, since nobody else would hear of it.
 Task<> supervise(std::shared_ptr<TaskHandle::State> state, Task<> task);
 
-/// Starts `start(std::stop_token)`, which gives a Task<>, and owns it through the handle.
-template<typename Start>
-[[nodiscard]] TaskHandle spawn(Start &&start) {
-    auto state = std::make_shared<TaskHandle::State>();
-    supervise(state, start(state->stop.get_token()));
-    return TaskHandle(state);
+template<typename Begin>
+void TaskHandle::start(Begin &&begin) {
+    cancel();
+    const auto state = std::make_shared<State>();
+    m_state = state;
+    supervise(state, begin(state->stop.get_token()));
 }

@@ -1,4 +1,4 @@
-#include "platform/Spawn.h"
+#include "platform/TaskHandle.h"
 
 #include "platform/WaitPoint.h"
 #include "support/Await.h"
@@ -29,16 +29,17 @@ struct Waiter {
     bool stopped = false;
     bool ended = false;
 
-    TaskHandle start() {
-        return spawn([this](std::stop_token stop) { return waitAndTell(&point, stop, &stopped, &ended); });
+    void start(TaskHandle &handle) {
+        handle.start([this](std::stop_token stop) { return waitAndTell(&point, stop, &stopped, &ended); });
     }
 };
 
 } // namespace
 
-TEST(Spawn, aTaskRunsAtOnceUpToItsFirstWait) {
+TEST(TaskHandle, aTaskRunsAtOnceUpToItsFirstWait) {
     Waiter waiter;
-    const TaskHandle handle = waiter.start();
+    TaskHandle handle;
+    waiter.start(handle);
     EXPECT_TRUE(handle.isRunning());
     EXPECT_FALSE(waiter.ended);
     waiter.point.wake();
@@ -47,20 +48,22 @@ TEST(Spawn, aTaskRunsAtOnceUpToItsFirstWait) {
     EXPECT_FALSE(handle.isRunning());
 }
 
-TEST(Spawn, lettingGoOfTheHandleStopsTheTask) {
+TEST(TaskHandle, lettingGoOfTheHandleStopsTheTask) {
     Waiter waiter;
     {
-        const TaskHandle handle = waiter.start();
+        TaskHandle handle;
+    waiter.start(handle);
     }
     EXPECT_TRUE(eventually([&] { return waiter.ended; }));
     EXPECT_TRUE(waiter.stopped);
 }
 
-TEST(Spawn, aNewTaskInTheHandleStopsTheOldOne) {
+TEST(TaskHandle, aNewTaskInTheHandleStopsTheOldOne) {
     Waiter first;
     Waiter second;
-    TaskHandle handle = first.start();
-    handle = second.start();
+    TaskHandle handle;
+    first.start(handle);
+    second.start(handle);
     EXPECT_TRUE(eventually([&] { return first.ended; }));
     EXPECT_TRUE(first.stopped);
     EXPECT_FALSE(second.ended);
@@ -69,20 +72,34 @@ TEST(Spawn, aNewTaskInTheHandleStopsTheOldOne) {
     EXPECT_FALSE(handle.isRunning());
 }
 
-TEST(Spawn, anErrorThatNobodyHandlesIsReported) {
+TEST(TaskHandle, anErrorThatNobodyHandlesIsReported) {
     QTest::ignoreMessage(QtCriticalMsg, "A task ended with an error that nobody handles: nobody listens");
-    const TaskHandle handle = spawn(fail);
+    TaskHandle handle;
+    handle.start(fail);
     EXPECT_FALSE(handle.isRunning());
 }
 
-TEST(Spawn, aCancellationIsAnOrdinaryEnd) {
-    const TaskHandle handle = spawn(cancelled);
+TEST(TaskHandle, aCancellationIsAnOrdinaryEnd) {
+    TaskHandle handle;
+    handle.start(cancelled);
     EXPECT_FALSE(handle.isRunning());
+}
+
+TEST(TaskHandle, aTaskCanBeCancelledFromInsideItsFirstStep) {
+    TaskHandle handle;
+    bool stopped = false;
+    handle.start([&](std::stop_token stop) {
+        handle.cancel();
+        stopped = stop.stop_requested();
+        return cancelled(stop);
+    });
+    EXPECT_TRUE(stopped);
 }
 
 TEST(WaitPoint, aWakeBeforeTheWaitIsNotLost) {
     Waiter waiter;
     waiter.point.wake();
-    const TaskHandle handle = waiter.start();
+    TaskHandle handle;
+    waiter.start(handle);
     EXPECT_TRUE(waiter.ended);
 }
