@@ -1,0 +1,75 @@
+#include "e2e/EngineFixture.h"
+
+#include "core/DemoModel.h"
+#include "platform/AtomicFile.h"
+#include "records/Folders.h"
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+EngineFixture::EngineFixture() : chat(std::make_unique<ChatController>(&host, Clock::system())) {
+    ensureFolders();
+    box.setPidFile(enginePidFile());
+    host.tier = demoModel(QStringLiteral(RESOURCES_FOLDER)).tier;
+    host.url.reset();
+    beExact();
+}
+
+EngineFixture::~EngineFixture() {
+    chat->stop();
+    engine.stop();
+}
+
+void EngineFixture::SetUp() {
+    const QFileInfo server(qEnvironmentVariable("OSTRELIN_LLAMA_SERVER"));
+    ASSERT_TRUE(server.isExecutable())
+        << "there is no engine at OSTRELIN_LLAMA_SERVER; scripts/engine brings it";
+}
+
+void EngineFixture::start(qint64 contextLength) {
+    await(engine.start(demoModelPath(), contextLength, {}));
+    host.url = engine.baseURL();
+    host.key = engine.apiKey();
+}
+
+void EngineFixture::say(const QString &text) {
+    chat->send(text);
+    ASSERT_TRUE(eventually([this] { return !chat->isGenerating(); }, 30'000)) << "the turn didn't end";
+}
+
+void EngineFixture::sayUntilBabbling() {
+    // At such a heat any token is as likely as any other, the one that ends the reply too.
+    const Sampling hot{.temperature = 1000, .topP = 1, .topK = 0, .minP = 0, .presencePenalty = 0};
+    const Sampling before = std::exchange(host.tier->sampling, hot);
+    const auto hasText = [this] {
+        return messages().last().role == Role::assistant && !messages().last().content.isEmpty();
+    };
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        chat->send(u"Hello!"_s);
+        ASSERT_TRUE(eventually([&] { return !chat->isGenerating() || hasText(); }, 30'000));
+        if (chat->isGenerating())
+            break;
+    }
+    host.tier->sampling = before;
+    ASSERT_TRUE(chat->isGenerating()) << "five replies in a row were over before they could be seen";
+}
+
+void EngineFixture::beExact() {
+    host.tier->sampling.temperature = 0;
+    host.tier->thinkingSampling.temperature = 0;
+}
+
+Conversation EngineFixture::saved() const {
+    const auto conversation = ChatStore().load(chat->conversation()->id);
+    EXPECT_TRUE(conversation) << "the chat isn't on disk";
+    return conversation.value_or(Conversation());
+}
+
+qint64 EngineFixture::pid() const {
+    return readFile(enginePidFile()).value_or("0").toLongLong();
+}
+
+QString EngineFixture::demoModelPath() {
+    return demoModel(QStringLiteral(RESOURCES_FOLDER)).path;
+}

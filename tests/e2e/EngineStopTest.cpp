@@ -1,0 +1,106 @@
+#include "e2e/EngineFixture.h"
+#include "e2e/ProcessStatus.h"
+#include "records/Folders.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QJsonDocument>
+#include <QTcpSocket>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class EngineStop : public EngineFixture {
+protected:
+    /// Somebody else's request for a reply that has no end: the bytes of it as HTTP wants them.
+    QByteArray strangersRequest() const {
+        const QJsonObject body{
+            {u"messages"_s, QJsonArray{QJsonObject{{u"role"_s, u"user"_s}, {u"content"_s, u"Hello!"_s}}}},
+            {u"stream"_s, true},
+            {u"temperature"_s, 1000},
+            {u"top_p"_s, 1},
+            {u"top_k"_s, 0},
+            {u"ignore_eos"_s, true}};
+        const QByteArray text = QJsonDocument(body).toJson();
+        return "POST /v1/chat/completions HTTP/1.1\r\nHost: 127.0.0.1\r\nContent-Type: application/json\r\n"
+               "Authorization: Bearer " +
+               engine.apiKey().toLatin1() + "\r\nContent-Length: " + QByteArray::number(text.size()) +
+               "\r\n\r\n" + text;
+    }
+};
+
+} // namespace
+
+TEST_F(EngineStop, aReplyStoppedInTheMiddleIsKeptAndTheEngineRests) {
+    start();
+    sayUntilBabbling();
+    chat->stop();
+    EXPECT_FALSE(chat->isGenerating());
+    EXPECT_TRUE(comesToRest(pid(), 1000)) << "the engine goes on with a reply that nobody reads";
+
+    EXPECT_EQ(messages().last().role, Role::assistant);
+    EXPECT_FALSE(messages().last().content.isEmpty());
+    EXPECT_EQ(saved(), *chat->conversation());
+}
+
+TEST_F(EngineStop, theNextMessageIsAnsweredAfterAStop) {
+    start();
+    sayUntilBabbling();
+    chat->stop();
+    ASSERT_TRUE(eventually([this] { return saved() == *chat->conversation(); }))
+        << "the stopped turn isn't over";
+    chat->newChat();
+    say(u"Hello!"_s);
+    ASSERT_EQ(messages().size(), 2);
+    EXPECT_FALSE(messages().last().content.isEmpty());
+    EXPECT_EQ(saved(), *chat->conversation());
+}
+
+TEST_F(EngineStop, aThousandTokensLaterTheEngineStillStopsAtOnce) {
+    start();
+    sayUntilBabbling();
+    eventually([this] { return !chat->isGenerating() || messages().last().content.size() > 4000; });
+    chat->stop();
+    EXPECT_TRUE(comesToRest(pid(), 1000));
+}
+
+TEST_F(EngineStop, aServerWhoseReplyWasStoppedIsGoneQuickly) {
+    start();
+    const qint64 server = pid();
+    sayUntilBabbling();
+    QElapsedTimer timer;
+    timer.start();
+    chat->stop();
+    engine.stop();
+    EXPECT_LT(timer.elapsed(), 1500) << "it lingered, and so a connection was still open";
+    EXPECT_FALSE(isAlive(server));
+    EXPECT_FALSE(QFile::exists(enginePidFile()));
+}
+
+TEST_F(EngineStop, anIdleServerIsGoneQuickly) {
+    start();
+    const qint64 server = pid();
+    QElapsedTimer timer;
+    timer.start();
+    engine.stop();
+    EXPECT_LT(timer.elapsed(), 1000);
+    EXPECT_FALSE(isAlive(server));
+}
+
+TEST_F(EngineStop, aServerThatSomebodyElseReadsFromIsKilledAfterThreeSeconds) {
+    start();
+    const qint64 server = pid();
+    QTcpSocket stranger;
+    stranger.connectToHost(u"127.0.0.1"_s, quint16(engine.baseURL()->port()));
+    ASSERT_TRUE(stranger.waitForConnected());
+    stranger.write(strangersRequest());
+    ASSERT_TRUE(eventually([&] { return stranger.readAll().contains("data: "); })) << "no reply began";
+
+    QElapsedTimer timer;
+    timer.start();
+    box.terminate();
+    EXPECT_LT(timer.elapsed(), 4000);
+    EXPECT_TRUE(eventually([&] { return !isAlive(server) && !box.isRunning(); }, 1000));
+    EXPECT_NE(engine.status().state, EngineStatus::State::failed) << "the exit was expected";
+}
