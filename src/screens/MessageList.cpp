@@ -24,7 +24,8 @@ constexpr int wheelStep = 24;
 MessageList::MessageList(const Look &look, QWidget *parent)
     : QAbstractScrollArea(parent),
       m_look(look),
-      m_heights(rowPadding, rowGap) {
+      m_heights(rowPadding, rowGap),
+      m_glide(style::scrollGlide) {
     setFrameShape(QFrame::NoFrame);
     viewport()->setAutoFillBackground(false);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -33,13 +34,11 @@ MessageList::MessageList(const Look &look, QWidget *parent)
     verticalScrollBar()->setSingleStep(wheelStep);
     setAccessibleName(u"Messages"_s);
     setFocusPolicy(Qt::TabFocus);
-    m_glide.setDuration(int(style::scrollGlide.count()));
-    m_glide.setEasingCurve(QEasingCurve::OutCubic);
-    connect(&m_glide, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
-        setOffset(value.toInt());
+    connect(&m_glide, &Glide::moved, this, [this] {
+        setOffset(int(m_glide.value()));
         arrange();
     });
-    connect(&m_glide, &QVariantAnimation::finished, this, &MessageList::arrange);
+    connect(&m_glide, &Glide::arrived, this, &MessageList::arrange);
     connect(&look, &Look::changed, this, [this] {
         qDeleteAll(std::exchange(m_widgets, {}));
         estimateAll();
@@ -69,12 +68,18 @@ void MessageList::setRows(const QUuid &conversationID, const QList<MessageRowMod
 
 bool MessageList::replaceRows(const QList<MessageRowModel> &rows) {
     const RowChange change = rowChange(m_rows, rows);
+    const int anchor = m_heights.rowAt(offset());
+    const int past = anchor < 0 ? 0 : offset() - m_heights.top(anchor);
     const QList<MessageRowModel> before = std::exchange(m_rows, rows);
     for (const MessageRowModel &row : before.mid(change.first, change.removed))
         delete m_widgets.take(row.id);
     const QList<MessageRowModel> fresh = rows.mid(change.first, change.added);
     if (!change.isNone())
         m_heights.replace(change.first, change.removed, estimates(fresh));
+    // The reader stays at the same message when rows come or go above it.
+    const int anchorNow = anchor < 0 ? -1 : change.placeNow(anchor);
+    if (!change.isNone() && anchorNow >= 0)
+        setOffset(m_heights.top(anchorNow) + past);
     // What the person sends is there to be seen, wherever they were reading.
     const auto isUser = [](const auto &row) { return row.kind == MessageRowModel::Kind::user; };
     if (std::any_of(fresh.begin(), fresh.end(), isUser))
@@ -110,15 +115,11 @@ void MessageList::followTo(int before) {
     if (!m_followsEnd || !grew || !isVisible() || m_look.motion() == Motion::reduced)
         return arrange();
     // The new rows are measured before the way to them is known.
-    measureInSight();
-    glideTo(end());
-}
-
-void MessageList::glideTo(int target) {
-    m_glide.stop();
-    m_glide.setStartValue(offset());
-    m_glide.setEndValue(target);
-    m_glide.start();
+    measureInSight(Hold::place);
+    if (end() - offset() > viewport()->height())
+        return arrange();
+    placeWidgets();
+    m_glide.go(offset(), end(), m_look.motion());
 }
 
 void MessageList::movePages(int pages) {
@@ -154,8 +155,12 @@ void MessageList::focusInEvent(QFocusEvent *event) {
 
 bool MessageList::focusNextPrevChild(bool next) {
     // From a row backwards, the list itself would come first and lead right back into the row.
-    const bool fromRow = !hasFocus() && isAncestorOf(window()->focusWidget());
-    if (next || !fromRow)
+    QWidget *focused = window()->focusWidget();
+    if (hasFocus() || !isAncestorOf(focused))
+        return QAbstractScrollArea::focusNextPrevChild(next);
+    // Rows are made at any time, which would put them behind everything else in the window.
+    QWidget::setTabOrder(this, focused);
+    if (next)
         return QAbstractScrollArea::focusNextPrevChild(next);
     setFocusPolicy(Qt::NoFocus);
     const bool found = QAbstractScrollArea::focusNextPrevChild(next);
@@ -207,16 +212,15 @@ void MessageList::setOffset(int offset) {
 }
 
 void MessageList::arrange() {
-    measureInSight();
+    measureInSight(m_followsEnd && !m_glide.isUnderWay() ? Hold::end : Hold::place);
     placeWidgets();
 }
 
-void MessageList::measureInSight() {
-    const bool pinned = m_followsEnd && m_glide.state() != QAbstractAnimation::Running;
+void MessageList::measureInSight(Hold hold) {
     bool changed = true;
     while (changed) {
         changed = false;
-        setOffset(pinned ? end() : offset());
+        setOffset(hold == Hold::end ? end() : offset());
         const int reach = viewport()->height();
         const int last = m_heights.rowAt(offset() + 2 * reach);
         for (int row = std::max(0, m_heights.rowAt(offset() - reach)); row <= last; ++row)

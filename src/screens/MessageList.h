@@ -1,12 +1,12 @@
 #pragma once
 
+#include "screens/Glide.h"
 #include "screens/MessageRowModel.h"
 #include "screens/RowHeights.h"
 #include "screens/TextView.h"
 
 #include <QAbstractScrollArea>
 #include <QHash>
-#include <QVariantAnimation>
 
 class Look;
 class MessageRow;
@@ -47,6 +47,9 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    /// What stays while rows are measured.
+    enum class Hold { end, place };
+
     int columnWidth() const;
     int columnLeft() const;
     int end() const;
@@ -57,10 +60,9 @@ private:
     void updateRow(int row, const MessageRowModel &model);
     void estimateAll();
     void followTo(int before);
-    void glideTo(int target);
     void setOffset(int offset);
     void arrange();
-    void measureInSight();
+    void measureInSight(Hold hold);
     bool measure(int row);
     void placeWidgets();
     MessageRow *widgetOf(int row);
@@ -73,7 +75,7 @@ private:
     QList<MessageRowModel> m_rows;
     RowHeights m_heights;
     QHash<QUuid, MessageRow *> m_widgets;
-    QVariantAnimation m_glide;
+    Glide m_glide;
     bool m_followsEnd = true;
     bool m_isArranging = false;
 };

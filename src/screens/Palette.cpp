@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double secondaryShare = 0.66;
+constexpr double secondaryShare = 0.7;
 constexpr double cardOpacity = 0.035;
 constexpr double quietOpacity = 0.07;
 constexpr double livelyOpacity = 0.11;

@@ -20,6 +20,13 @@ struct RowChange {
         return row < first + added ? -1 : row - added + removed;
     }
 
+    /// The new place of the row that stood at `row`; -1 for a removed row.
+    int placeNow(int row) const {
+        if (row < first)
+            return row;
+        return row < first + removed ? -1 : row - removed + added;
+    }
+
     bool operator==(const RowChange &) const = default;
 };
 

@@ -1,13 +1,12 @@
 #pragma once
 
-#include "platform/Spawn.h"
+#include "platform/TaskHandle.h"
+#include "screens/Glide.h"
 #include "screens/Spoken.h"
 
-#include <QVariantAnimation>
 #include <QWidget>
 
 class Clock;
-class Look;
 
 /// A short notice that stands over its parent for 2.6 seconds and then goes by itself. A new one takes
 /// the place of the one before and stands its full time. It takes neither clicks nor the focus.
@@ -38,13 +37,12 @@ private:
     Task<> goLater(std::stop_token stop);
 #endif
     void place();
-    void fade(double opacity);
 
     const Look &m_look;
     Clock &m_clock;
     QString m_text;
     QString m_shown; ///< stays to be seen while the notice fades
     QPoint m_bottomCentre;
-    QVariantAnimation m_opacity;
+    Glide m_opacity;
     TaskHandle m_toastTask;
 };

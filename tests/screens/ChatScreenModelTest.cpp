@@ -1,0 +1,136 @@
+#include "screens/ChatScreenModel.h"
+
+#include "screens/Submission.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Kind = MessageRowModel::Kind;
+using State = EngineStatus::State;
+
+Message message(Role role, const QString &content) {
+    return {.id = QUuid::createUuid(), .role = role, .content = content};
+}
+
+Conversation chatOf(const QList<Message> &messages) {
+    return {.id = QUuid::createUuid(), .title = u"Autumn"_s, .messages = messages};
+}
+
+QList<Kind> kindsOf(const QList<MessageRowModel> &rows) {
+    QList<Kind> kinds;
+    for (const MessageRowModel &row : rows)
+        kinds.append(row.kind);
+    return kinds;
+}
+
+} // namespace
+
+TEST(StatusLampTest, everyStateHasItsColorAndItsWord) {
+    using Color = StatusLamp::Color;
+    using Light = StatusLamp::Light;
+    const auto lamp = [](State state) { return statusLamp({state, {}}); };
+    EXPECT_EQ(lamp(State::stopped), (StatusLamp{Color::quiet, Light::steady, u"Ostrelin status: Stopped"_s}));
+    EXPECT_EQ(lamp(State::starting),
+              (StatusLamp{Color::waking, Light::pulsing, u"Ostrelin status: Waking up"_s}));
+    EXPECT_EQ(lamp(State::loading), lamp(State::starting));
+    EXPECT_EQ(lamp(State::ready), (StatusLamp{Color::good, Light::steady, u"Ostrelin status: Ready"_s}));
+    EXPECT_EQ(lamp(State::failed),
+              (StatusLamp{Color::bad, Light::steady, u"Ostrelin status: Engine error"_s}));
+}
+
+TEST(ChatScreenModelTest, withoutAChatTheEmptyStateStands) {
+    const ChatScreenModel model = chatScreenModel({});
+    EXPECT_TRUE(model.showsEmptyState);
+    EXPECT_EQ(model.title, u"New chat"_s);
+    EXPECT_TRUE(model.rows.isEmpty());
+    EXPECT_TRUE(model.conversationID.isNull());
+}
+
+TEST(ChatScreenModelTest, aChatWithoutMessagesIsEmptyToo) {
+    ChatScreenState state{.conversation = chatOf({})};
+    EXPECT_TRUE(chatScreenModel(state).showsEmptyState);
+    EXPECT_EQ(chatScreenModel(state).title, u"Autumn"_s);
+    state.conversation->messages.append(message(Role::user, u"Hi"_s));
+    EXPECT_FALSE(chatScreenModel(state).showsEmptyState);
+}
+
+TEST(ChatScreenModelTest, onlyALightModelHasAHint) {
+    ChatScreenState state;
+    EXPECT_EQ(chatScreenModel(state).emptyHint, QString());
+    state.activeTier = ModelTier{.id = u"lite-2"_s};
+    EXPECT_EQ(chatScreenModel(state).emptyHint, u"Great for writing, brainstorming and quick questions."_s);
+    state.activeTier = ModelTier{.id = u"pro-lite"_s};
+    EXPECT_EQ(chatScreenModel(state).emptyHint, QString());
+}
+
+TEST(ChatScreenModelTest, messagesForTheModelAloneAreNotDrawn) {
+    const Conversation chat = chatOf({message(Role::system, u"be kind"_s), message(Role::user, u"Hi"_s),
+                                      message(Role::assistant, {}), message(Role::tool, u"{}"_s),
+                                      message(Role::assistant, u"Hello"_s)});
+    const auto rows = messageRows(chat, std::nullopt);
+    EXPECT_EQ(kindsOf(rows), (QList{Kind::user, Kind::assistant}));
+    EXPECT_EQ(rows.at(1).id, chat.messages.at(4).id);
+    EXPECT_EQ(rows.at(1).text, u"Hello"_s);
+}
+
+TEST(ChatScreenModelTest, aReplyWithoutTextTypesWhileItIsWritten) {
+    Conversation chat = chatOf({message(Role::user, u"Hi"_s), message(Role::assistant, u" \n"_s)});
+    const QUuid reply = chat.messages.at(1).id;
+    EXPECT_EQ(kindsOf(messageRows(chat, reply)), (QList{Kind::user, Kind::typing}));
+    chat.messages[1].content = u"\nHel "_s;
+    EXPECT_EQ(messageRows(chat, reply).at(1).text, u"Hel"_s);
+    EXPECT_EQ(messageRows(chat, std::nullopt).at(1).text, u"\nHel "_s);
+}
+
+TEST(ChatScreenModelTest, rowsShareTheTextOfTheirMessages) {
+    const QString text = QString::number(12345);
+    const Conversation chat = chatOf({message(Role::user, text), message(Role::assistant, text)});
+    const auto rows = messageRows(chat, std::nullopt);
+    EXPECT_TRUE(rows.at(0).text.isSharedWith(chat.messages.at(0).content));
+    EXPECT_TRUE(rows.at(1).text.isSharedWith(chat.messages.at(1).content));
+}
+
+TEST(ChatScreenModelTest, theNoteOnDroppedMessagesStandsOnTop) {
+    Conversation chat = chatOf({message(Role::user, u"Hi"_s)});
+    chat.droppedCount = 0;
+    EXPECT_EQ(messageRows(chat, std::nullopt).size(), 1);
+    chat.droppedCount = 1;
+    const auto rows = messageRows(chat, std::nullopt);
+    EXPECT_EQ(kindsOf(rows), (QList{Kind::note, Kind::user}));
+    EXPECT_EQ(rows.at(0).text,
+              u"Earlier messages aren't being sent to the model to fit this Mac's memory."_s);
+}
+
+TEST(ChatScreenModelTest, onlyAFailedEngineHasABanner) {
+    ChatScreenState state{.engine = {State::ready, u"old"_s}};
+    EXPECT_EQ(chatScreenModel(state).engineFailure, QString());
+    state.engine = EngineStatus::failed(u"It broke."_s);
+    EXPECT_EQ(chatScreenModel(state).engineFailure, u"It broke."_s);
+}
+
+TEST(ChatScreenModelTest, theFourSuggestionsAreTheGivenOnes) {
+    EXPECT_EQ(suggestions(),
+              (QStringList{u"Write a friendly note thanking a coworker for helping me hit a deadline."_s,
+                           u"Explain how compound interest works, in plain words."_s,
+                           u"Brainstorm five names for a neighborhood coffee shop."_s,
+                           u"I have a job interview next week. Make me a short prep plan."_s}));
+}
+
+TEST(SubmissionTest, nothingIsSentDuringAReply) {
+    const QString refusal = u"Ostrelin is still answering. Stop that first, or wait for it to finish."_s;
+    EXPECT_EQ(submission(u"Hi"_s, true), (Submission{Submission::Kind::refuse, refusal}));
+    EXPECT_EQ(submission({}, true), (Submission{Submission::Kind::refuse, refusal}));
+}
+
+TEST(SubmissionTest, nothingIsSentWithoutAWord) {
+    const Submission refused{Submission::Kind::refuse, u"Did you forget to type a message to the AI?"_s};
+    EXPECT_EQ(submission({}, false), refused);
+    EXPECT_EQ(submission(u" \n\t"_s, false), refused);
+}
+
+TEST(SubmissionTest, aTextGoesOutAsItWasWritten) {
+    EXPECT_EQ(submission(u" Hi \n"_s, false), (Submission{Submission::Kind::send, u" Hi \n"_s}));
+}

@@ -1,0 +1,204 @@
+#include "screens/ChatScreen.h"
+
+#include "screens/AppFixture.h"
+#include "screens/ComposerTextView.h"
+#include "screens/Label.h"
+#include "screens/MessageList.h"
+#include "screens/MessageRow.h"
+#include "screens/StatusDot.h"
+#include "screens/Style.h"
+#include "screens/Toast.h"
+
+#include <QSignalSpy>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString stillAnswering = u"Ostrelin is still answering. Stop that first, or wait for it to finish."_s;
+const QString forgotten = u"Did you forget to type a message to the AI?"_s;
+
+class ChatScreenTest : public AppFixture {
+protected:
+    ChatScreenTest() : screen((start(), app), look, clock) {
+        screen.resize(style::contentMinimumWidth, style::contentMinimumHeight);
+        present(screen);
+    }
+
+    ComposerTextView *field() const { return screen.findChild<ComposerTextView *>(); }
+    MessageList *list() const { return screen.findChild<MessageList *>(); }
+    QString toast() const { return screen.findChild<Toast *>()->text(); }
+
+    void type(const QString &text) { QTest::keyClicks(field(), text); }
+    void pressReturn() { QTest::keyClick(field(), Qt::Key_Return); }
+
+    /// What the reader sees, row by row.
+    QStringList shownTexts() const {
+        QStringList texts;
+        for (const MessageRowModel &row : screen.model().rows) {
+            const MessageRow *widget = list()->rowWidget(row.id);
+            texts.append(widget && widget->textView() ? widget->textView()->text() : u"…"_s);
+        }
+        return texts;
+    }
+
+    StillLook look;
+    ChatScreen screen;
+};
+
+} // namespace
+
+TEST_F(ChatScreenTest, aNewChatShowsTheHeadingAndTheSuggestions) {
+    EXPECT_FALSE(list()->isVisible());
+    for (const QString &text : suggestions())
+        EXPECT_TRUE(buttonNamed(screen, text));
+    const auto labels = screen.findChildren<Label *>();
+    EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [](const Label *label) {
+        return label->isVisible() && label->text() == u"What can I help you with?"_s;
+    }));
+}
+
+TEST_F(ChatScreenTest, theFocusIsInTheComposerFromTheStart) {
+    EXPECT_EQ(screen.focusWidget(), field());
+}
+
+TEST_F(ChatScreenTest, returnSendsTheDraftAndTheReplyIsShown) {
+    engine.answer(Script::reply({u"Hel"_s, u"lo."_s}));
+    type(u"Hi"_s);
+    EXPECT_EQ(screen.draft(), u"Hi"_s);
+    pressReturn();
+    EXPECT_EQ(screen.draft(), QString());
+    EXPECT_EQ(field()->writtenText(), QString());
+    finishTurn();
+    EXPECT_EQ(shownTexts(), (QStringList{u"Hi"_s, u"Hello."_s}));
+    EXPECT_TRUE(list()->isVisible());
+    EXPECT_EQ(screen.focusWidget(), field());
+}
+
+TEST_F(ChatScreenTest, theButtonSendsToo) {
+    engine.answer(Script::reply({u"Yes."_s}));
+    type(u"Hi"_s);
+    click(buttonNamed(screen, u"Send message"_s));
+    finishTurn();
+    EXPECT_EQ(shownTexts(), (QStringList{u"Hi"_s, u"Yes."_s}));
+}
+
+TEST_F(ChatScreenTest, anEmptyBoxSendsNothingAndTellsSo) {
+    click(buttonNamed(screen, u"Send message"_s));
+    EXPECT_EQ(toast(), forgotten);
+    type(u"  "_s);
+    pressReturn();
+    EXPECT_EQ(toast(), forgotten);
+    EXPECT_EQ(field()->writtenText(), u"  "_s);
+    EXPECT_TRUE(engine.requests().isEmpty());
+}
+
+TEST_F(ChatScreenTest, returnDuringAReplyKeepsTheText) {
+    engine.answer(Script().content(u"Hel"_s).hold());
+    type(u"Hi"_s);
+    pressReturn();
+    ASSERT_TRUE(eventually([this] { return shownTexts().value(1) == u"Hel"_s; }));
+    type(u"And"_s);
+    pressReturn();
+    EXPECT_EQ(toast(), stillAnswering);
+    EXPECT_EQ(field()->writtenText(), u"And"_s);
+    EXPECT_EQ(app.chat().conversation()->messages.size(), 2);
+}
+
+TEST_F(ChatScreenTest, theStopButtonEndsTheReply) {
+    engine.answer(Script().content(u"Hel"_s).hold());
+    screen.submit(u"Hi"_s);
+    ASSERT_TRUE(eventually([this] { return shownTexts().value(1) == u"Hel"_s; }));
+    EXPECT_FALSE(buttonNamed(screen, u"Send message"_s));
+    click(buttonNamed(screen, u"Stop generating"_s));
+    EXPECT_FALSE(app.chat().isGenerating());
+    EXPECT_TRUE(buttonNamed(screen, u"Send message"_s));
+}
+
+TEST_F(ChatScreenTest, aSuggestionIsSentAndClearsTheDraft) {
+    engine.answer(Script::reply({u"Bean There"_s}));
+    type(u"draft"_s);
+    click(buttonNamed(screen, suggestions().at(2)));
+    EXPECT_EQ(field()->writtenText(), QString());
+    finishTurn();
+    EXPECT_EQ(shownTexts(), (QStringList{suggestions().at(2), u"Bean There"_s}));
+}
+
+TEST_F(ChatScreenTest, aSuggestionIsReachedByKeys) {
+    engine.answer(Script::reply({u"Yes."_s}));
+    QPushButton *button = buttonNamed(screen, suggestions().at(0));
+    button->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(button, Qt::Key_Return);
+    finishTurn();
+    EXPECT_EQ(shownTexts().value(0), suggestions().at(0));
+}
+
+TEST_F(ChatScreenTest, aNewChatEmptiesTheListAndTakesTheFocus) {
+    engine.answer(Script::reply({u"Yes."_s}));
+    screen.submit(u"Hi"_s);
+    finishTurn();
+    buttonNamed(screen, u"Send message"_s)->setFocus();
+    app.chat().newChat();
+    EXPECT_TRUE(screen.model().showsEmptyState);
+    EXPECT_FALSE(list()->isVisible());
+    EXPECT_EQ(screen.focusWidget(), field());
+}
+
+TEST_F(ChatScreenTest, aFailedEngineHasABannerAndARedLamp) {
+    EXPECT_FALSE(buttonNamed(screen, u"Try again"_s));
+    ChatScreenModel model = screen.model();
+    model.engineFailure = u"It broke."_s;
+    model.lamp = statusLamp(EngineStatus::failed(u"It broke."_s));
+    screen.setModel(model);
+    EXPECT_TRUE(buttonNamed(screen, u"Try again"_s));
+    EXPECT_EQ(spokenName(screen.findChild<StatusDot *>()), u"Ostrelin status: Engine error"_s);
+    const auto texts = screen.findChildren<TextView *>();
+    EXPECT_TRUE(std::any_of(texts.begin(), texts.end(), [](const TextView *text) {
+        return text->isVisible() && text->text() == u"It broke."_s;
+    }));
+}
+
+TEST_F(ChatScreenTest, theBannersButtonStartsTheEngineAnew) {
+    ChatScreenModel model = screen.model();
+    model.engineFailure = u"It broke."_s;
+    screen.setModel(model);
+    QSignalSpy phases(&app, &AppState::phaseChanged);
+    click(buttonNamed(screen, u"Try again"_s));
+    EXPECT_EQ(phases.count(), 2);
+    EXPECT_TRUE(std::holds_alternative<phase::Ready>(app.phase()));
+}
+
+TEST_F(ChatScreenTest, pageKeysInTheComposerMoveTheMessages) {
+    ChatScreenModel model = screen.model();
+    model.showsEmptyState = false;
+    for (int row = 0; row < 30; ++row)
+        model.rows.append({QUuid::createUuid(), MessageRowModel::Kind::assistant, u"text"_s});
+    screen.setModel(model);
+    EXPECT_TRUE(list()->followsEnd());
+    QTest::keyClick(field(), Qt::Key_PageUp);
+    EXPECT_FALSE(list()->followsEnd());
+    QTest::keyClick(field(), Qt::Key_PageDown);
+    EXPECT_TRUE(list()->followsEnd());
+}
+
+TEST_F(ChatScreenTest, everyButtonHasANameAndAKeyboardWay) {
+    for (const QPushButton *button : screen.findChildren<QPushButton *>()) {
+        EXPECT_FALSE(button->accessibleName().isEmpty());
+        EXPECT_TRUE(button->focusPolicy() & Qt::TabFocus);
+    }
+}
+
+TEST_F(ChatScreenTest, atItsSmallestNothingOverlaps) {
+    ChatScreenModel model = screen.model();
+    model.engineFailure = u"A long line of the engine's log. "_s.repeated(30);
+    for (const TextSize size : {TextSize::small, TextSize::extraLarge}) {
+        Settings settings;
+        settings.textSize = size;
+        look.follow(settings);
+        screen.setModel(model);
+        QCoreApplication::processEvents();
+        EXPECT_LE(screen.minimumSizeHint().height(), style::contentMinimumHeight);
+        EXPECT_LE(screen.minimumSizeHint().width(), style::contentMinimumWidth);
+        EXPECT_GT(field()->height(), 10);
+    }
+}

@@ -1,0 +1,308 @@
+#include "screens/MessageList.h"
+
+#include "screens/MessageRow.h"
+#include "screens/Screen.h"
+#include "screens/Style.h"
+
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Kind = MessageRowModel::Kind;
+
+QString paragraphs(int count) {
+    return QString(u"Some words that stand in a line of their own.\n"_s).repeated(count).trimmed();
+}
+
+class MessageListTest : public testing::Test {
+protected:
+    MessageListTest() : list(look) {
+        list.resize(800, 600);
+        present(list);
+    }
+
+    void append(Kind kind, const QString &text) { rows.append({QUuid::createUuid(), kind, text}); }
+
+    void fill(int count, int lines = 3) {
+        for (int row = 0; row < count; ++row)
+            append(row % 2 == 0 ? Kind::user : Kind::assistant, paragraphs(lines));
+        update();
+    }
+
+    void update() { list.setRows(chat, rows); }
+
+    QScrollBar &bar() { return *list.verticalScrollBar(); }
+    bool isAtEnd() { return bar().value() == bar().maximum(); }
+    MessageRow *row(int index) { return list.rowWidget(rows.at(index).id); }
+
+    /// Where a row stands in the viewport.
+    int topOf(int index) { return row(index)->y(); }
+
+    StillLook look;
+    MessageList list;
+    QUuid chat = QUuid::createUuid();
+    QList<MessageRowModel> rows;
+};
+
+} // namespace
+
+TEST_F(MessageListTest, aChatIsShownFromItsEnd) {
+    fill(60);
+    EXPECT_GT(bar().maximum(), 0);
+    EXPECT_TRUE(isAtEnd());
+    ASSERT_TRUE(row(59));
+    EXPECT_LE(row(59)->geometry().bottom(), list.viewport()->height());
+    rows.clear();
+    chat = QUuid::createUuid();
+    fill(40);
+    EXPECT_TRUE(isAtEnd());
+}
+
+TEST_F(MessageListTest, aShortChatStandsAtTheTop) {
+    fill(2, 1);
+    EXPECT_EQ(bar().maximum(), 0);
+    EXPECT_EQ(topOf(0), style::listPadding - style::rowOutset);
+}
+
+TEST_F(MessageListTest, theColumnIsAtMost720AndInTheMiddle) {
+    fill(2);
+    list.resize(1600, 600);
+    EXPECT_EQ(row(1)->width() - 2 * style::rowOutset, 720);
+    EXPECT_EQ(row(1)->geometry().center().x(), 1600 / 2 - 1);
+    list.resize(700, 600);
+    EXPECT_EQ(row(1)->width() - 2 * style::rowOutset, 700 - 2 * style::columnMargin);
+}
+
+TEST_F(MessageListTest, rowsStandTenApart) {
+    fill(3);
+    const auto content = [this](int index) {
+        return row(index)->geometry().adjusted(0, style::rowOutset, 0, -style::rowOutset);
+    };
+    EXPECT_EQ(content(1).top() - content(0).bottom() - 1, 10);
+}
+
+TEST_F(MessageListTest, aBubbleIsAtMost520WideAndAtTheRight) {
+    list.resize(1000, 600);
+    append(Kind::user, u"Hi"_s);
+    append(Kind::user, paragraphs(1).repeated(5));
+    update();
+    const auto bubble = [this](int index) {
+        return row(index)->textView()->geometry().adjusted(-style::bubblePaddingX, 0, style::bubblePaddingX,
+                                                           0);
+    };
+    EXPECT_LT(bubble(0).width(), 60);
+    EXPECT_LE(bubble(1).width(), 520);
+    EXPECT_GT(bubble(1).width(), 440);
+    EXPECT_EQ(bubble(0).right(), bubble(1).right());
+    EXPECT_EQ(bubble(0).right() + 1, row(0)->width() - style::rowOutset);
+}
+
+TEST_F(MessageListTest, theListFollowsWhileTheReaderIsAtTheEnd) {
+    fill(30);
+    append(Kind::assistant, u"A"_s);
+    update();
+    EXPECT_TRUE(isAtEnd());
+    for (int piece = 1; piece < 30; ++piece) {
+        rows.last().text = paragraphs(piece);
+        update();
+        ASSERT_TRUE(isAtEnd());
+    }
+}
+
+TEST_F(MessageListTest, whoReadsFurtherUpStaysThere) {
+    fill(30);
+    bar().setValue(bar().maximum() / 2);
+    EXPECT_FALSE(list.followsEnd());
+    const int value = bar().value();
+    append(Kind::assistant, u"A"_s);
+    update();
+    for (int piece = 1; piece < 20; ++piece) {
+        rows.last().text = paragraphs(piece);
+        update();
+    }
+    EXPECT_EQ(bar().value(), value);
+    bar().setValue(bar().maximum());
+    EXPECT_TRUE(list.followsEnd());
+}
+
+TEST_F(MessageListTest, whatThePersonSendsComesIntoSight) {
+    fill(30);
+    bar().setValue(0);
+    append(Kind::user, u"And then?"_s);
+    update();
+    EXPECT_TRUE(isAtEnd());
+}
+
+TEST_F(MessageListTest, aStreamedPieceTouchesOnlyItsRow) {
+    fill(10);
+    append(Kind::assistant, u"A"_s);
+    update();
+    QList<MessageRow *> widgets;
+    for (int index = 0; index < rows.size(); ++index)
+        widgets.append(row(index));
+    TextView *text = row(10)->textView();
+    text->selectAll();
+    rows.last().text = u"A word"_s;
+    update();
+    for (int index = 0; index < rows.size(); ++index)
+        EXPECT_EQ(row(index), widgets.at(index));
+    EXPECT_EQ(row(10)->textView(), text);
+    EXPECT_EQ(text->text(), u"A word"_s);
+    EXPECT_EQ(text->selectedText(), u"A"_s);
+}
+
+TEST_F(MessageListTest, theFirstWordTakesThePlaceOfTheDots) {
+    append(Kind::typing, {});
+    update();
+    EXPECT_FALSE(row(0)->textView());
+    const int height = row(0)->height();
+    rows[0] = {rows.at(0).id, Kind::assistant, u"Hello"_s};
+    update();
+    ASSERT_TRUE(row(0)->textView());
+    EXPECT_EQ(row(0)->textView()->text(), u"Hello"_s);
+    EXPECT_NEAR(row(0)->height(), height, 1);
+}
+
+TEST_F(MessageListTest, aNoteOnTopMovesNothingForTheReader) {
+    fill(40);
+    bar().setValue(bar().maximum() / 2);
+    const auto inSight = std::find_if(rows.begin(), rows.end(), [this](const auto &model) {
+        const MessageRow *widget = list.rowWidget(model.id);
+        return widget && widget->y() >= 0;
+    });
+    const int index = int(std::distance(rows.begin(), inSight));
+    const int top = topOf(index);
+    rows.prepend({QUuid(), Kind::note, u"A note"_s});
+    update();
+    EXPECT_EQ(topOf(index + 1), top);
+}
+
+TEST_F(MessageListTest, onlyRowsNearTheSightAreWidgets) {
+    fill(2000);
+    EXPECT_LT(list.widgetCount(), 60);
+    EXPECT_FALSE(row(0));
+    bar().setValue(0);
+    ASSERT_TRUE(row(0));
+    EXPECT_EQ(topOf(0), style::listPadding - style::rowOutset);
+    EXPECT_FALSE(row(1999));
+    EXPECT_LT(list.widgetCount(), 60);
+}
+
+TEST_F(MessageListTest, scrollingUpNeverJumps) {
+    // Long rows, so that the guesses are far off.
+    for (int index = 0; index < 200; ++index)
+        append(Kind::assistant, index % 3 == 0 ? QString(400, u'i') : paragraphs(index % 7));
+    update();
+    while (bar().value() > 0) {
+        const auto seen = std::find_if(rows.begin(), rows.end(), [this](const auto &model) {
+            const MessageRow *widget = list.rowWidget(model.id);
+            return widget && widget->geometry().bottom() > 0;
+        });
+        MessageRow *anchor = list.rowWidget(seen->id);
+        const int before = anchor->y();
+        const int step = std::min(40, bar().value());
+        bar().setValue(bar().value() - step);
+        ASSERT_EQ(anchor->y(), before + step);
+    }
+}
+
+TEST_F(MessageListTest, anotherWidthKeepsTheReadersPlace) {
+    fill(100, 6);
+    bar().setValue(bar().maximum() / 2);
+    const auto topRow = [this] {
+        return std::find_if(rows.begin(), rows.end(), [this](const auto &model) {
+            const MessageRow *widget = list.rowWidget(model.id);
+            return widget && widget->geometry().bottom() > 0;
+        });
+    };
+    const QUuid before = topRow()->id;
+    list.resize(500, 600);
+    EXPECT_EQ(topRow()->id, before);
+    list.resize(900, 500);
+    EXPECT_EQ(topRow()->id, before);
+}
+
+TEST_F(MessageListTest, atTheEndAnotherSizeStaysAtTheEnd) {
+    fill(50, 6);
+    list.resize(500, 400);
+    EXPECT_TRUE(isAtEnd());
+    list.resize(1200, 700);
+    EXPECT_TRUE(isAtEnd());
+}
+
+TEST_F(MessageListTest, goneRowsGoAndTheOthersStay) {
+    fill(6);
+    MessageRow *first = row(0);
+    rows.removeAt(3);
+    update();
+    EXPECT_EQ(list.widgetCount(), 5);
+    EXPECT_EQ(row(0), first);
+    EXPECT_GT(topOf(3), topOf(2));
+}
+
+TEST_F(MessageListTest, anotherLookLaysEverythingAnew) {
+    fill(20);
+    const int before = bar().maximum();
+    Settings settings;
+    settings.textSize = TextSize::extraLarge;
+    look.follow(settings);
+    EXPECT_GT(bar().maximum(), before);
+    EXPECT_TRUE(isAtEnd());
+}
+
+TEST_F(MessageListTest, theListIsOneStopOnTheKeyboardsWay) {
+    QWidget window;
+    QVBoxLayout column(&window);
+    auto *before = new QLineEdit;
+    auto *inside = new MessageList(look);
+    auto *after = new QLineEdit;
+    for (QWidget *widget : std::initializer_list<QWidget *>{before, inside, after})
+        column.addWidget(widget);
+    fill(6, 1);
+    inside->setRows(chat, rows);
+    window.resize(800, 600);
+    present(window);
+    before->setFocus();
+    const auto press = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(window.focusWidget(), key, modifiers);
+        return window.focusWidget();
+    };
+    const auto text = [&](int index) { return inside->rowWidget(rows.at(index).id)->textView(); };
+    EXPECT_EQ(press(Qt::Key_Tab), text(5));
+    EXPECT_EQ(press(Qt::Key_Up), text(4));
+    EXPECT_EQ(press(Qt::Key_Down), text(5));
+    EXPECT_EQ(press(Qt::Key_Down), text(5));
+    EXPECT_EQ(press(Qt::Key_Tab), after);
+    EXPECT_EQ(press(Qt::Key_Backtab, Qt::ShiftModifier), text(5));
+    EXPECT_EQ(press(Qt::Key_Backtab, Qt::ShiftModifier), before);
+}
+
+TEST_F(MessageListTest, theRowWithTheFocusStaysWhenItIsFarAway) {
+    fill(300);
+    row(299)->textView()->setFocus(Qt::TabFocusReason);
+    bar().setValue(0);
+    EXPECT_TRUE(row(299));
+    EXPECT_EQ(list.window()->focusWidget(), row(299)->textView());
+}
+
+TEST_F(MessageListTest, aScreenReaderHearsWhoSpeaks) {
+    fill(2);
+    EXPECT_EQ(spokenRole(row(0)), QAccessible::ListItem);
+    EXPECT_EQ(spokenName(row(0)), u"You"_s);
+    EXPECT_EQ(spokenName(row(1)), u"Ostrelin"_s);
+    EXPECT_EQ(spokenName(row(0)->textView()), rows.at(0).text);
+}
+
+TEST_F(MessageListTest, withMotionTheListGlidesToItsEnd) {
+    fill(30);
+    look.setMotion(Motion::full);
+    append(Kind::user, paragraphs(3));
+    update();
+    EXPECT_FALSE(isAtEnd());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return isAtEnd(); }));
+}

@@ -1,0 +1,105 @@
+#include "screens/Palette.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::array themes = {Theme::lightBlue, Theme::pink,      Theme::crispWhite,
+                               Theme::gray,      Theme::nearBlack, Theme::softGreen};
+
+QColor rgb(double red, double green, double blue) {
+    return QColor::fromRgbF(float(red), float(green), float(blue));
+}
+
+} // namespace
+
+TEST(PaletteTest, eachThemeForcesItsAppearance) {
+    EXPECT_EQ(paletteOf(Theme::lightBlue).appearance, Appearance::light);
+    EXPECT_EQ(paletteOf(Theme::pink).appearance, Appearance::light);
+    EXPECT_EQ(paletteOf(Theme::crispWhite).appearance, Appearance::light);
+    EXPECT_EQ(paletteOf(Theme::gray).appearance, Appearance::dark);
+    EXPECT_EQ(paletteOf(Theme::nearBlack).appearance, Appearance::dark);
+    EXPECT_EQ(paletteOf(Theme::softGreen).appearance, Appearance::light);
+}
+
+TEST(PaletteTest, theSwatchIsTheSidebarsColorInEveryTheme) {
+    for (const Theme theme : themes)
+        EXPECT_EQ(paletteOf(theme).swatch, paletteOf(theme).sidebar);
+}
+
+TEST(PaletteTest, theGivenColorsStandInTheirThemes) {
+    EXPECT_EQ(paletteOf(Theme::crispWhite).background, QColor(Qt::white));
+    EXPECT_EQ(paletteOf(Theme::crispWhite).surface, rgb(0.969, 0.961, 0.941));
+    EXPECT_EQ(paletteOf(Theme::gray).background, rgb(0.216, 0.224, 0.247));
+    EXPECT_EQ(paletteOf(Theme::nearBlack).ink, rgb(0.937, 0.914, 0.863));
+    EXPECT_EQ(paletteOf(Theme::nearBlack).accent, rgb(0.965, 0.651, 0.227));
+    EXPECT_EQ(paletteOf(Theme::lightBlue).accent, rgb(0.72, 0.36, 0.06));
+    EXPECT_EQ(paletteOf(Theme::pink).sidebar, rgb(0.984, 0.918, 0.941));
+    EXPECT_EQ(paletteOf(Theme::softGreen).strongInk, rgb(0.118, 0.227, 0.184));
+}
+
+TEST(PaletteTest, hairlinesOfTheDarkThemesAreBlackWithoutATint) {
+    EXPECT_EQ(paletteOf(Theme::gray).hairline, withOpacity(Qt::black, 0.4));
+    EXPECT_EQ(paletteOf(Theme::nearBlack).hairline, withOpacity(Qt::black, 0.5));
+}
+
+TEST(PaletteTest, textOnTheAccentIsTheBestOfThree) {
+    const QColor light = rgb(0.937, 0.953, 0.969);
+    const QColor darkest = rgb(0.122, 0.106, 0.176);
+    EXPECT_EQ(paletteOf(Theme::crispWhite).onAccent(), light);
+    EXPECT_EQ(paletteOf(Theme::softGreen).onAccent(), light);
+    EXPECT_EQ(paletteOf(Theme::pink).onAccent(), light);
+    EXPECT_EQ(paletteOf(Theme::gray).onAccent(), darkest);
+    EXPECT_EQ(paletteOf(Theme::nearBlack).onAccent(), darkest);
+}
+
+TEST(PaletteTest, everyTextCanBeReadInEveryTheme) {
+    constexpr double readable = 4.5; // WCAG 2.1, level AA
+    for (const Theme theme : themes) {
+        const Palette &palette = paletteOf(theme);
+        SCOPED_TRACE(displayName(theme).toStdString());
+        for (const QColor &ground :
+             {palette.background, palette.surface, palette.sidebar, palette.selection()})
+            EXPECT_GE(contrast(palette.ink, ground), readable);
+        EXPECT_GE(contrast(palette.secondaryInk(), palette.background), readable);
+        EXPECT_GE(contrast(palette.secondaryInk(), palette.surface), readable);
+        // The accents and the three colours on them are given; light blue's best is a little less.
+        EXPECT_GE(contrast(palette.onAccent(), palette.accent), 4.1);
+        EXPECT_GE(contrast(palette.onAccent(), palette.selectionOnAccent()), readable);
+        EXPECT_GE(contrast(palette.onAccent(), palette.livelyAccent()), 3.3);
+    }
+}
+
+TEST(PaletteTest, focusAndLampsCanBeToldFromTheirGround) {
+    constexpr double visible = 3; // WCAG 2.1, non-text contrast
+    for (const Theme theme : themes) {
+        const Palette &palette = paletteOf(theme);
+        SCOPED_TRACE(displayName(theme).toStdString());
+        EXPECT_GE(contrast(palette.accent, palette.background), visible);
+        EXPECT_GE(contrast(palette.bad(), palette.background), visible);
+    }
+}
+
+TEST(PaletteTest, contrastIsThatOfTheStandard) {
+    EXPECT_NEAR(contrast(Qt::black, Qt::white), 21, 1e-6);
+    EXPECT_NEAR(contrast(Qt::white, Qt::black), 21, 1e-6);
+    EXPECT_NEAR(contrast(Qt::red, Qt::red), 1, 1e-6);
+    EXPECT_NEAR(contrast(QColor(0x77, 0x77, 0x77), Qt::white), 4.48, 0.01);
+}
+
+TEST(PaletteTest, themesAreCalledAsTheSettingsShowThem) {
+    QStringList names;
+    for (const Theme theme : themes)
+        names.append(displayName(theme));
+    EXPECT_EQ(names, (QStringList{u"Light blue"_s, u"Pink"_s, u"Crisp white"_s, u"Gray"_s, u"Near black"_s,
+                                  u"Soft green"_s}));
+}
+
+TEST(PaletteTest, menusAndDialogsFollowTheTheme) {
+    const QPalette colors = toolkitPalette(paletteOf(Theme::pink));
+    EXPECT_EQ(colors.color(QPalette::Window), paletteOf(Theme::pink).background);
+    EXPECT_EQ(colors.color(QPalette::WindowText), paletteOf(Theme::pink).ink);
+    EXPECT_EQ(colors.color(QPalette::Highlight), paletteOf(Theme::pink).accent);
+}

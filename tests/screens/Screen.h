@@ -1,0 +1,45 @@
+#pragma once
+
+#include "screens/Look.h"
+
+#include <QAccessible>
+#include <QPushButton>
+#include <QTest>
+#include <QWidget>
+
+#include <algorithm>
+
+#include <gtest/gtest.h>
+
+/// What a screen reader calls a widget, and what it takes it for.
+inline QString spokenName(QWidget *widget) {
+    return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
+}
+inline QAccessible::Role spokenRole(QWidget *widget) {
+    return QAccessible::queryAccessibleInterface(widget)->role();
+}
+
+/// The visible button of that name below `root`; null if there is none.
+inline QPushButton *buttonNamed(const QWidget &root, const QString &name) {
+    const auto buttons = root.findChildren<QPushButton *>();
+    const auto found = std::find_if(buttons.begin(), buttons.end(), [&](QPushButton *button) {
+        return spokenName(button) == name && button->isVisibleTo(&root);
+    });
+    return found == buttons.end() ? nullptr : *found;
+}
+
+inline void click(QWidget *widget) {
+    QTest::mouseClick(widget, Qt::LeftButton);
+}
+
+/// Shows a window and waits until it stands there with the focus.
+inline void present(QWidget &window) {
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+}
+
+/// A look in which nothing moves, so that a test needn't wait.
+struct StillLook : Look {
+    StillLook() { setMotion(Motion::reduced); }
+};
