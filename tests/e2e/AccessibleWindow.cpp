@@ -1,0 +1,205 @@
+#include "e2e/AccessibleWindow.h"
+
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int answerTimeout = 5000;
+
+const QString accessible = u"org.a11y.atspi.Accessible"_s;
+const QString action = u"org.a11y.atspi.Action"_s;
+const QString root = u"/org/a11y/atspi/accessible/root"_s;
+const QString registry = u"org.a11y.atspi.Registry"_s;
+
+QVariantList ask(const QDBusConnection &bus, const QDBusMessage &question) {
+    const QDBusMessage answer = bus.call(question, QDBus::Block, answerTimeout);
+    return answer.type() == QDBusMessage::ReplyMessage ? answer.arguments() : QVariantList();
+}
+
+/// The bus of the accessibility service, which the session bus names.
+QDBusConnection accessibilityBus() {
+    const QVariantList address = ask(QDBusConnection::sessionBus(),
+                                     QDBusMessage::createMethodCall(u"org.a11y.Bus"_s, u"/org/a11y/bus"_s,
+                                                                    u"org.a11y.Bus"_s, u"GetAddress"_s));
+    const QString name = u"accessibility"_s;
+    return address.isEmpty() ? QDBusConnection(name)
+                             : QDBusConnection::connectToBus(address.first().toString(), name);
+}
+
+/// An array of (bus name, object path).
+QList<std::pair<QString, QString>> references(const QVariantList &answer) {
+    QList<std::pair<QString, QString>> found;
+    if (answer.isEmpty())
+        return found;
+    const auto list = answer.first().value<QDBusArgument>();
+    list.beginArray();
+    while (!list.atEnd()) {
+        QString service;
+        QDBusObjectPath path;
+        list.beginStructure();
+        list >> service >> path;
+        list.endStructure();
+        found.append({service, path.path()});
+    }
+    return found;
+}
+
+} // namespace
+
+AccessibleWindow::AccessibleWindow(qint64 processIdentifier)
+    : m_processIdentifier(processIdentifier),
+      m_bus(accessibilityBus()) {}
+
+bool AccessibleWindow::shows(const QString &name, AccessibleRole role) {
+    return find(name, role).has_value();
+}
+
+bool AccessibleWindow::waitFor(const QString &name, AccessibleRole role, int milliseconds) {
+    return QTest::qWaitFor([&] { return shows(name, role); }, milliseconds);
+}
+
+bool AccessibleWindow::waitUntilGone(const QString &name, AccessibleRole role, int milliseconds) {
+    return QTest::qWaitFor([&] { return !shows(name, role); }, milliseconds);
+}
+
+bool AccessibleWindow::press(const QString &name, AccessibleRole role) {
+    const auto item = find(name, role);
+    if (!item)
+        return false;
+    const int count = property(item->path, action, u"NActions"_s).toInt();
+    for (int index = 0; index < count; ++index) {
+        const QVariantList actionName = call(item->path, action, u"GetName"_s, {index});
+        if (!actionName.isEmpty() &&
+            actionName.first().toString().compare(u"press"_s, Qt::CaseInsensitive) == 0)
+            return call(item->path, action, u"DoAction"_s, {index}).value(0).toBool();
+    }
+    return false;
+}
+
+bool AccessibleWindow::setText(const QString &name, const QString &text) {
+    const auto item = find(name, AccessibleRole::text);
+    return item &&
+           call(item->path, u"org.a11y.atspi.EditableText"_s, u"SetTextContents"_s, {text}).value(0).toBool();
+}
+
+std::optional<QString> AccessibleWindow::text(const QString &name) {
+    const auto item = find(name, AccessibleRole::text);
+    if (!item)
+        return std::nullopt;
+    return call(item->path, u"org.a11y.atspi.Text"_s, u"GetText"_s, {0, -1}).value(0).toString();
+}
+
+QStringList AccessibleWindow::said(const QString &speaker) {
+    QStringList texts;
+    visit(root, [&](const Item &item) {
+        if (item.role != AccessibleRole::listItem || item.name != speaker)
+            return Walk::goOn;
+        for (const QString &part : childrenOf(item.path))
+            texts.append(property(part, accessible, u"Name"_s).toString());
+        return Walk::goOn;
+    });
+    return texts;
+}
+
+bool AccessibleWindow::focus(const QString &name) {
+    const auto item = find(name, AccessibleRole::text);
+    return item && call(item->path, u"org.a11y.atspi.Component"_s, u"GrabFocus"_s).value(0).toBool();
+}
+
+bool AccessibleWindow::type(const QString &text) {
+    constexpr quint32 wholeString = 4;
+    return generateKey(0, text, wholeString);
+}
+
+bool AccessibleWindow::typeKey(int keysym) {
+    constexpr quint32 pressAndRelease = 3;
+    return generateKey(keysym, {}, pressAndRelease);
+}
+
+bool AccessibleWindow::generateKey(int keysym, const QString &text, quint32 kind) {
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(registry, u"/org/a11y/atspi/registry/deviceeventcontroller"_s,
+                                       u"org.a11y.atspi.DeviceEventController"_s, u"GenerateKeyboardEvent"_s);
+    message.setArguments({keysym, text, kind});
+    return m_bus.call(message, QDBus::Block, answerTimeout).type() == QDBusMessage::ReplyMessage;
+}
+
+bool AccessibleWindow::connectToProgram() {
+    if (!m_service.isEmpty())
+        return true;
+    for (const auto &[service, path] :
+         references(callService(registry, root, accessible, u"GetChildren"_s))) {
+        const QVariantList process =
+            callService(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s,
+                        u"GetConnectionUnixProcessID"_s, {service});
+        if (process.value(0).toLongLong() == m_processIdentifier)
+            m_service = service;
+    }
+    return !m_service.isEmpty();
+}
+
+std::optional<AccessibleWindow::Item> AccessibleWindow::find(const QString &name, AccessibleRole role) {
+    std::optional<Item> found;
+    visit(root, [&](const Item &item) {
+        if (item.role != role || item.name != name)
+            return Walk::goOn;
+        found = item;
+        return Walk::end;
+    });
+    return found;
+}
+
+bool AccessibleWindow::visit(const QString &path, const std::function<Walk(const Item &)> &visitor) {
+    if (!connectToProgram())
+        return true;
+    for (const QString &child : childrenOf(path)) {
+        // What isn't showing has no part that is.
+        if (!isShowing(child))
+            continue;
+        const Item item{child, property(child, accessible, u"Name"_s).toString(),
+                        AccessibleRole(call(child, accessible, u"GetRole"_s).value(0).toUInt())};
+        if (visitor(item) == Walk::end || !visit(child, visitor))
+            return false;
+    }
+    return true;
+}
+
+bool AccessibleWindow::isShowing(const QString &path) {
+    constexpr quint32 showing = 1u << 25;
+    const QVariantList answer = call(path, accessible, u"GetState"_s);
+    if (answer.isEmpty())
+        return false;
+    QList<quint32> words;
+    answer.first().value<QDBusArgument>() >> words;
+    return (words.value(0) & showing) != 0;
+}
+
+QStringList AccessibleWindow::childrenOf(const QString &path) {
+    QStringList paths;
+    for (const auto &reference : references(call(path, accessible, u"GetChildren"_s)))
+        paths.append(reference.second);
+    return paths;
+}
+
+QVariantList AccessibleWindow::callService(const QString &service, const QString &path,
+                                           const QString &interface, const QString &method,
+                                           const QVariantList &arguments) {
+    QDBusMessage question = QDBusMessage::createMethodCall(service, path, interface, method);
+    question.setArguments(arguments);
+    return ask(m_bus, question);
+}
+
+QVariantList AccessibleWindow::call(const QString &path, const QString &interface, const QString &method,
+                                    const QVariantList &arguments) {
+    return callService(m_service, path, interface, method, arguments);
+}
+
+QVariant AccessibleWindow::property(const QString &path, const QString &interface, const QString &name) {
+    const QVariantList answer = call(path, u"org.freedesktop.DBus.Properties"_s, u"Get"_s, {interface, name});
+    return answer.isEmpty() ? QVariant() : answer.first().value<QDBusVariant>().variant();
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+/// What an object of a window is, in the numbers of AT-SPI's AtspiRole.
+enum class AccessibleRole : quint32 { label = 29, listItem = 32, menuItem = 35, pushButton = 43, text = 61 };
+
+/// Another program's window, read and driven as assistive technology does it: by AT-SPI over the
+/// accessibility bus, through the names that are read aloud. It knows only what is showing. Main
+/// thread; calls wait for the other program, and what it doesn't answer isn't there.
+class AccessibleWindow {
+public:
+    /// The windows of that process. Nothing happens before the first question.
+    explicit AccessibleWindow(qint64 processIdentifier);
+
+    /// True if an object with that name and role is showing.
+    bool shows(const QString &name, AccessibleRole role);
+
+    /// Waits until shows(), or until no such object shows. False after that many milliseconds.
+    bool waitFor(const QString &name, AccessibleRole role, int milliseconds = 15'000);
+    bool waitUntilGone(const QString &name, AccessibleRole role, int milliseconds = 15'000);
+
+    /// Presses the button or the menu item of that name. False if none is showing.
+    bool press(const QString &name, AccessibleRole role = AccessibleRole::pushButton);
+
+    /// Replaces the text of the field of that name. False if none is showing.
+    bool setText(const QString &name, const QString &text);
+
+    /// The text of the field of that name; nothing if none is showing.
+    std::optional<QString> text(const QString &name);
+
+    /// The texts of the messages in the list that "You" or "Ostrelin" said, as far as they are in sight.
+    QStringList said(const QString &speaker);
+
+    /// Gives the keyboard to the field of that name. False if none is showing.
+    bool focus(const QString &name);
+
+    /// Types a text, or the key with that X11 keysym, into the window that has the keyboard.
+    bool type(const QString &text);
+    bool typeKey(int keysym);
+
+private:
+    struct Item {
+        QString path;
+        QString name;
+        AccessibleRole role;
+    };
+    enum class Walk { goOn, end };
+
+    bool connectToProgram();
+    bool visit(const QString &path, const std::function<Walk(const Item &)> &visitor);
+    std::optional<Item> find(const QString &name, AccessibleRole role);
+    bool isShowing(const QString &path);
+    QStringList childrenOf(const QString &path);
+    QVariantList callService(const QString &service, const QString &path, const QString &interface,
+                             const QString &method, const QVariantList &arguments = {});
+    QVariantList call(const QString &path, const QString &interface, const QString &method,
+                      const QVariantList &arguments = {});
+    QVariant property(const QString &path, const QString &interface, const QString &name);
+    bool generateKey(int keysym, const QString &text, quint32 kind);
+
+    qint64 m_processIdentifier;
+    QDBusConnection m_bus;
+    QString m_service;
+};

@@ -1,0 +1,72 @@
+#include "e2e/RunningProgram.h"
+
+#include "e2e/ProcessStatus.h"
+#include "e2e/TopLevelWindow.h"
+#include "platform/Processes.h"
+
+#include <QTest>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+RunningProgram::RunningProgram(const QString &executable) : m_executable(executable) {
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"HOME"_s, m_home.path());
+    environment.insert(u"XDG_CONFIG_HOME"_s, m_home.filePath(u"config"_s));
+    environment.insert(u"XDG_CACHE_HOME"_s, m_home.filePath(u"cache"_s));
+    environment.insert(u"XDG_STATE_HOME"_s, m_home.filePath(u"state"_s));
+    environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
+    m_process.setProcessEnvironment(environment);
+    m_process.setProcessChannelMode(QProcess::MergedChannels);
+}
+
+RunningProgram::~RunningProgram() {
+    if (m_process.state() == QProcess::NotRunning)
+        return;
+    const qint64 engine = enginePid();
+    m_process.kill();
+    m_process.waitForFinished();
+    killProcess(engine);
+}
+
+bool RunningProgram::start() {
+    m_process.start(m_executable, QStringList());
+    if (!m_process.waitForStarted())
+        return false;
+    m_window = std::make_unique<AccessibleWindow>(m_process.processId());
+    return true;
+}
+
+bool RunningProgram::waitUntilReady(int milliseconds) {
+    return m_window->waitFor(u"Send message"_s, AccessibleRole::pushButton, milliseconds);
+}
+
+bool RunningProgram::waitForReply(int milliseconds) {
+    return m_window->waitFor(u"Send message"_s, AccessibleRole::pushButton, milliseconds);
+}
+
+qint64 RunningProgram::enginePid() const {
+    for (const qint64 child : childrenOf(pid())) {
+        if (processPath(child).contains(u"llama-server"_s))
+            return child;
+    }
+    return 0;
+}
+
+void RunningProgram::signal(int number) const {
+    if (pid() > 0)
+        ::kill(static_cast<pid_t>(pid()), number);
+}
+
+bool RunningProgram::closeWindow() const {
+    return closeTopLevelWindow(pid());
+}
+
+bool RunningProgram::waitForEnd(int milliseconds) {
+    return QTest::qWaitFor([this] { return m_process.state() == QProcess::NotRunning; }, milliseconds);
+}
+
+bool RunningProgram::endedOrderly() const {
+    return m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() == 0;
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QtGlobal>
+
+/// What a window manager knows and does, for a display that has none. All look for the visible
+/// top-level window that names this process as its own (_NET_WM_PID) on the display of the environment.
+
+/// The window's number; 0 if there is none. The others give false then.
+quint32 topLevelWindow(qint64 processIdentifier);
+
+/// Asks for the window's end, as the button in a title bar does (WM_DELETE_WINDOW of the ICCCM).
+bool closeTopLevelWindow(qint64 processIdentifier);
+
+/// Gives the keyboard to the window.
+bool focusTopLevelWindow(qint64 processIdentifier);

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "e2e/RunningProgram.h"
+#include "records/Conversation.h"
+#include "support/Await.h"
+#include "support/TemporaryApplicationFolder.h"
+
+/// The whole program with the demo model on a display of its own, in an application folder of its own.
+class WindowFixture : public ::testing::Test {
+protected:
+    WindowFixture();
+
+    void SetUp() override;
+
+    /// Starts the program and waits for the chat.
+    void startProgram();
+
+    /// Before the start: the installed model is one whose replies take a second or more, and make no
+    /// sense.
+    static void installBabblingModel();
+
+    /// Sends a text through the composer.
+    void send(const QString &text);
+
+    /// Waits until the assistant has said something.
+    bool waitForText();
+
+    AccessibleWindow &window() { return program.window(); }
+
+    /// The only chat on disk that has messages; an empty one if there is none.
+    static Conversation savedChat();
+
+    static const QString suggestion;
+    TemporaryApplicationFolder folder;
+    RunningProgram program{QStringLiteral(PROGRAM_PATH)};
+};
