@@ -1,3 +1,4 @@
+#include "figures/Measure.h"
 #include "records/Characters.h"
 
 #include <QTextBoundaryFinder>
@@ -59,5 +60,12 @@ void charactersOfMixedScriptsByQt(benchmark::State &state) {
     run(state, mixedScripts(), countByQt);
 }
 BENCHMARK(charactersOfMixedScriptsByQt)->Unit(benchmark::kMicrosecond);
+
+const Declared plain{{.name = "characters of 1 MB ASCII (peer: boundary finder)",
+                      .function = "charactersOfAscii",
+                      .peer = "charactersOfAsciiByQt"}};
+const Declared mixed{{.name = "characters of 1 MB mixed (peer: boundary finder)",
+                      .function = "charactersOfMixedScripts",
+                      .peer = "charactersOfMixedScriptsByQt"}};
 
 } // namespace

@@ -1,0 +1,79 @@
+#include "figures/Figure.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+namespace {
+
+/// The number with three digits that count, never in powers of ten.
+std::string text(double number) {
+    const double size = std::abs(number);
+    const int decimals = size >= 100 || size == 0 ? 0 : size >= 10 ? 1 : size >= 1 ? 2 : size >= 0.1 ? 3 : 4;
+    char buffer[64];
+    std::snprintf(buffer, sizeof buffer, "%.*f", decimals, number);
+    return buffer;
+}
+
+/// How many columns a text takes: the bytes that don't continue a character of UTF-8.
+size_t columns(const std::string &text) {
+    return static_cast<size_t>(
+        std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
+}
+
+std::string spaces(const std::string &text, size_t width) {
+    return std::string(width - std::min(width, columns(text)), ' ');
+}
+
+std::string padded(const std::string &text, size_t width) {
+    return text + spaces(text, width);
+}
+
+std::string alignedRight(const std::string &text, size_t width) {
+    return spaces(text, width) + text;
+}
+
+std::string budgetText(const Budget &budget, const std::string &unit) {
+    std::string result;
+    const auto add = [&](const std::string &part) { result += (result.empty() ? "" : ", ") + part; };
+    if (budget.most)
+        add("<= " + text(*budget.most) + " " + unit);
+    if (budget.mostAbovePeer)
+        add("<= peer + " + text(*budget.mostAbovePeer) + " " + unit);
+    if (budget.mostRatio)
+        add("<= " + text(*budget.mostRatio) + " x");
+    if (budget.leastRatio)
+        add(">= " + text(*budget.leastRatio) + " x");
+    return result;
+}
+
+bool isOver(const Figure &figure) {
+    const Budget &budget = figure.budget;
+    if (budget.most && figure.value > *budget.most)
+        return true;
+    if (!figure.peer)
+        return false;
+    const double ratio = figure.value / *figure.peer;
+    return (budget.mostAbovePeer && figure.value - *figure.peer > *budget.mostAbovePeer) ||
+           (budget.mostRatio && ratio > *budget.mostRatio) ||
+           (budget.leastRatio && ratio < *budget.leastRatio);
+}
+
+} // namespace
+
+void print(const Figure &figure) {
+    const std::string peer = figure.peer ? text(*figure.peer) : "-";
+    const std::string ratio = figure.peer ? text(figure.value / *figure.peer) + " x" : "-";
+    const std::string budget = budgetText(figure.budget, figure.unit);
+    const char *verdict = budget.empty() ? "" : isOver(figure) ? "over" : "within";
+    const std::string line = padded(figure.name, 52) + alignedRight(text(figure.value), 8) + " " +
+                             padded(figure.unit, 9) + "peer " + alignedRight(peer, 8) +
+                             alignedRight(ratio, 10) + "   " + padded(budget.empty() ? "-" : budget, 22) +
+                             verdict;
+    std::printf("%s\n", line.c_str());
+    std::fflush(stdout);
+}
+
+bool isWanted(const std::string &name, const std::string &filter) {
+    return name.find(filter) != std::string::npos;
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+
+/// An engine that streams the same reply to every request, one token an interval, on the dot. It serves
+/// one request after the other, on a thread of its own.
+class PacedEngine {
+public:
+    PacedEngine(const QList<QString> &tokens, std::chrono::nanoseconds interval);
+    ~PacedEngine();
+    PacedEngine(const PacedEngine &) = delete;
+    PacedEngine &operator=(const PacedEngine &) = delete;
+
+    QString url() const { return QStringLiteral("http://127.0.0.1:%1").arg(m_port); }
+
+    /// How many replies have begun, and how many have been sent to their end.
+    int begun() const { return m_begun; }
+    int sent() const { return m_sent; }
+
+    /// How long the last reply took.
+    std::chrono::nanoseconds duration() const { return m_duration.load(); }
+
+private:
+    void serve();
+    void reply(int connection);
+
+    const QList<QByteArray> m_chunks;
+    const std::chrono::nanoseconds m_interval;
+    int m_listener;
+    quint16 m_port = 0;
+    std::atomic<int> m_begun = 0;
+    std::atomic<int> m_sent = 0;
+    std::atomic<std::chrono::nanoseconds> m_duration{};
+    std::thread m_thread;
+};

@@ -1,0 +1,173 @@
+#include "figures/Figure.h"
+#include "figures/Median.h"
+#include "figures/SampleReply.h"
+#include "program/PacedEngine.h"
+#include "program/WatchedProgram.h"
+#include "records/ChatStore.h"
+#include "records/Folders.h"
+#include "records/Settings.h"
+#include "support/TemporaryApplicationFolder.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <cstdio>
+#include <functional>
+#include <thread>
+#include <vector>
+
+// The whole program as a person starts it, in a process of its own, beside the barest Qt program.
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString program = QStringLiteral(PROGRAM_PATH);
+const QString bareWindow = QStringLiteral(BARE_WINDOW_PATH);
+
+void pass(std::chrono::milliseconds time) {
+    std::this_thread::sleep_for(time);
+}
+
+void waitUntil(const std::function<bool()> &condition, const char *what) {
+    for (int tries = 0; !condition(); ++tries) {
+        if (tries > 3000)
+            throw std::runtime_error(std::string("waited too long for ") + what);
+        pass(20ms);
+    }
+}
+
+/// From the start of the process to the first painted window; with the real engine, which starts then.
+void measureStart(Figure figure) {
+    constexpr int rounds = 15;
+    const auto start = [](const QString &path) {
+        WatchedProgram started(path, u"quit"_s);
+        const double seconds = started.secondsToPaint();
+        started.waitForEnd();
+        return seconds * 1000;
+    };
+    // The first start of each brings the files into memory.
+    start(bareWindow);
+    start(program);
+    std::vector<double> bare;
+    std::vector<double> ours;
+    for (int round = 0; round < rounds; ++round) {
+        bare.push_back(start(bareWindow));
+        ours.push_back(start(program));
+    }
+    figure.value = median(ours);
+    figure.peer = median(bare);
+    print(figure);
+}
+
+/// Throws if no chat of so many messages has been saved.
+void requireMessages(qsizetype count) {
+    const ChatStore store{};
+    for (const ConversationSummary &row : store.list()) {
+        const std::optional<Conversation> chat = store.load(row.id);
+        if (chat && chat->messages.size() == count)
+            return;
+    }
+    throw std::runtime_error("the program has not sent every message");
+}
+
+/// At rest, after 100 questions were typed and 100 replies of a thousand characters came.
+void measureMemory(Figure figure) {
+    constexpr double megabyte = 1e6;
+    constexpr int exchanges = 100;
+    WatchedProgram bare(bareWindow, u"stay"_s);
+    bare.secondsToPaint();
+    PacedEngine engine(sampleTokens(1000), 0ns);
+    WatchedProgram ours(program, u"send=%1"_s.arg(exchanges), {{u"OSTRELIN_ENGINE_URL"_s, engine.url()}});
+    ours.waitFor("sent");
+    waitUntil([&] { return engine.sent() >= exchanges; }, "the last reply");
+    pass(2s);
+    requireMessages(2 * exchanges);
+    figure.value = ours.residentBytes() / megabyte;
+    figure.peer = bare.residentBytes() / megabyte;
+    print(figure);
+}
+
+/// Over a reply of 2,000 tokens at 200 a second, everything that the program does in that time.
+void measureChunks(Figure figure) {
+    constexpr int tokens = 2000;
+    QList<QString> reply = sampleTokens(4 * tokens);
+    reply.resize(tokens, u" and"_s);
+    PacedEngine engine(reply, 5ms);
+    WatchedProgram ours(program, u"send=1"_s, {{u"OSTRELIN_ENGINE_URL"_s, engine.url()}});
+    waitUntil([&] { return engine.begun() == 1; }, "the question");
+    const double before = ours.processorSeconds();
+    waitUntil([&] { return engine.sent() == 1; }, "the reply's end");
+    pass(200ms);
+    figure.value = (ours.processorSeconds() - before) * 1000 / tokens;
+    print(figure);
+    const double seconds = std::chrono::duration<double>(engine.duration()).count();
+    if (seconds > tokens * 0.005 * 1.05)
+        std::fprintf(stderr, "%s: the machine was too busy, only %.0f chunks came in a second\n",
+                     figure.name.c_str(), tokens / seconds);
+}
+
+/// With the real engine ready and an empty chat in the window.
+void measureIdle(Figure figure) {
+    constexpr auto watched = 20s;
+    WatchedProgram ours(program, u"stay"_s);
+    ours.secondsToPaint();
+    waitUntil([] { return QFile::exists(enginePidFile()); }, "the engine's start");
+    pass(5s);
+    const double before = ours.processorSeconds();
+    pass(watched);
+    figure.value = (ours.processorSeconds() - before) * (60s / watched);
+    print(figure);
+}
+
+struct Job {
+    Figure figure;
+    std::function<void(Figure)> measure;
+};
+
+const std::vector<Job> &jobs() {
+    static const std::vector<Job> all{
+        {{.name = "start to painted window (peer: bare Qt window)",
+          .unit = "ms",
+          .budget = {.mostRatio = 2.5}},
+         measureStart},
+        {{.name = "memory with 200 messages (peer: bare Qt window)",
+          .unit = "MB",
+          .budget = {.mostAbovePeer = 60}},
+         measureMemory},
+        {{.name = "processor time a chunk, at 200 a second", .unit = "ms", .budget = {.most = 0.5}},
+         measureChunks},
+        {{.name = "idle: processor time in a minute", .unit = "s", .budget = {.most = 0.1}}, measureIdle},
+    };
+    return all;
+}
+
+/// Measures in a new application folder, as somebody who has been welcomed already.
+bool run(const Job &job) {
+    const TemporaryApplicationFolder folder;
+    ensureFolders();
+    Settings settings;
+    settings.didFinishWelcome = true;
+    saveSettings(settings);
+    try {
+        job.measure(job.figure);
+        return true;
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "%s: %s\n", job.figure.name.c_str(), error.what());
+        return false;
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    QCoreApplication application(argc, argv);
+    const std::string filter = argc > 1 ? argv[1] : "";
+    bool isWhole = true;
+    for (const Job &job : jobs()) {
+        if (isWanted(job.figure.name, filter))
+            isWhole = run(job) && isWhole;
+    }
+    return isWhole ? 0 : 1;
+}

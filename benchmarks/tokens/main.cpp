@@ -1,0 +1,124 @@
+#include "client/LineReader.h"
+#include "client/StreamChunk.h"
+#include "figures/Figure.h"
+#include "screens/HouseStyle.h"
+#include "support/ScriptedEngine.h"
+#include "tokens/BareClient.h"
+#include "tokens/EndlessEngine.h"
+#include "tokens/RunningProgram.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+
+#include <algorithm>
+#include <cstdio>
+
+// Tokens a second of one long reply: through the program, from the question to the whole reply, against
+// a bare client that sends the same request and reads the same reply.
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr char hiddenName[] = "tokens, window hidden (peer: bare socket)";
+constexpr char visibleName[] = "tokens, window visible (peer: bare socket)";
+constexpr int contextLength = 1536;
+constexpr int fewestRounds = 5;
+constexpr qint64 enoughMilliseconds = 20'000;
+
+const QString question = u"Tell me about your garden."_s;
+
+InstalledModel greedyModel() {
+    const Sampling greedy{.temperature = 0, .topP = 1, .topK = 1, .minP = 0, .presencePenalty = 0};
+    return {.tierId = u"greedy"_s,
+            .displayName = u"Greedy"_s,
+            .filename = u"greedy.gguf"_s,
+            .contextLength = contextLength,
+            .sampling = greedy,
+            .thinkingSampling = greedy,
+            .supportsTools = false,
+            .license = u"MIT"_s,
+            .sizeBytes = 0};
+}
+
+/// The request that the program sends for the question.
+ScriptedEngine::Request requestOf(RunningProgram &program) {
+    ScriptedEngine engine;
+    engine.answer(Script::reply({u"Yes."_s}));
+    program.use(engine.url(), u"key"_s);
+    program.secondsOfReply(question);
+    return engine.requests().constFirst();
+}
+
+struct BareReply {
+    double seconds = 0;
+    int tokens = 0;
+    QString text;
+};
+
+BareReply bareReply(const EndlessEngine &engine, const ScriptedEngine::Request &request) {
+    const QByteArray path = request.line.split(' ').at(1);
+    QElapsedTimer timer;
+    timer.start();
+    const QByteArray bytes = BareClient(engine.port()).post(path, engine.key().toLatin1(), request.body);
+    BareReply result{.seconds = static_cast<double>(timer.nsecsElapsed()) / 1e9, .tokens = 0, .text = {}};
+    LineReader lines;
+    lines.feed(bytes);
+    while (const auto line = lines.next()) {
+        const std::optional<StreamChunk> chunk = parseStreamLine(*line);
+        if (!chunk || (chunk->content.isEmpty() && chunk->reasoning.isEmpty()))
+            continue;
+        ++result.tokens;
+        result.text += chunk->content;
+    }
+    return result;
+}
+
+void measure(const std::string &filter) {
+    RunningProgram program(greedyModel());
+    const ScriptedEngine::Request request = requestOf(program);
+    const EndlessEngine engine(QStringLiteral(ENGINE_PATH), QStringLiteral(DEMO_MODEL), contextLength);
+    program.use(engine.url(), engine.key());
+
+    // The first replies warm the engine up, and show that both sides get the same.
+    const BareReply first = bareReply(engine, request);
+    program.secondsOfReply(question);
+    if (first.tokens < contextLength / 2 || program.reply() != first.text)
+        throw std::runtime_error("the two replies differ, so nothing can be compared");
+
+    // The best round of each counts: what else goes on in the machine can only slow one down.
+    double hidden = 0;
+    double visible = 0;
+    double bare = 0;
+    QElapsedTimer whole;
+    whole.start();
+    for (int round = 0; round < fewestRounds || whole.elapsed() < enoughMilliseconds; ++round) {
+        program.setVisible(false);
+        bare = std::max(bare, first.tokens / bareReply(engine, request).seconds);
+        hidden = std::max(hidden, first.tokens / program.secondsOfReply(question));
+        program.setVisible(true);
+        visible = std::max(visible, first.tokens / program.secondsOfReply(question));
+    }
+    const Budget budget{.leastRatio = 0.97};
+    if (isWanted(hiddenName, filter))
+        print({hiddenName, hidden, "tokens/s", bare, budget});
+    if (isWanted(visibleName, filter))
+        print({visibleName, visible, "tokens/s", bare, budget});
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    const std::string filter = argc > 1 ? argv[1] : "";
+    if (!isWanted(hiddenName, filter) && !isWanted(visibleName, filter))
+        return 0;
+    QApplication::setStyle(new HouseStyle);
+    QApplication application(argc, argv);
+    try {
+        measure(filter);
+        return 0;
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "tokens: %s\n", error.what());
+        return 1;
+    }
+}
