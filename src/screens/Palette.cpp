@@ -159,7 +159,7 @@ QColor Palette::livelyEdge() const {
 }
 
 QColor Palette::shadow() const {
-    return withOpacity(Qt::black, appearance == Appearance::dark ? 0.011 : 0.005);
+    return withOpacity(Qt::black, appearance == Appearance::dark ? 0.008 : 0.005);
 }
 
 const Palette &paletteOf(Theme theme) {

@@ -2,7 +2,6 @@
 
 #include <QPainter>
 #include <QTextBoundaryFinder>
-#include <QTextLayout>
 
 #include <algorithm>
 
@@ -111,44 +110,47 @@ QRectF TextFlow::caretAt(int position) const {
 
 int TextFlow::moved(int position, Move move) const {
     const Paragraph &paragraph = paragraphOf(position);
-    const int inside = position - paragraph.start;
-    const auto step = [&](QTextLayout::CursorMode mode, bool forward) {
-        if (forward && inside == paragraph.length)
-            return std::min(position + 1, int(m_text.size()));
-        if (!forward && inside == 0)
-            return std::max(position - 1, 0);
-        return paragraph.start + (forward ? paragraph.layout.nextCursorPosition(inside, mode)
-                                          : paragraph.layout.previousCursorPosition(inside, mode));
-    };
-    const auto vertically = [&](double y, int otherwise) {
-        return y < 0 || y >= m_paragraphs.back()->bottom() ? otherwise
-                                                           : positionAt({caretAt(position).x(), y});
-    };
     const QTextLine line = lineOf(paragraph, position);
     const bool isLastLine = line.lineNumber() + 1 == paragraph.layout.lineCount();
     switch (move) {
     case Move::previousCharacter:
-        return step(QTextLayout::SkipCharacters, false);
+        return stepped(position, Way::back, QTextLayout::SkipCharacters);
     case Move::nextCharacter:
-        return step(QTextLayout::SkipCharacters, true);
+        return stepped(position, Way::forth, QTextLayout::SkipCharacters);
     case Move::previousWord:
-        return step(QTextLayout::SkipWords, false);
+        return stepped(position, Way::back, QTextLayout::SkipWords);
     case Move::nextWord:
-        return step(QTextLayout::SkipWords, true);
+        return stepped(position, Way::forth, QTextLayout::SkipWords);
     case Move::lineStart:
         return paragraph.start + line.textStart();
     case Move::lineEnd:
         return paragraph.start + line.textStart() + line.textLength() - (isLastLine ? 0 : 1);
     case Move::lineUp:
-        return vertically(caretAt(position).top() - m_lineSpacing - 1, position);
+        return inLineAt(caretAt(position).top() - m_lineSpacing - 1, position);
     case Move::lineDown:
-        return vertically(caretAt(position).bottom() + m_lineSpacing + 1, position);
+        return inLineAt(caretAt(position).bottom() + m_lineSpacing + 1, position);
     case Move::textStart:
         return 0;
     case Move::textEnd:
         return int(m_text.size());
     }
     Q_UNREACHABLE();
+}
+
+int TextFlow::stepped(int position, Way way, QTextLayout::CursorMode mode) const {
+    const Paragraph &paragraph = paragraphOf(position);
+    const int inside = position - paragraph.start;
+    if (way == Way::forth)
+        return inside == paragraph.length
+                   ? std::min(position + 1, int(m_text.size()))
+                   : paragraph.start + paragraph.layout.nextCursorPosition(inside, mode);
+    return inside == 0 ? std::max(position - 1, 0)
+                       : paragraph.start + paragraph.layout.previousCursorPosition(inside, mode);
+}
+
+int TextFlow::inLineAt(double y, int position) const {
+    const bool isOutside = y < 0 || y >= m_paragraphs.back()->bottom();
+    return isOutside ? position : positionAt({caretAt(position).x(), y});
 }
 
 TextSelection TextFlow::wordAt(int position) const {

@@ -4,14 +4,13 @@
 #include <QPointF>
 #include <QRectF>
 #include <QString>
+#include <QTextLayout>
 #include <QTextOption>
 
 #include <memory>
 #include <vector>
 
 class QPainter;
-class QTextLayout;
-class QTextLine;
 
 /// A stretch of a text between the place where a person began to select and the caret. Places count
 /// UTF-16 code units.
@@ -80,12 +79,16 @@ public:
 
 private:
     struct Paragraph;
+    enum class Way { back, forth };
 
     void layParagraphs(size_t first);
     void layOut(Paragraph &paragraph) const;
     void stack(size_t first);
     const Paragraph &paragraphOf(int position) const;
     const Paragraph &paragraphAtHeight(double y) const;
+    int stepped(int position, Way way, QTextLayout::CursorMode mode) const;
+    /// The place below or above `position` in the line at that height; itself if there is no line.
+    int inLineAt(double y, int position) const;
     QTextLine lineOf(const Paragraph &paragraph, int position) const;
 
     QString m_text;
