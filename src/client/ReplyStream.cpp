@@ -20,10 +20,13 @@ public:
         return Next::hangUp;
     }
 
-    void bytes(const QByteArray &piece) override {
+    Next bytes(const QByteArray &piece) override {
         m_lines.feed(piece);
-        while (const auto line = m_lines.next())
-            take(*line);
+        while (const auto line = m_lines.next()) {
+            if (take(*line) == Next::hangUp)
+                return Next::hangUp;
+        }
+        return Next::goOn;
     }
 
     void end(std::optional<HttpError> error) override {
@@ -35,14 +38,16 @@ public:
     }
 
 private:
-    void take(QByteArrayView line) {
+    Next take(QByteArrayView line) {
         std::optional<StreamChunk> chunk = parseStreamLine(line);
         if (!chunk)
-            return;
-        const bool last = chunk->finishReason == u"done"_s;
+            return Next::goOn;
+        const bool isLast = chunk->finishReason == u"done"_s;
         m_chunks->push(std::move(*chunk));
-        if (last)
-            m_chunks->close();
+        if (!isLast)
+            return Next::goOn;
+        m_chunks->close();
+        return Next::hangUp;
     }
 
     std::shared_ptr<Channel<StreamChunk>> m_chunks;

@@ -36,6 +36,19 @@ QList<ToolCallDelta> deltasOf(const QJsonValue &toolCalls) {
     return deltas;
 }
 
+/// One walk over the few keys that a delta has, instead of a search for each that it might have.
+void readDelta(const QJsonObject &delta, StreamChunk &chunk) {
+    for (auto entry = delta.begin(); entry != delta.end(); ++entry) {
+        const auto key = entry.key();
+        if (key == "content"_L1)
+            chunk.content = entry->toString();
+        else if (key == "reasoning_content"_L1)
+            chunk.reasoning = entry->toString();
+        else if (key == "tool_calls"_L1)
+            chunk.toolDeltas = deltasOf(*entry);
+    }
+}
+
 } // namespace
 
 std::optional<StreamChunk> parseStreamLine(QByteArrayView line) {
@@ -49,15 +62,14 @@ std::optional<StreamChunk> parseStreamLine(QByteArrayView line) {
         return StreamChunk{.content = {}, .reasoning = {}, .toolDeltas = {}, .finishReason = u"done"_s};
 
     const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromRawData(data.data(), data.size()));
-    const QJsonArray choices = document.object()["choices"_L1].toArray();
+    const QJsonArray choices = document["choices"_L1].toArray();
     if (choices.isEmpty() || !holdsOnlyObjects(choices))
         return std::nullopt;
     const QJsonObject choice = choices.first().toObject();
-    const QJsonObject delta = choice["delta"_L1].toObject();
-    return StreamChunk{.content = delta["content"_L1].toString(),
-                       .reasoning = delta["reasoning_content"_L1].toString(),
-                       .toolDeltas = deltasOf(delta["tool_calls"_L1]),
-                       .finishReason = text(choice["finish_reason"_L1])};
+    StreamChunk chunk;
+    chunk.finishReason = text(choice["finish_reason"_L1]);
+    readDelta(choice["delta"_L1].toObject(), chunk);
+    return chunk;
 }
 
 void ToolCallAssembler::ingest(const ToolCallDelta &delta) {

@@ -23,9 +23,7 @@ void ChatController::send(const QString &text, Thinking think, const QList<Attac
 
 void ChatController::stop() {
     m_generateTask.cancel();
-    m_generatingID.reset();
-    setStreamingID(std::nullopt);
-    setIsGenerating(false);
+    resetTurn();
 }
 
 void ChatController::newChat() {

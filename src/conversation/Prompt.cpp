@@ -1,5 +1,6 @@
 #include "conversation/Prompt.h"
 
+#include <QJsonDocument>
 #include <QJsonObject>
 
 using namespace Qt::StringLiterals;
@@ -41,10 +42,18 @@ QString userText(const Message &message) {
     return parts.join(u"\n\n"_s);
 }
 
+/// The arguments as the model wrote them. What is no JSON, such as those of a call that was stopped in
+/// the middle, goes out as no arguments: the engine would refuse this chat for ever.
+QString wireArguments(const QString &arguments) {
+    QJsonParseError error;
+    QJsonDocument::fromJson(arguments.toUtf8(), &error);
+    return error.error == QJsonParseError::NoError ? arguments : u"{}"_s;
+}
+
 QJsonArray wireCalls(const QList<ToolCall> &calls) {
     QJsonArray wire;
     for (const ToolCall &call : calls) {
-        const QJsonObject function{{u"name"_s, call.name}, {u"arguments"_s, call.arguments}};
+        const QJsonObject function{{u"name"_s, call.name}, {u"arguments"_s, wireArguments(call.arguments)}};
         wire.append(QJsonObject{{u"id"_s, call.id}, {u"type"_s, u"function"_s}, {u"function"_s, function}});
     }
     return wire;

@@ -31,7 +31,13 @@ qsizetype lastAssistant(const QList<Message> &messages) {
 Task<> generate(ChatController *controller, Conversation conversation, TurnRequest request,
                 std::stop_token stop) {
     Turn turn(*controller, std::move(conversation), std::move(request), stop);
-    co_await turn.run();
+    try {
+        co_await turn.run();
+    } catch (...) {
+        // A service that fails must not leave the chat busy for ever.
+        turn.abandon();
+        throw;
+    }
 }
 
 Turn::Turn(ChatController &controller, Conversation conversation, TurnRequest request, std::stop_token stop)
@@ -54,8 +60,10 @@ Task<> Turn::run() {
         if (isCancelled())
             co_return saveAndReset();
         if (result.kind == RoundResult::Kind::failed) {
+            m_controller->save(m_conversation);
             m_controller->publish(m_conversation);
-            co_return saveAndReset();
+            m_controller->resetTurn();
+            co_return;
         }
         if (result.kind == RoundResult::Kind::toolCalls) {
             ++m_round;
@@ -180,7 +188,7 @@ RoundResult Turn::finishMessage(Message &message, ToolCallAssembler &assembler,
                                 std::optional<QString> lastFinish) {
     const TurnPoints &points = m_controller->m_points;
     if (points.extractThinking) {
-        const TurnPoints::Thinking found = points.extractThinking(message.content);
+        const TurnPoints::RecoveredThinking found = points.extractThinking(message.content);
         QStringList parts{message.reasoning.value_or(QString()), found.reasoning};
         parts.removeAll(QString());
         if (!found.reasoning.isEmpty())
@@ -189,7 +197,7 @@ RoundResult Turn::finishMessage(Message &message, ToolCallAssembler &assembler,
     }
     QList<ToolCall> writtenCalls;
     if (points.extractToolCalls) {
-        TurnPoints::Calls found = points.extractToolCalls(message.content);
+        TurnPoints::RecoveredCalls found = points.extractToolCalls(message.content);
         message.content = found.content;
         writtenCalls = std::move(found.calls);
     }
@@ -281,6 +289,11 @@ std::optional<QString> Turn::dueCorrection() const {
 
 bool Turn::allowsTools() const {
     return m_round <= lastRoundWithTools && !m_pageOfferAccepted;
+}
+
+void Turn::abandon() {
+    if (m_controller)
+        saveAndReset();
 }
 
 void Turn::saveAndReset() {

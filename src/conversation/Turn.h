@@ -34,7 +34,11 @@ class Turn {
 public:
     Turn(ChatController &controller, Conversation conversation, TurnRequest request, std::stop_token stop);
 
+    /// Runs the turn to its end. Throws what a service of the turn throws.
     Task<> run();
+
+    /// Saves the chat as it stands and ends the turn; for one that didn't get to its end.
+    void abandon();
 
 private:
     struct Round {

@@ -8,10 +8,10 @@
 #include <memory>
 
 /// Where a turn calls on the rest of the conversation engine. The loop knows no more of these services
-/// than is told here. Every member may be left empty; beside it stands how the turn then behaves. Main
-/// thread only.
+/// than is told here. Every member may be left empty; beside it stands how the turn then behaves. None
+/// should throw: an error saves the chat and ends the turn. Main thread only.
 struct TurnPoints {
-    struct Thinking {
+    struct RecoveredThinking {
         QString reasoning; ///< what stood in think tags; empty if there were none
         QString content;   ///< the text without them
     };
@@ -20,14 +20,14 @@ struct TurnPoints {
         Conversation &conversation; ///< the turn's own copy, which the turn saves and shows
         bool &pageOfferAccepted;    ///< this turn's reply is to be a page
     };
-    struct Calls {
+    struct RecoveredCalls {
         QList<ToolCall> calls; ///< calls that were written as text
         QString content;       ///< the text without them
     };
 
     /// Thinking, and tool calls, that the model wrote into its text. Empty: the text stays as it came.
-    std::function<Thinking(const QString &content)> extractThinking;
-    std::function<Calls(const QString &content)> extractToolCalls;
+    std::function<RecoveredThinking(const QString &content)> extractThinking;
+    std::function<RecoveredCalls(const QString &content)> extractToolCalls;
 
     /// A reply that comes in bursts. Empty: every request is streamed at full speed.
     std::function<std::unique_ptr<ChunkStream>(LLMClient, StreamRequest, ResponseSpeed)> pacedStream;

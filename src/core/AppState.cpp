@@ -1,5 +1,6 @@
 #include "core/AppState.h"
 
+#include "conversation/History.h"
 #include "core/DemoModel.h"
 #include "engine/EngineProcessBox.h"
 #include "platform/AtomicFile.h"
@@ -10,7 +11,10 @@
 
 #include <QFile>
 
+#include <thread>
+
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -90,7 +94,7 @@ Task<> AppState::startEngine(Model model, std::stop_token stop) {
         m_activeTier = model.tier;
         Q_EMIT activeTierChanged();
     }
-    const qint64 contextLength = model.tier ? model.tier->contextLength : 8192;
+    const qint64 contextLength = model.tier ? model.tier->contextLength : defaultContextLength;
     QString failure;
     try {
         co_await m_engine.start(model.path, contextLength, stop);
@@ -112,9 +116,14 @@ Task<> AppState::startEngine(Model model, std::stop_token stop) {
 }
 
 void AppState::shutDown() {
-    // The server ends at once when nobody reads from it any more, and lingers otherwise.
+    // The server ends at once when nobody reads from it any more, and lingers otherwise: also when it is
+    // asked to end before it has noticed that its reader is gone.
+    constexpr auto noticeTime = 100ms;
     m_startTask.cancel();
+    const bool wasGenerating = m_chat.isGenerating();
     m_chat.stop();
+    if (wasGenerating)
+        std::this_thread::sleep_for(noticeTime);
     m_box.terminate();
 }
 

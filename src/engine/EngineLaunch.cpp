@@ -91,8 +91,8 @@ Task<int> healthStatus(quint16 port, QString key, std::stop_token stop) {
     if (!key.isEmpty())
         request.headers.emplaceBack("Authorization", "Bearer " + key.toUtf8());
     try {
-        const HttpResponse response = co_await fetch(request, stop);
-        co_return response.status;
+        const int status = co_await fetchStatus(request, stop);
+        co_return status;
     } catch (const HttpError &) {
         co_return -1;
     }

@@ -31,6 +31,6 @@ QProcessEnvironment serverEnvironment(QProcessEnvironment environment);
 
 #ifndef Q_MOC_RUN
 /// The status of GET /health on the server at that port, with the key as bearer token unless it is
-/// empty; -1 if no answer comes within two seconds. Main thread.
+/// empty; -1 if none comes, or the server is silent for two seconds. The body is not read. Main thread.
 Task<int> healthStatus(quint16 port, QString key, std::stop_token stop);
 #endif

@@ -31,6 +31,7 @@ Task<> EngineManager::start(QString modelPath, qint64 contextLength, std::stop_t
     }
     this->stop();
     const QPointer self(this);
+    const int launchesBefore = m_launches;
     try {
         co_await launch(modelPath, contextLength, stop);
         co_return;
@@ -38,10 +39,13 @@ Task<> EngineManager::start(QString modelPath, qint64 contextLength, std::stop_t
         if (error.kind() == EngineError::Kind::missingBinary)
             throw;
     } catch (const Cancelled &) {
-        // Nobody waits for a second attempt any more; the first one's server must not stay behind.
-        if (self)
+        // Nobody waits for a second attempt any more. The first one's server must not stay behind, but
+        // another start may have put its own in the place already.
+        if (self && self->m_launches == launchesBefore + 1)
             self->stop();
         throw;
+    } catch (...) {
+        // Whatever it was, the second attempt may do better.
     }
     this->stop();
     co_await launch(modelPath, contextLength, stop);
@@ -87,13 +91,12 @@ void EngineManager::startChild(const QString &binary, const QStringList &argumen
         });
     };
     try {
-        m_box.hold(std::make_shared<ChildProcess>(
-            ChildProcess::Launch{.executable = binary,
-                                 .arguments = arguments,
-                                 .environment = serverEnvironment(QProcessEnvironment::systemEnvironment()),
-                                 .onOutput = toLogs(),
-                                 .onError = toLogs(),
-                                 .onExit = tellExit}));
+        m_box.launch({.executable = binary,
+                      .arguments = arguments,
+                      .environment = serverEnvironment(QProcessEnvironment::systemEnvironment()),
+                      .onOutput = toLogs(),
+                      .onError = toLogs(),
+                      .onExit = tellExit});
     } catch (const LaunchError &error) {
         throw EngineError(EngineError::Kind::exited, QString::fromLocal8Bit(error.what()));
     }

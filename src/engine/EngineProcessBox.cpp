@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <thread>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -19,11 +20,14 @@ void EngineProcessBox::setPidFile(const QString &path) {
     m_pidFile = path;
 }
 
-void EngineProcessBox::hold(std::shared_ptr<ChildProcess> process) {
+void EngineProcessBox::launch(ChildProcess::Launch launch) {
+    std::shared_ptr<ChildProcess> before;
     {
+        // Held for the moment of the launch, so that a terminate() from elsewhere finds the new child.
         const std::lock_guard lock(m_lock);
         m_expectingExit = false;
-        m_process.swap(process);
+        auto process = std::make_shared<ChildProcess>(std::move(launch));
+        before = std::exchange(m_process, std::move(process));
     }
     // The child before goes here, outside the lock: letting go of a running one waits for its end.
 }

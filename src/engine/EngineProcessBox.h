@@ -18,9 +18,9 @@ public:
     /// before anything else touches the engine.
     void setPidFile(const QString &path);
 
-    /// Takes the place of the child before; from now on its exit is unexpected. The child before, long
-    /// dead in the ordinary case, is released here.
-    void hold(std::shared_ptr<ChildProcess> process);
+    /// Starts a child in the place of the one before; its exit is unexpected from now on. Throws
+    /// LaunchError. The child before, long dead in the ordinary case, is released here. Main thread.
+    void launch(ChildProcess::Launch launch);
 
     /// Writes the held child's id to the pid file, as decimal text. A failure is ignored.
     void writePidFile() const;

@@ -1,5 +1,9 @@
 #include "platform/AtomicFile.h"
 
+#include "platform/Descriptor.h"
+
+#include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
@@ -15,26 +19,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const QByteArray temporaryPrefix = ".ostrelin-";
+
 [[noreturn]] void refuse(const QByteArray &path, int reason) {
     throw FileError(path.toStdString() + ": " + std::strerror(reason));
 }
-
-/// An open file descriptor.
-class Descriptor {
-public:
-    explicit Descriptor(int number) : m_number(number) {}
-    ~Descriptor() {
-        if (m_number >= 0)
-            ::close(m_number);
-    }
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-
-    int number() const { return m_number; }
-
-private:
-    int m_number;
-};
 
 /// A new file beside its destination, which it either becomes or vanishes from.
 class TemporaryFile {
@@ -85,7 +74,7 @@ public:
 private:
     static QByteArray unpredictableName() {
         QRandomGenerator *random = QRandomGenerator::system();
-        return ".ostrelin-" + QByteArray::number(random->generate64(), 16) +
+        return temporaryPrefix + QByteArray::number(random->generate64(), 16) +
                QByteArray::number(random->generate64(), 16) + ".tmp";
     }
 
@@ -120,7 +109,19 @@ void writeAtomically(const QString &path, const QByteArray &bytes) {
     flushFolder(folder);
 }
 
+void removeAbandonedFiles(const QString &folder) {
+    const QDateTime hourAgo = QDateTime::currentDateTimeUtc().addSecs(-3600);
+    const QStringList pattern{QString::fromLatin1(temporaryPrefix) + u"*.tmp"_s};
+    for (const QFileInfo &file : QDir(folder).entryInfoList(pattern, QDir::Files | QDir::Hidden)) {
+        if (file.lastModified() < hourAgo)
+            QFile::remove(file.filePath());
+    }
+}
+
 std::optional<QByteArray> readFile(const QString &path) {
+    // Opening a pipe in the place of a file would wait for somebody to write.
+    if (!QFileInfo(path).isFile())
+        return std::nullopt;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;

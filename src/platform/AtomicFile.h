@@ -21,5 +21,9 @@ public:
 /// the flush of the folder failed, the new one. Any thread.
 void writeAtomically(const QString &path, const QByteArray &bytes);
 
-/// The bytes of the file at `path`; nothing if it can't be read. Any thread.
+/// Removes what writers that were killed have left in `folder`: their temporary files, once they are an
+/// hour old. Any thread.
+void removeAbandonedFiles(const QString &folder);
+
+/// The bytes of the file at `path`; nothing if it can't be read or isn't a regular file. Any thread.
 std::optional<QByteArray> readFile(const QString &path);

@@ -26,19 +26,30 @@ void HttpExchange::abort() {
 
 namespace {
 
-/// Collects a whole answer and hands it over at its end.
-class WholeAnswer : public HttpReceiver {
+enum class Wanted { head, body };
+
+/// Collects an answer and hands it over at its end.
+class Answer : public HttpReceiver {
 public:
-    explicit WholeAnswer(std::shared_ptr<Channel<HttpResponse>> channel) : m_channel(std::move(channel)) {}
+    Answer(std::shared_ptr<Channel<HttpResponse>> channel, Wanted wanted, qsizetype longestBody)
+        : m_channel(std::move(channel)), m_wanted(wanted), m_longestBody(longestBody) {}
 
     Next head(int status) override {
         m_response.status = status;
-        if (status >= 200 && status <= 299)
+        if (m_wanted == Wanted::body && status >= 200 && status <= 299)
             return Next::goOn;
         end(std::nullopt);
         return Next::hangUp;
     }
-    void bytes(const QByteArray &piece) override { m_response.body += piece; }
+
+    Next bytes(const QByteArray &piece) override {
+        m_response.body += piece;
+        if (m_response.body.size() <= m_longestBody)
+            return Next::goOn;
+        end(HttpError(HttpError::Reason::tooLong, "The answer is too long."));
+        return Next::hangUp;
+    }
+
     void end(std::optional<HttpError> error) override {
         if (!error)
             m_channel->push(std::move(m_response));
@@ -47,16 +58,28 @@ public:
 
 private:
     std::shared_ptr<Channel<HttpResponse>> m_channel;
+    Wanted m_wanted;
+    qsizetype m_longestBody;
     HttpResponse m_response;
 };
 
-} // namespace
-
-Task<HttpResponse> fetch(HttpRequest request, std::stop_token stop) {
+Task<HttpResponse> fetchWanted(HttpRequest request, Wanted wanted, std::stop_token stop) {
     auto channel = std::make_shared<Channel<HttpResponse>>();
-    const HttpExchange exchange(std::move(request), std::make_shared<WholeAnswer>(channel));
+    auto receiver = std::make_shared<Answer>(channel, wanted, request.longestBody);
+    const HttpExchange exchange(std::move(request), std::move(receiver));
     std::optional<HttpResponse> response = co_await channel->next(stop);
     if (!response)
         throw Cancelled();
     co_return std::move(*response);
+}
+
+} // namespace
+
+Task<HttpResponse> fetch(HttpRequest request, std::stop_token stop) {
+    return fetchWanted(std::move(request), Wanted::body, stop);
+}
+
+Task<int> fetchStatus(HttpRequest request, std::stop_token stop) {
+    const HttpResponse response = co_await fetchWanted(std::move(request), Wanted::head, stop);
+    co_return response.status;
 }

@@ -23,12 +23,14 @@ struct HttpRequest {
     QByteArray body;
     /// How long the connection may stay without a byte in either direction.
     std::chrono::milliseconds idleTimeout{60'000};
+    /// How long a body fetch() reads; a longer one is a failure. A stream has no such limit.
+    qsizetype longestBody = 64'000'000;
 };
 
 /// Raised when a request or its answer doesn't get through. An answer with any status is no failure.
 class HttpError : public std::runtime_error {
 public:
-    enum class Reason { connection, timedOut };
+    enum class Reason { connection, timedOut, tooLong };
 
     HttpError(Reason reason, const std::string &description)
         : std::runtime_error(description), m_reason(reason) {}
@@ -49,8 +51,8 @@ public:
     /// The answer's head has arrived. After hangUp nothing more is called.
     virtual Next head(int status) = 0;
 
-    /// A piece of the body, in the sizes in which it came.
-    virtual void bytes(const QByteArray &piece) = 0;
+    /// A piece of the body, in the sizes in which it came. After hangUp nothing more is called.
+    virtual Next bytes(const QByteArray &piece) = 0;
 
     /// The answer is whole, or `error` tells why it never will be.
     virtual void end(std::optional<HttpError> error) = 0;
@@ -82,4 +84,7 @@ struct HttpResponse {
 /// Sends a request and reads the answer. Throws HttpError; throws Cancelled when `stop` is
 /// requested, and closes the connection. Main thread.
 Task<HttpResponse> fetch(HttpRequest request, std::stop_token stop);
+
+/// The same for the status alone: the connection closes as soon as the answer's head has arrived.
+Task<int> fetchStatus(HttpRequest request, std::stop_token stop);
 #endif

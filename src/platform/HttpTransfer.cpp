@@ -81,9 +81,11 @@ size_t HttpTransfer::takeHeader(char *bytes, size_t size, size_t count, void *se
 }
 
 size_t HttpTransfer::takeBody(char *bytes, size_t size, size_t count, void *self) {
+    auto &transfer = *static_cast<HttpTransfer *>(self);
     const size_t length = size * count;
-    static_cast<HttpTransfer *>(self)->m_receiver->bytes(QByteArray(bytes, static_cast<qsizetype>(length)));
-    return length;
+    const auto next = transfer.m_receiver->bytes(QByteArray(bytes, static_cast<qsizetype>(length)));
+    transfer.m_isHungUp = next == HttpReceiver::Next::hangUp;
+    return transfer.m_isHungUp ? 0 : length;
 }
 
 int HttpTransfer::takeProgress(void *self, qint64, qint64 down, qint64, qint64 up) {

@@ -1,7 +1,9 @@
 #include "records/CatalogSource.h"
 
 #include "platform/AtomicFile.h"
+#include "platform/Http.h"
 #include "records/Coder.h"
+#include "records/Options.h"
 
 #include <QFileInfo>
 
@@ -15,5 +17,26 @@ Catalog loadBuiltInCatalog(const QString &resourcesFolder) {
         return decodeRecord<Catalog>(readFile(path).value_or(QByteArray()));
     } catch (const DecodingError &) {
         return {};
+    }
+}
+
+QUrl catalogURL() {
+    return QUrl(optionValue(u"catalogURL"_s).value_or(QStringLiteral(OSTRELIN_CATALOG_URL)));
+}
+
+Task<std::optional<Catalog>> fetchRemoteCatalog(QUrl url, std::stop_token stop) {
+    HttpRequest request;
+    request.url = url;
+    request.idleTimeout = std::chrono::seconds(3);
+    try {
+        const HttpResponse response = co_await fetch(request, stop);
+        if (response.status < 200 || response.status > 299)
+            co_return std::nullopt;
+        const auto catalog = decodeRecord<Catalog>(response.body);
+        co_return catalog.tiers.isEmpty() ? std::nullopt : std::optional(catalog);
+    } catch (const HttpError &) {
+        co_return std::nullopt;
+    } catch (const DecodingError &) {
+        co_return std::nullopt;
     }
 }

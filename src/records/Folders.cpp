@@ -69,4 +69,6 @@ void ensureFolders() {
     ensureFolder(modelsFolder());
     ensureFolder(chatsFolder());
     excludeFromBackup(modelsFolder());
+    for (const QString &folder : {applicationFolder(), chatsFolder()})
+        removeAbandonedFiles(folder);
 }

@@ -54,6 +54,18 @@ TEST(LineReader, aLineIsGivenAsSoonAsItsEndIsThere) {
     EXPECT_FALSE(reader.next());
 }
 
+TEST(LineReader, aLineWithoutAnEndIsDroppedAndTheNextOneRead) {
+    LineReader reader;
+    const QByteArray piece(1'000'000, 'x');
+    for (int count = 0; count < 40; ++count) {
+        reader.feed(piece);
+        ASSERT_FALSE(reader.next());
+    }
+    reader.feed("tail\nnext\n");
+    EXPECT_EQ(reader.next().value(), QByteArrayView(""));
+    EXPECT_EQ(reader.next().value(), QByteArrayView("next"));
+}
+
 TEST(LineReader, theSizesOfThePiecesDoNotMatter) {
     std::mt19937 random(7);
     const QByteArray alphabet = "ab\r\n\n\r\xC3\xA4";

@@ -103,6 +103,46 @@ TEST_F(ChatControllerTest, theQuestionIsOnDiskFromTheMomentTheTurnBegins) {
     EXPECT_EQ(chat->summaries().first().characterCount, 0);
 }
 
+TEST_F(ChatControllerTest, theRowOfTheChatFollowsTheQuestion) {
+    engine.answer(Script().hold());
+    chat->send(QString(40, u'q'));
+    EXPECT_EQ(chat->summaries().first().characterCount, 10);
+    chat->stop();
+}
+
+TEST_F(ChatControllerTest, theTimeOfTheLastChangeFollowsEveryStep) {
+    using std::chrono::seconds;
+    engine.answer(Script().hold().content(u"a"_s).hold().content(u"b"_s).finish(u"stop"_s).done());
+    chat->newChat();
+    const QDateTime made = chat->conversation()->createdAt;
+    clock.advance(seconds(10));
+    chat->send(u"Hi"_s);
+    EXPECT_EQ(chat->conversation()->updatedAt, made.addSecs(10));
+    EXPECT_EQ(saved().updatedAt, made.addSecs(10));
+    ASSERT_TRUE(eventually([&] { return engine.requests().size() == 1; }));
+    clock.advance(seconds(10));
+    engine.goOn();
+    ASSERT_TRUE(eventually([&] { return last().content == u"a"_s; }));
+    EXPECT_EQ(chat->conversation()->updatedAt, made.addSecs(20));
+    clock.advance(seconds(10));
+    engine.goOn();
+    ASSERT_TRUE(waitForTurn());
+    EXPECT_EQ(chat->conversation()->updatedAt, made.addSecs(30));
+    EXPECT_EQ(saved().updatedAt, made.addSecs(30));
+    EXPECT_EQ(saved().createdAt, made);
+}
+
+TEST_F(ChatControllerTest, thePromptTellsTheDateAndTheMemory) {
+    host.memoryText = u"- likes kumquats"_s;
+    engine.answer(Script::reply({u"a"_s}));
+    say(u"Hi"_s);
+    EXPECT_TRUE(prompt(0).contains(QLocale::system().toString(clock.now().toLocalTime().date(), QLocale::LongFormat)));
+    EXPECT_TRUE(prompt(0).endsWith(u"- likes kumquats"_s));
+    host.fakeSettings.memoryEnabled = false;
+    say(u"Hi"_s);
+    EXPECT_FALSE(prompt(1).contains(u"kumquats"_s));
+}
+
 TEST_F(ChatControllerTest, theStreamedMessageIsKnownWhileItGrows) {
     engine.answer(Script().content(u"half"_s).hold().content(u" done"_s).done());
     chat->send(u"Hi"_s);

@@ -34,6 +34,34 @@ TEST_F(TurnFailure, withoutATierTheTurnEndsWithoutAWord) {
     EXPECT_TRUE(engine.requests().isEmpty());
 }
 
+TEST_F(TurnFailure, withoutATierTheHistoryIsFittedToTheUsualContext) {
+    host.tier->contextLength = 100'000;
+    engine.answer(Script::reply({u"a"_s}));
+    say(QString(15'000, u'x'));
+    host.tier.reset();
+    say(QString(15'000, u'y'));
+    // Each question takes 4,294 tokens, and the usual context has 6,144 for them.
+    EXPECT_EQ(chat->conversation()->droppedCount, 1);
+}
+
+TEST_F(TurnFailure, aServiceThatFailsDoesNotLeaveTheChatBusy) {
+    TurnPoints points;
+    points.titleConversation = [](const Conversation &, std::stop_token) {
+        const auto fail = []() -> Task<> {
+            throw std::runtime_error("no title");
+            co_return;
+        };
+        return fail();
+    };
+    makeChat(points);
+    engine.answer(Script::reply({u"Hello."_s}));
+    say(u"Hi"_s);
+    EXPECT_EQ(last().content, u"Hello."_s);
+    EXPECT_EQ(saved(), *chat->conversation());
+    say(u"Again"_s);
+    EXPECT_EQ(messages().size(), 4);
+}
+
 TEST_F(TurnFailure, aRefusalIsAFailedReplyInTheChatsOwnWords) {
     for (const int status : {401, 400, 500}) {
         engine.answer(Script(status).raw("{\"error\":{\"message\":\"inner\"}}"));
@@ -69,7 +97,7 @@ TEST_F(TurnFailure, fragmentsOfToolCallsAreDropped) {
 TEST_F(TurnFailure, textIsNotRecoveredAndNoServiceIsCalledAfterAFailure) {
     int calls = 0;
     TurnPoints points;
-    points.extractThinking = [&](const QString &text) { ++calls; return TurnPoints::Thinking{{}, text}; };
+    points.extractThinking = [&](const QString &text) { ++calls; return TurnPoints::RecoveredThinking{{}, text}; };
     points.finishPage = [&](Conversation &, bool) { ++calls; };
     points.testSearchHint = [&](const Conversation &) { ++calls; };
     points.titleConversation = [&](Conversation, std::stop_token) -> Task<> { ++calls; co_return; };

@@ -8,14 +8,14 @@ using TurnPointsTest = TurnFixture;
 namespace {
 
 /// Takes what stands between <t> and </t>.
-TurnPoints::Thinking fakeThinking(const QString &text) {
+TurnPoints::RecoveredThinking fakeThinking(const QString &text) {
     const qsizetype end = text.indexOf(u"</t>"_s);
     if (end < 0)
         return {{}, text};
     return {text.sliced(3, end - 3), text.sliced(end + 4)};
 }
 
-TurnPoints::Calls fakeCalls(const QString &text) {
+TurnPoints::RecoveredCalls fakeCalls(const QString &text) {
     if (!text.contains(u"<call>"_s))
         return {{}, text};
     return {{{u"written"_s, u"f"_s, u"{}"_s}}, QString(text).remove(u"<call>"_s)};
@@ -129,6 +129,47 @@ TEST_F(TurnPointsTest, theTurnGoesOnUntilTheTitleHasCome) {
     EXPECT_FALSE(chat->streamingID());
     title.wake();
     EXPECT_TRUE(waitForTurn());
+}
+
+TEST_F(TurnPointsTest, aStopWhileTheTitleIsAwaitedEndsTheTurn) {
+    TurnPoints points;
+    points.titleConversation = [](const Conversation &, std::stop_token stop) {
+        const auto wait = [](std::stop_token token) -> Task<> {
+            WaitPoint end;
+            const std::stop_callback wake(token, [&end] { end.wake(); });
+            co_await end.wait();
+        };
+        return wait(stop);
+    };
+    makeChat(points);
+    engine.answer(Script::reply({u"raw"_s}));
+    chat->send(u"Go"_s);
+    ASSERT_TRUE(eventually([&] { return saved().messages.size() == 2; }));
+    chat->stop();
+    EXPECT_FALSE(chat->isGenerating());
+    letPass(30);
+    EXPECT_FALSE(chat->isGenerating());
+    EXPECT_EQ(saved().messages.last().content, u"raw"_s);
+}
+
+TEST_F(TurnPointsTest, aPageRetryWithoutAToolRoundIsPacedLikeTheFirstRequest) {
+    int paced = 0;
+    TurnPoints points;
+    points.pacedStream = [&](const LLMClient &client, const StreamRequest &request, ResponseSpeed) {
+        ++paced;
+        return client.stream(request);
+    };
+    points.pageCorrection = [](const QString &text) {
+        return text == u"good"_s ? std::nullopt : std::optional(u"Again."_s);
+    };
+    makeChat(points);
+    host.fakeSettings.responseSpeed = ResponseSpeed::calm;
+    engine.answer(Script::reply({u"bad"_s}));
+    engine.answer(Script::reply({u"good"_s}));
+    chat->newChat();
+    await(generate(chat.get(), *chat->conversation(), {.question = UserMessage{u"Page"_s, {}}, .pageAccepted = true}, {}));
+    EXPECT_EQ(engine.requests().size(), 2);
+    EXPECT_EQ(paced, 2);
 }
 
 TEST_F(TurnPointsTest, aPageThatCannotBeMadeIsAskedForOnceMore) {

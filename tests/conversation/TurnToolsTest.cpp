@@ -136,6 +136,20 @@ TEST_F(TurnTools, aStopWhileAToolWaitsSendsNoFurtherRequest) {
     EXPECT_EQ(engine.requests().size(), 1);
 }
 
+TEST_F(TurnTools, aCallThatWasStoppedInTheMiddleDoesNotSpoilTheChat) {
+    engine.answer(Script().call({{u"index"_s, 0}, {u"id"_s, u"c"_s}, {u"function"_s, QJsonObject{{u"name"_s, u"f"_s}, {u"arguments"_s, u"{\"query\": \"ok"_s}}}}).hold());
+    engine.answer(Script::reply({u"Fine."_s}));
+    chat->send(u"Go"_s);
+    ASSERT_TRUE(eventually([&] { return engine.requests().size() == 1; }));
+    letPass(50);
+    chat->stop();
+    ASSERT_TRUE(eventually([&] { return saved().messages.size() == 2 && saved().messages.last().toolCalls; }));
+    EXPECT_EQ(saved().messages.last().toolCalls->first().arguments, u"{\"query\": \"ok"_s);
+    say(u"Again"_s);
+    const QJsonObject call = body(1)["messages"_L1].toArray().at(2).toObject()["tool_calls"_L1].toArray().at(0).toObject();
+    EXPECT_EQ(call["function"_L1].toObject()["arguments"_L1].toString(), u"{}"_s);
+}
+
 TEST_F(TurnTools, aStopBetweenTwoCallsEndsTheTurnWithoutASave) {
     TurnPoints points;
     points.runTool = [this](const ToolCall &, TurnPoints::ToolContext, std::stop_token) {

@@ -59,6 +59,15 @@ TEST(WireMessages, callsKeepTheirArgumentsAsText) {
     EXPECT_EQ(wireOf({calling}).at(1).toObject(), expected);
 }
 
+TEST(WireMessages, argumentsThatAreNoJsonGoOutAsNone) {
+    for (const QString &broken : {u"{\"query\":\"x"_s, u""_s, u"query"_s}) {
+        Message calling = message(Role::assistant, QString());
+        calling.toolCalls = QList<ToolCall>{{u"c1"_s, u"f"_s, broken}};
+        const QJsonArray calls = wireOf({calling}).at(1).toObject()["tool_calls"_L1].toArray();
+        EXPECT_EQ(calls.at(0).toObject()["function"_L1].toObject()["arguments"_L1].toString(), u"{}"_s);
+    }
+}
+
 TEST(WireMessages, anEmptyListOfCallsIsNoKey) {
     Message calling = message(Role::assistant, u"Hi"_s);
     calling.toolCalls = QList<ToolCall>{};

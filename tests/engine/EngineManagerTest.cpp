@@ -10,6 +10,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <sys/resource.h>
+
 using namespace Qt::StringLiterals;
 using State = EngineStatus::State;
 
@@ -164,6 +166,8 @@ TEST_F(Manager, aServerThatNeverGetsReadyTimesOut) {
     EXPECT_EQ(engine.status().state, State::starting);
     EXPECT_TRUE(engine.baseURL());
     EXPECT_GE(clock.elapsed(), std::chrono::seconds(240)) << "two attempts of 120 seconds each";
+    EXPECT_NE(pid(), 0);
+    EXPECT_TRUE(box.isRunning()) << "the second attempt's; the first one's is gone with the retry's stop";
 }
 
 TEST_F(Manager, aStopDuringALoadIsAnExitThatTheRetryFollows) {
@@ -218,6 +222,54 @@ TEST_F(Manager, aCancelledStartEndsItsServer) {
     EXPECT_FALSE(box.isRunning());
 }
 
+TEST_F(Manager, aCancelledStartLeavesTheServerOfTheNextOneAlone) {
+    behave("loading 1000");
+    ManualClock standing;
+    EngineManager manager(box, standing);
+    std::stop_source first;
+    bool cancelled = false;
+    const auto run = [](EngineManager *started, std::stop_token token, bool *flag) -> Task<> {
+        try {
+            co_await started->start(u"/m"_s, 1, token);
+        } catch (const Cancelled &) {
+            *flag = true;
+        }
+    };
+    const Task<> task = run(&manager, first.get_token(), &cancelled);
+    ASSERT_TRUE(box.isRunning());
+    behave("ready");
+    first.request_stop();
+    bool ended = false;
+    const Task<> next = run(&manager, {}, &ended);
+    const qint64 second = pid();
+    EXPECT_TRUE(eventually([&] {
+        standing.advance(std::chrono::milliseconds(500));
+        return cancelled && manager.status().state == State::ready;
+    }));
+    EXPECT_EQ(pid(), second);
+    manager.stop();
+}
+
+TEST_F(Manager, withoutAPortThereIsNoServerAfterTwoAttempts) {
+    rlimit before{};
+    ::getrlimit(RLIMIT_NOFILE, &before);
+    recordStates();
+    const rlimit none{0, before.rlim_max};
+    ::setrlimit(RLIMIT_NOFILE, &none);
+    bool failed = false;
+    const auto run = [](EngineManager *manager, bool *flag) -> Task<> {
+        try {
+            co_await manager->start(u"/m"_s, 1, {});
+        } catch (const EngineError &error) {
+            *flag = error.kind() == EngineError::Kind::port;
+        }
+    };
+    const Task<> task = run(&engine, &failed);
+    ::setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_TRUE(failed);
+    EXPECT_FALSE(box.isRunning());
+}
+
 TEST_F(Manager, aServerKilledWhileReadyHasFailedWithItsLastLines) {
     ManualClock standing;
     EngineManager watched(box, standing);
@@ -251,15 +303,26 @@ TEST_F(Manager, whatTheServerPrintsCannotBlockIt) {
 }
 
 TEST_F(Manager, theMonitorAsksEveryTwoSecondsAndOnlyEverSaysReady) {
+    // Ready at once, then refusing for a while, then ready again: none of it is a change.
+    const QString count = folder.filePath(u"count"_s);
+    const EnvironmentVariable counting("FAKE_SERVER_COUNT", count.toLocal8Bit());
+    behave("moody");
     ManualClock standing;
     EngineManager watched(box, standing);
     startOn(standing, watched);
-    for (int round = 0; round < 3; ++round) {
+    int changes = 0;
+    QObject::connect(&watched, &EngineManager::statusChanged, &watched, [&] { ++changes; });
+    const qint64 askedBefore = QFileInfo(count).size();
+    for (int round = 1; round <= 4; ++round) {
         ASSERT_TRUE(eventually([&] { return standing.hasSleepers(); }));
-        standing.advance(std::chrono::seconds(2));
+        standing.advance(std::chrono::milliseconds(1999));
         letPass(30);
-        EXPECT_EQ(watched.status().state, State::ready);
+        EXPECT_EQ(QFileInfo(count).size(), askedBefore + round - 1) << "too early";
+        standing.advance(std::chrono::milliseconds(1));
+        EXPECT_TRUE(eventually([&] { return QFileInfo(count).size() == askedBefore + round; }));
     }
+    EXPECT_EQ(changes, 0);
+    EXPECT_EQ(watched.status().state, State::ready);
     watched.stop();
 }
 

@@ -20,19 +20,18 @@ namespace {
 
 const QString fakeServer = QStringLiteral(FAKE_SERVER_PATH);
 
-std::shared_ptr<ChildProcess> start(const QString &executable, const QStringList &arguments, const QString &behaviour = u"ready"_s) {
+ChildProcess::Launch launchOf(const QString &executable, const QStringList &arguments, const QString &behaviour) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"FAKE_SERVER"_s, behaviour);
-    return std::make_shared<ChildProcess>(ChildProcess::Launch{.executable = executable,
-                                                               .arguments = arguments,
-                                                               .environment = environment,
-                                                               .onOutput = {},
-                                                               .onError = {},
-                                                               .onExit = {}});
+    return {.executable = executable, .arguments = arguments, .environment = environment, .onOutput = {}, .onError = {}, .onExit = {}};
+}
+
+ChildProcess::Launch aServer(const QString &behaviour = u"ready"_s) {
+    return launchOf(fakeServer, {u"--port"_s, QString::number(*freeLoopbackPort())}, behaviour);
 }
 
 std::shared_ptr<ChildProcess> startServer(const QString &behaviour = u"ready"_s) {
-    return start(fakeServer, {u"--port"_s, QString::number(*freeLoopbackPort())}, behaviour);
+    return std::make_shared<ChildProcess>(aServer(behaviour));
 }
 
 class ProcessBox : public ::testing::Test {
@@ -47,7 +46,7 @@ protected:
 } // namespace
 
 TEST_F(ProcessBox, thePidFileHoldsTheNumberAndNothingElse) {
-    box.hold(startServer());
+    box.launch(aServer());
     box.writePidFile();
     const QByteArray text = readFile(pidFile).value();
     EXPECT_EQ(text, QByteArray::number(text.toLongLong()));
@@ -58,13 +57,13 @@ TEST_F(ProcessBox, thePidFileHoldsTheNumberAndNothingElse) {
 
 TEST_F(ProcessBox, aPidFileThatCannotBeWrittenIsIgnored) {
     box.setPidFile(folder.filePath(u"missing/engine.pid"_s));
-    box.hold(startServer());
+    box.launch(aServer());
     EXPECT_NO_THROW(box.writePidFile());
     box.terminate();
 }
 
 TEST_F(ProcessBox, terminateEndsTheChildAndExpectsIt) {
-    box.hold(startServer());
+    box.launch(aServer());
     EXPECT_TRUE(box.isRunning());
     EXPECT_FALSE(box.expectsExit());
     box.terminate();
@@ -80,9 +79,8 @@ TEST_F(ProcessBox, terminateRemovesThePidFileAlsoWithoutAChild) {
 }
 
 TEST_F(ProcessBox, aStubbornChildIsKilledAfterThreeSeconds) {
-    const auto server = startServer(u"stubborn"_s);
+    box.launch(aServer(u"stubborn"_s));
     std::this_thread::sleep_for(std::chrono::milliseconds(200));
-    box.hold(server);
     const auto before = std::chrono::steady_clock::now();
     box.terminate();
     EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::seconds(3));
@@ -90,14 +88,14 @@ TEST_F(ProcessBox, aStubbornChildIsKilledAfterThreeSeconds) {
 }
 
 TEST_F(ProcessBox, terminateWorksFromAnotherThreadWhileTheEventLoopStandsStill) {
-    box.hold(startServer());
+    box.launch(aServer());
     std::thread other([&] { box.terminate(); });
     other.join();
     EXPECT_FALSE(box.isRunning());
 }
 
 TEST_F(ProcessBox, terminateFromManyThreadsAtOnceIsSafe) {
-    box.hold(startServer());
+    box.launch(aServer());
     std::vector<std::thread> threads;
     for (int index = 0; index < 8; ++index)
         threads.emplace_back([&] { box.terminate(); });
@@ -107,10 +105,18 @@ TEST_F(ProcessBox, terminateFromManyThreadsAtOnceIsSafe) {
 }
 
 TEST_F(ProcessBox, aNewChildIsNotExpectedToExit) {
-    box.hold(startServer());
+    box.launch(aServer());
     box.terminate();
-    box.hold(startServer());
+    box.launch(aServer());
     EXPECT_FALSE(box.expectsExit());
+    EXPECT_TRUE(box.isRunning());
+    box.terminate();
+}
+
+TEST_F(ProcessBox, aChildThatCannotBeLaunchedLeavesTheBoxUsable) {
+    EXPECT_THROW(box.launch(launchOf(u"/nowhere"_s, {}, QString())), LaunchError);
+    EXPECT_FALSE(box.isRunning());
+    box.launch(aServer());
     EXPECT_TRUE(box.isRunning());
     box.terminate();
 }
@@ -132,7 +138,7 @@ TEST_F(ProcessBox, aStaleServerThatIgnoresTheFirstSignalIsKilled) {
 }
 
 TEST_F(ProcessBox, aProcessThatIsNoServerIsNeverTouched) {
-    const auto sleeper = start(u"/bin/sleep"_s, {u"60"_s});
+    const auto sleeper = std::make_shared<ChildProcess>(launchOf(u"/bin/sleep"_s, {u"60"_s}, QString()));
     writeAtomically(pidFile, QByteArray::number(sleeper->processIdentifier()));
     box.killStaleServer();
     letPass(100);

@@ -66,6 +66,28 @@ protected:
 
 } // namespace
 
+TEST_F(AtomicFileTest, whatAKilledWriterLeftIsRemovedOnceItIsOld) {
+    const QString old = path(u".ostrelin-0123.tmp"_s);
+    const QString fresh = path(u".ostrelin-4567.tmp"_s);
+    const QString other = path(u".other.tmp"_s);
+    for (const QString &name : {old, fresh, other}) {
+        QFile file(name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        const int age = name == fresh ? 0 : 3700;
+        ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTime().addSecs(-age), QFileDevice::FileModificationTime));
+    }
+    removeAbandonedFiles(QFileInfo(old).path());
+    EXPECT_FALSE(QFile::exists(old));
+    EXPECT_TRUE(QFile::exists(fresh));
+    EXPECT_TRUE(QFile::exists(other));
+}
+
+TEST_F(AtomicFileTest, aPipeInThePlaceOfAFileIsNotWaitedFor) {
+    ASSERT_EQ(::mkfifo(path().toLocal8Bit().constData(), 0600), 0);
+    EXPECT_FALSE(readFile(path()));
+    EXPECT_FALSE(readFile(QFileInfo(path()).path()));
+}
+
 TEST_F(AtomicFileTest, whatWasWrittenIsReadAgain) {
     for (const QByteArray &bytes :
          {QByteArray("text"), QByteArray(), QByteArray("\0\xff", 2), QByteArray(5000000, 'x')}) {

@@ -132,6 +132,13 @@ TEST(ChildProcess, aGrandchildThatKeepsThePipesOpenDoesNotHoldUpTheExit) {
     killProcess(printed.all(printed.output).trimmed().toLongLong());
 }
 
+TEST(ChildProcess, aGrandchildThatGoesOnPrintingDoesNotHoldUpTheExit) {
+    Printed printed;
+    const auto child = run(printed, u"yes & echo $! >&2"_s);
+    EXPECT_TRUE(ends(printed));
+    killProcess(printed.all(printed.error).trimmed().toLongLong());
+}
+
 TEST(ChildProcess, itInheritsNoOpenFile) {
     Printed printed;
     const int open = ::open("/dev/null", O_RDONLY);

@@ -34,6 +34,29 @@ TEST(Fetch, theBodyOfARefusalIsNotRead) {
     }
 }
 
+TEST(Fetch, aBodyWithoutAnEndIsAFailureBeforeItFillsTheMemory) {
+    ScriptedEngine server;
+    server.answer(Script(200).repeat(QByteArray(100'000, 'x')));
+    HttpRequest request = get(server);
+    request.longestBody = 1'000'000;
+    try {
+        await(fetch(request, {}));
+        ADD_FAILURE();
+    } catch (const HttpError &error) {
+        EXPECT_EQ(error.reason(), HttpError::Reason::tooLong);
+    }
+    EXPECT_TRUE(eventually([&] { return server.openConnections() == 0; }));
+}
+
+TEST(FetchStatus, theBodyIsNotWaitedFor) {
+    for (const int status : {200, 404, 503}) {
+        ScriptedEngine server;
+        server.answer(Script(status).raw("begun").hold());
+        EXPECT_EQ(await(fetchStatus(get(server), {})), status);
+        EXPECT_TRUE(eventually([&] { return server.openConnections() == 0; }));
+    }
+}
+
 TEST(Fetch, methodHeadersAndBodyAreSentAsGiven) {
     ScriptedEngine server;
     server.answer(Script(200));

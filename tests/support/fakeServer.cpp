@@ -10,7 +10,11 @@
 //   exit-once FILE   does so if FILE isn't there (and makes it), else is ready
 //   stubborn         ready, and ignores SIGTERM
 //   chatty           ready, and prints without end on both streams
+//   moody            answers 200 once, then 500, 503, and 404 for ever
+//
+// FAKE_SERVER_COUNT names a file that grows by a byte with each answer.
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -69,6 +73,11 @@ void printWithoutEnd() {
     std::exit(1);
 }
 
+void count() {
+    if (const char *path = std::getenv("FAKE_SERVER_COUNT"))
+        std::ofstream(path, std::ios::app) << '.';
+}
+
 void answer(int client, int status) {
     char buffer[4096];
     [[maybe_unused]] const ssize_t count = read(client, buffer, sizeof buffer);
@@ -104,6 +113,8 @@ int main(int argc, char **argv) {
             port = std::atoi(argv[index + 1]);
     }
     int loading = kind == "loading" ? std::atoi(rest.c_str()) : 0;
+    const int moods[] = {200, 500, 503, 404};
+    int mood = 0;
     const int descriptor = listenOn(port);
     while (true) {
         const int client = accept(descriptor, nullptr, nullptr);
@@ -111,7 +122,10 @@ int main(int argc, char **argv) {
             continue;
         if (kind == "silent")
             continue;
-        if (kind == "never")
+        count();
+        if (kind == "moody")
+            answer(client, moods[std::min(mood++, 3)]);
+        else if (kind == "never")
             answer(client, 404);
         else
             answer(client, loading-- > 0 ? 503 : 200);

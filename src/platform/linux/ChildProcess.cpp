@@ -1,5 +1,7 @@
 #include "platform/ChildProcess.h"
 
+#include "platform/Descriptor.h"
+
 #include <QFile>
 
 #include <array>
@@ -7,6 +9,7 @@
 #include <csignal>
 #include <cstring>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -21,28 +24,8 @@
 
 namespace {
 
-/// A file descriptor that closes itself.
-class Descriptor {
-public:
-    explicit Descriptor(int number = -1) : m_number(number) {}
-    ~Descriptor() { close(); }
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-    void set(int number) {
-        close();
-        m_number = number;
-    }
-    void close() {
-        if (m_number >= 0)
-            ::close(m_number);
-        m_number = -1;
-    }
-    int number() const { return m_number; }
-    int release() { return std::exchange(m_number, -1); }
-
-private:
-    int m_number;
-};
+constexpr int pieceSize = 16'384;
+constexpr int pipeCapacity = 1'048'576; ///< the most that the kernel lets anybody ask for
 
 struct Pipe {
     Descriptor reading;
@@ -107,7 +90,7 @@ struct Standard {
 }
 
 bool readIsFinished(int descriptor, const std::function<void(QByteArrayView)> &take) {
-    std::array<char, 16'384> buffer;
+    std::array<char, pieceSize> buffer;
     const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
     if (count > 0) {
         if (take)
@@ -124,7 +107,14 @@ class ChildProcess::Watch {
 public:
     explicit Watch(Launch launch) : m_launch(std::move(launch)) {
         start();
-        m_thread = std::thread([this] { run(); });
+        try {
+            watch();
+        } catch (const std::exception &) {
+            // A child that nobody watches would never be reaped.
+            ::kill(m_pid, SIGKILL);
+            ::waitpid(m_pid, nullptr, 0);
+            throw;
+        }
     }
 
     ~Watch() {
@@ -149,6 +139,7 @@ public:
 
 private:
     void start();
+    void watch();
     void run();
     void reap();
 
@@ -190,11 +181,21 @@ void ChildProcess::Watch::start() {
         ::waitpid(m_pid, nullptr, 0);
         throw LaunchError(std::strerror(failure));
     }
-    m_exit.set(static_cast<int>(::syscall(SYS_pidfd_open, m_pid, 0)));
     m_output.set(output.reading.release());
     m_error.set(error.reading.release());
     for (const Descriptor *end : {&m_output, &m_error})
         ::fcntl(end->number(), F_SETFL, O_NONBLOCK);
+}
+
+void ChildProcess::Watch::watch() {
+    m_exit.set(static_cast<int>(::syscall(SYS_pidfd_open, m_pid, 0)));
+    if (m_exit.number() < 0)
+        throw LaunchError(std::strerror(errno));
+    try {
+        m_thread = std::thread([this] { run(); });
+    } catch (const std::system_error &error) {
+        throw LaunchError(error.what());
+    }
 }
 
 void ChildProcess::Watch::run() {
@@ -210,10 +211,13 @@ void ChildProcess::Watch::run() {
         if (waits[1].revents != 0 && readIsFinished(m_error.number(), m_launch.onError))
             m_error.close();
     }
-    // What the child printed last is still in the pipes.
+    // What the child printed last is still in the pipes: so many reads at most as a pipe can hold, since
+    // a grandchild may go on printing.
     for (auto [end, take] : {std::pair{&m_output, &m_launch.onOutput}, std::pair{&m_error, &m_launch.onError}}) {
         pollfd rest{end->number(), POLLIN, 0};
-        while (end->number() >= 0 && ::poll(&rest, 1, 0) > 0 && !readIsFinished(end->number(), *take)) {
+        for (int reads = 0; reads < pipeCapacity / pieceSize && end->number() >= 0; ++reads) {
+            if (::poll(&rest, 1, 0) <= 0 || readIsFinished(end->number(), *take))
+                break;
         }
     }
     reap();

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QSocketNotifier>
 
+#include <cerrno>
 #include <csignal>
 
 #include <fcntl.h>
@@ -14,8 +15,10 @@ int writingEnd = -1;
 
 // A handler may do next to nothing; it wakes the event loop through a pipe.
 void wakeEventLoop(int) {
+    const int before = errno;
     const char byte = 0;
     [[maybe_unused]] const ssize_t written = ::write(writingEnd, &byte, 1);
+    errno = before;
 }
 
 } // namespace

@@ -1,0 +1,60 @@
+#include "records/CatalogSource.h"
+
+#include "platform/AtomicFile.h"
+#include "records/Coder.h"
+#include "support/Await.h"
+#include "support/EnvironmentVariable.h"
+#include "support/ScriptedEngine.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QByteArray builtIn() {
+    return readFile(QStringLiteral(RESOURCES_FOLDER) + u"/catalog.json"_s).value();
+}
+
+std::optional<Catalog> fetched(const Script &script) {
+    ScriptedEngine server;
+    server.answer(script);
+    return await(fetchRemoteCatalog(server.url(), {}));
+}
+
+} // namespace
+
+TEST(RemoteCatalog, aCatalogWithTiersIsTaken) {
+    EXPECT_EQ(fetched(Script(200).raw(builtIn())), decodeRecord<Catalog>(builtIn()));
+    EXPECT_TRUE(fetched(Script(299).raw(builtIn())));
+}
+
+TEST(RemoteCatalog, anEmptyListOfTiersIsNone) {
+    EXPECT_FALSE(fetched(Script(200).raw(R"({"version":1,"tiers":[]})")));
+}
+
+TEST(RemoteCatalog, anotherStatusIsNone) {
+    for (const int status : {300, 404, 500})
+        EXPECT_FALSE(fetched(Script(status).raw(builtIn()))) << status;
+}
+
+TEST(RemoteCatalog, whatDoesNotDecodeIsNone) {
+    EXPECT_FALSE(fetched(Script(200).raw("<html>")));
+    EXPECT_FALSE(fetched(Script(200).raw(R"({"version":1,"tiers":[{"id":"x"}]})")));
+}
+
+TEST(RemoteCatalog, aServerThatHangsUpIsNone) {
+    EXPECT_FALSE(fetched(Script::hangUp()));
+    EXPECT_FALSE(fetched(Script(200).raw(builtIn().first(500)).drop()));
+}
+
+TEST(RemoteCatalog, aServerThatSaysNothingIsGivenUpAfterThreeSeconds) {
+    EXPECT_FALSE(fetched(Script::silence()));
+}
+
+TEST(RemoteCatalog, anOverrideSaysWhereItIs) {
+    const EnvironmentVariable elsewhere("OSTRELIN_CATALOGURL", "http://127.0.0.1:1/catalog.json");
+    EXPECT_EQ(catalogURL(), QUrl(u"http://127.0.0.1:1/catalog.json"_s));
+}
+
+TEST(RemoteCatalog, thisBuildsOwnAddressHasThePathOfTheCatalog) {
+    EXPECT_EQ(catalogURL().path(), u"/ostrelin/catalog.json"_s);
+}
