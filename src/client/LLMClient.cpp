@@ -9,7 +9,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QJsonObject commonBody(const QJsonArray &messages, const Sampling &sampling, int maxTokens, Thinking thinking) {
+QJsonObject commonBody(const QJsonArray &messages, const Sampling &sampling, int maxTokens,
+                       Thinking thinking) {
     return {{u"model"_s, LLMClient::modelName.toString()},
             {u"messages"_s, messages},
             {u"temperature"_s, sampling.temperature},

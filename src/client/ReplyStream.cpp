@@ -58,8 +58,7 @@ private:
 
 ReplyStream::ReplyStream(HttpRequest request)
     : m_chunks(std::make_shared<Channel<StreamChunk>>()),
-      m_exchange(std::move(request), std::make_shared<Producer>(m_chunks)) {
-}
+      m_exchange(std::move(request), std::make_shared<Producer>(m_chunks)) {}
 
 Task<std::optional<StreamChunk>> ReplyStream::next(std::stop_token stop) {
     // Here and not when the stream dies: whoever stops it may end the server next, before the reader

@@ -6,8 +6,10 @@
 using namespace Qt::StringLiterals;
 
 ChatController::ChatController(ChatHost *host, Clock &clock, TurnPoints points, QObject *parent)
-    : QObject(parent), m_host(host), m_clock(clock), m_points(std::move(points)) {
-}
+    : QObject(parent),
+      m_host(host),
+      m_clock(clock),
+      m_points(std::move(points)) {}
 
 ChatController::~ChatController() = default;
 
@@ -18,7 +20,8 @@ void ChatController::send(const QString &text, Thinking think, const QList<Attac
     if (!m_conversation)
         newChat();
     const TurnRequest request{.question = UserMessage{trimmed, attachments}, .think = think};
-    m_generateTask.start([&](std::stop_token stop) { return generate(this, *m_conversation, request, stop); });
+    m_generateTask.start(
+        [&](std::stop_token stop) { return generate(this, *m_conversation, request, stop); });
 }
 
 void ChatController::stop() {

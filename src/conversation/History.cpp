@@ -105,9 +105,8 @@ QList<Message> shrink(QList<Message> messages, qint64 tokens, qint64 budget) {
 } // namespace
 
 qint64 estimateTokens(const QList<Message> &messages) {
-    return std::accumulate(messages.begin(), messages.end(), qint64(0), [](qint64 sum, const Message &message) {
-        return sum + tokensOfMessage(message);
-    });
+    return std::accumulate(messages.begin(), messages.end(), qint64(0),
+                           [](qint64 sum, const Message &message) { return sum + tokensOfMessage(message); });
 }
 
 FittedHistory fitHistory(const QList<Message> &messages, qint64 contextLength) {

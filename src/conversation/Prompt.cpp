@@ -17,19 +17,20 @@ QString searchSentence(const PromptInputs &inputs) {
 }
 
 const QString pageInstruction =
-    u"When a formatted page (headings, tables, charts or cards) would present the answer better than a chat "
-    "reply, call the offer_page tool to ask first. Build the page only after the user agrees, then reply with "
-    "a single ```page block containing Markdown. Inside it you may use optional directive blocks (metric, "
-    "chart, line, donut, progress, callout, timeline, flow, compare, cards, spec); a color may follow the "
-    "name, like ```chart:green or ```callout:warning. Use \"Label: value\" lines in metric, chart, line, donut "
-    "and progress; \"a || b\" rows in compare, cards and spec; and \"A -> B -> C\" in flow."_s;
+    u"When a formatted page (headings, tables, charts or cards) would present the answer better than a "
+    "chat reply, call the offer_page tool to ask first. Build the page only after the user agrees, then "
+    "reply with a single ```page block containing Markdown. Inside it you may use optional directive "
+    "blocks (metric, chart, line, donut, progress, callout, timeline, flow, compare, cards, spec); a color "
+    "may follow the name, like ```chart:green or ```callout:warning. Use \"Label: value\" lines in metric, "
+    "chart, line, donut and progress; \"a || b\" rows in compare, cards and spec; and \"A -> B -> C\" in "
+    "flow."_s;
 
 QString memorySection(const PromptInputs &inputs) {
     const QString memory = inputs.memory.trimmed();
     if (!inputs.memoryEnabled || memory.isEmpty())
         return {};
-    return u"Things you remember about the user, written in their own memory file. Use them when relevant, and "
-           "call remember to suggest a new durable fact (the user approves it first):\n"_s +
+    return u"Things you remember about the user, written in their own memory file. Use them when "
+           "relevant, and call remember to suggest a new durable fact (the user approves it first):\n"_s +
            memory;
 }
 
@@ -81,11 +82,13 @@ QJsonObject wireMessage(const Message &message) {
 } // namespace
 
 QString systemPrompt(const PromptInputs &inputs) {
-    QString prompt = u"You are Ostrelin, a helpful assistant running entirely on the user's Mac.\nToday's date is "_s;
+    QString prompt =
+        u"You are Ostrelin, a helpful assistant running entirely on the user's Mac.\nToday's date is "_s;
     prompt += inputs.locale.toString(inputs.today, QLocale::LongFormat);
     prompt += u". Your knowledge has a cutoff and may be out of date.\n"_s;
     prompt += searchSentence(inputs);
-    prompt += u"\nNever claim to have searched unless a search result is present.\nBe concise, warm, and use Markdown when helpful.\n"_s;
+    prompt += u"\nNever claim to have searched unless a search result is present.\n"
+              "Be concise, warm, and use Markdown when helpful.\n"_s;
     if (inputs.supportsTools)
         prompt += pageInstruction;
     prompt += u'\n';

@@ -41,9 +41,11 @@ Task<> generate(ChatController *controller, Conversation conversation, TurnReque
 }
 
 Turn::Turn(ChatController &controller, Conversation conversation, TurnRequest request, std::stop_token stop)
-    : m_controller(&controller), m_conversation(std::move(conversation)), m_request(std::move(request)),
-      m_stop(stop), m_pageOfferAccepted(m_request.pageAccepted) {
-}
+    : m_controller(&controller),
+      m_conversation(std::move(conversation)),
+      m_request(std::move(request)),
+      m_stop(stop),
+      m_pageOfferAccepted(m_request.pageAccepted) {}
 
 Task<> Turn::run() {
     m_controller->m_generatingID = m_conversation.id;
@@ -247,7 +249,8 @@ Task<bool> Turn::runTools(QList<ToolCall> calls) {
         }
         QString result = u"Unknown tool."_s;
         if (m_controller->m_points.runTool)
-            result = co_await m_controller->m_points.runTool(call, {m_conversation, m_pageOfferAccepted}, m_stop);
+            result =
+                co_await m_controller->m_points.runTool(call, {m_conversation, m_pageOfferAccepted}, m_stop);
         if (!m_controller)
             co_return false;
         m_conversation.messages.append({.id = QUuid::createUuid(),

@@ -56,7 +56,8 @@ private:
     std::optional<StreamRequest> requestOf(const Round &round);
     std::unique_ptr<ChunkStream> open(const StreamRequest &request, bool isFirst) const;
     void take(const StreamChunk &chunk, Message &message);
-    RoundResult finishMessage(Message &message, ToolCallAssembler &assembler, std::optional<QString> lastFinish);
+    RoundResult finishMessage(Message &message, ToolCallAssembler &assembler,
+                              std::optional<QString> lastFinish);
     void write(const Message &message);
     RoundResult failWith(Message &message);
     std::optional<QString> dueCorrection() const;

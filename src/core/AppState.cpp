@@ -45,8 +45,10 @@ QString descriptionOf(const std::exception &error) {
 } // namespace
 
 AppState::AppState(EngineProcessBox &box, Clock &clock, QObject *parent)
-    : ChatHost(parent), m_box(box), m_engine(box, clock), m_chat(this, clock) {
-}
+    : ChatHost(parent),
+      m_box(box),
+      m_engine(box, clock),
+      m_chat(this, clock) {}
 
 AppState::~AppState() = default;
 

@@ -15,8 +15,10 @@ using namespace std::chrono_literals;
 using State = EngineStatus::State;
 
 EngineManager::EngineManager(EngineProcessBox &box, Clock &clock, QObject *parent)
-    : QObject(parent), m_box(box), m_clock(clock), m_logs(std::make_shared<RingBuffer>()) {
-}
+    : QObject(parent),
+      m_box(box),
+      m_clock(clock),
+      m_logs(std::make_shared<RingBuffer>()) {}
 
 EngineManager::~EngineManager() = default;
 

@@ -21,5 +21,6 @@ QString sentence(EngineError::Kind kind, const QString &text) {
 } // namespace
 
 EngineError::EngineError(Kind kind, const QString &text)
-    : m_kind(kind), m_description(sentence(kind, text)), m_utf8(m_description.toUtf8()) {
-}
+    : m_kind(kind),
+      m_description(sentence(kind, text)),
+      m_utf8(m_description.toUtf8()) {}

@@ -4,8 +4,7 @@
 #include "platform/HttpThread.h"
 
 HttpExchange::HttpExchange(HttpRequest request, std::shared_ptr<HttpReceiver> receiver)
-    : m_id(HttpThread::shared().start(std::move(request), std::move(receiver))) {
-}
+    : m_id(HttpThread::shared().start(std::move(request), std::move(receiver))) {}
 
 HttpExchange::~HttpExchange() {
     abort();
@@ -32,7 +31,9 @@ enum class Wanted { head, body };
 class Answer : public HttpReceiver {
 public:
     Answer(std::shared_ptr<Channel<HttpResponse>> channel, Wanted wanted, qsizetype longestBody)
-        : m_channel(std::move(channel)), m_wanted(wanted), m_longestBody(longestBody) {}
+        : m_channel(std::move(channel)),
+          m_wanted(wanted),
+          m_longestBody(longestBody) {}
 
     Next head(int status) override {
         m_response.status = status;

@@ -33,7 +33,8 @@ public:
     enum class Reason { connection, timedOut, tooLong };
 
     HttpError(Reason reason, const std::string &description)
-        : std::runtime_error(description), m_reason(reason) {}
+        : std::runtime_error(description),
+          m_reason(reason) {}
 
     Reason reason() const { return m_reason; }
 

@@ -12,13 +12,17 @@ namespace {
 constexpr int firstFinalStatus = 200;
 
 bool isLoopback(const QString &host) {
-    return host == QLatin1String("localhost") || host == QLatin1String("::1") || host.startsWith(QLatin1String("127."));
+    return host == QLatin1String("localhost") || host == QLatin1String("::1") ||
+           host.startsWith(QLatin1String("127."));
 }
 
 } // namespace
 
 HttpTransfer::HttpTransfer(quint64 id, HttpRequest request, std::shared_ptr<HttpReceiver> receiver)
-    : m_id(id), m_request(std::move(request)), m_receiver(std::move(receiver)), m_handle(curl_easy_init()) {
+    : m_id(id),
+      m_request(std::move(request)),
+      m_receiver(std::move(receiver)),
+      m_handle(curl_easy_init()) {
     setOptions();
     setBody();
     setHeaders();

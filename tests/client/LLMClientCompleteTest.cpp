@@ -45,9 +45,10 @@ TEST_F(Complete, aReplyInManyPiecesIsReadWhole) {
 }
 
 TEST_F(Complete, aReplyWithoutTheTextIsEmptyAndNoFailure) {
-    for (const char *body : {"{}", "[]", R"({"choices":[]})", R"({"choices":7})", R"({"choices":["x"]})",
-                             R"({"choices":[{"message":{}}]})", R"({"choices":[{"message":{"content":null}}]})",
-                             R"({"choices":[{"message":{"content":7}}]})"}) {
+    for (const char *body :
+         {"{}", "[]", R"({"choices":[]})", R"({"choices":7})", R"({"choices":["x"]})",
+          R"({"choices":[{"message":{}}]})", R"({"choices":[{"message":{"content":null}}]})",
+          R"({"choices":[{"message":{"content":7}}]})"}) {
         ScriptedEngine other;
         other.answer(Script().raw(body));
         const LLMClient client{other.url(), {}};

@@ -1,8 +1,8 @@
 #include "client/LLMClient.h"
 
-#include <gtest/gtest.h>
-
 #include <QJsonDocument>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
@@ -25,9 +25,14 @@ StreamRequest plainStream() {
 }
 
 QJsonObject commonBody(bool stream, int maxTokens, bool thinking) {
-    return {{u"model"_s, u"ostrelin"_s},     {u"messages"_s, messages}, {u"stream"_s, stream},
-            {u"temperature"_s, 0.5},         {u"top_p"_s, 0.75},        {u"top_k"_s, 20},
-            {u"min_p"_s, 0.25},              {u"presence_penalty"_s, 1.5},
+    return {{u"model"_s, u"ostrelin"_s},
+            {u"messages"_s, messages},
+            {u"stream"_s, stream},
+            {u"temperature"_s, 0.5},
+            {u"top_p"_s, 0.75},
+            {u"top_k"_s, 20},
+            {u"min_p"_s, 0.25},
+            {u"presence_penalty"_s, 1.5},
             {u"max_tokens"_s, maxTokens},
             {u"chat_template_kwargs"_s, QJsonObject{{u"enable_thinking"_s, thinking}}}};
 }
@@ -35,7 +40,8 @@ QJsonObject commonBody(bool stream, int maxTokens, bool thinking) {
 } // namespace
 
 TEST(LLMClientRequest, itIsAPostToTheChatCompletionsWithSixtySecondsOfPatience) {
-    for (const HttpRequest &request : {client.streamRequest(plainStream()), client.completeRequest(messages, sampling, 20)}) {
+    for (const HttpRequest &request :
+         {client.streamRequest(plainStream()), client.completeRequest(messages, sampling, 20)}) {
         EXPECT_EQ(request.url, QUrl(u"http://127.0.0.1:8080/v1/chat/completions"_s));
         EXPECT_EQ(request.method, "POST");
         EXPECT_EQ(request.idleTimeout, std::chrono::seconds(60));
@@ -45,12 +51,14 @@ TEST(LLMClientRequest, itIsAPostToTheChatCompletionsWithSixtySecondsOfPatience) 
 TEST(LLMClientRequest, thePathOfTheBaseIsKept) {
     for (const QString &base : {u"http://127.0.0.1:1/engine"_s, u"http://127.0.0.1:1/engine/"_s}) {
         const LLMClient elsewhere{QUrl(base), {}};
-        EXPECT_EQ(elsewhere.streamRequest(plainStream()).url, QUrl(u"http://127.0.0.1:1/engine/v1/chat/completions"_s));
+        EXPECT_EQ(elsewhere.streamRequest(plainStream()).url,
+                  QUrl(u"http://127.0.0.1:1/engine/v1/chat/completions"_s));
     }
 }
 
 TEST(LLMClientRequest, theKeyIsABearerToken) {
-    const QList<std::pair<QByteArray, QByteArray>> expected{{"Content-Type", "application/json"}, {"Authorization", "Bearer key"}};
+    const QList<std::pair<QByteArray, QByteArray>> expected{{"Content-Type", "application/json"},
+                                                            {"Authorization", "Bearer key"}};
     EXPECT_EQ(client.streamRequest(plainStream()).headers, expected);
     EXPECT_EQ(client.completeRequest(messages, sampling, 20).headers, expected);
 }

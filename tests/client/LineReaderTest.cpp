@@ -1,10 +1,10 @@
 #include "client/LineReader.h"
 
-#include <gtest/gtest.h>
-
 #include <QByteArrayList>
 
 #include <random>
+
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -75,6 +75,7 @@ TEST(LineReader, theSizesOfThePiecesDoNotMatter) {
         for (int index = 0; index < length; ++index)
             text += alphabet.at(static_cast<qsizetype>(random() % 8));
         for (const qsizetype pieceSize : {1, 2, 3, 7, 100})
-            ASSERT_EQ(linesOf(text, pieceSize), text.isEmpty() ? QByteArrayList() : plainLinesOf(text)) << text.toHex().toStdString();
+            ASSERT_EQ(linesOf(text, pieceSize), text.isEmpty() ? QByteArrayList() : plainLinesOf(text))
+                << text.toHex().toStdString();
     }
 }

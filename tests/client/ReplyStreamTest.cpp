@@ -1,5 +1,6 @@
-#include "client/LLMClient.h"
 #include "client/ReplyStream.h"
+
+#include "client/LLMClient.h"
 #include "support/Await.h"
 #include "support/EnvironmentVariable.h"
 #include "support/ScriptedEngine.h"
@@ -63,7 +64,12 @@ TEST_F(Streaming, aPieceMayEndInsideALineOrACharacter) {
 }
 
 TEST_F(Streaming, keepAliveCommentsAndMalformedLinesAreSkipped) {
-    engine.answer(Script().raw(": keep-alive\n\nevent: x\nid: 3\n").content(u"a"_s).raw("data: {broken\n\nnonsense\n\n").content(u"b"_s).done());
+    engine.answer(Script()
+                      .raw(": keep-alive\n\nevent: x\nid: 3\n")
+                      .content(u"a"_s)
+                      .raw("data: {broken\n\nnonsense\n\n")
+                      .content(u"b"_s)
+                      .done());
     EXPECT_EQ(text(), u"ab"_s);
 }
 
@@ -75,7 +81,8 @@ TEST_F(Streaming, carriageReturnsEndLinesToo) {
 }
 
 TEST_F(Streaming, aFinishReasonDoesNotEndTheReading) {
-    engine.answer(Script().content(u"a"_s).finish(u"stop"_s).content(u"b"_s).finish(u"length"_s).content(u"c"_s));
+    engine.answer(
+        Script().content(u"a"_s).finish(u"stop"_s).content(u"b"_s).finish(u"length"_s).content(u"c"_s));
     EXPECT_EQ(text(), u"abc"_s);
 }
 
@@ -93,7 +100,8 @@ TEST_F(Streaming, toolCallFragmentsArrive) {
     engine.answer(Script::toolCall(u"c1"_s, u"web_search"_s, u"{\"query\":\"x\"}"_s));
     const QList<StreamChunk> chunks = readAll(*open());
     ASSERT_FALSE(chunks.isEmpty());
-    EXPECT_EQ(chunks.first().toolDeltas, (QList<ToolCallDelta>{{0, u"c1"_s, u"web_search"_s, u"{\"query\":\"x\"}"_s}}));
+    EXPECT_EQ(chunks.first().toolDeltas,
+              (QList<ToolCallDelta>{{0, u"c1"_s, u"web_search"_s, u"{\"query\":\"x\"}"_s}}));
 }
 
 TEST_F(Streaming, aWrongKeyHasASentenceOfItsOwn) {

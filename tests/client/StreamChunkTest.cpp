@@ -1,12 +1,13 @@
 #include "client/StreamChunk.h"
-#include "support/Script.h"
 
-#include <gtest/gtest.h>
+#include "support/Script.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 
 #include <algorithm>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
@@ -29,7 +30,8 @@ QByteArray toolLine(const QByteArray &calls) {
 } // namespace
 
 TEST(ParseStreamLine, linesWithoutDataGiveNothing) {
-    for (const char *line : {"", ":", ": keep-alive", "event: message", "id: 7", "retry: 10", " data: {}", "Data: {}", "dat"})
+    for (const char *line :
+         {"", ":", ": keep-alive", "event: message", "id: 7", "retry: 10", " data: {}", "Data: {}", "dat"})
         EXPECT_FALSE(parseStreamLine(line)) << line;
 }
 
@@ -45,15 +47,15 @@ TEST(ParseStreamLine, onlyOneBlankIsTakenAway) {
 }
 
 TEST(ParseStreamLine, malformedLinesGiveNothing) {
-    for (const char *line :
-         {"data:", "data: ", "data: x", "data: {", "data: []", "data: 7", "data: {}", R"(data: {"choices":{}})",
-          R"(data: {"choices":[]})", R"(data: {"choices":[7]})", R"(data: {"choices":[{"delta":{}},7]})",
-          R"(data: {"error":{"message":"no"}})"})
+    for (const char *line : {"data:", "data: ", "data: x", "data: {", "data: []", "data: 7", "data: {}",
+                             R"(data: {"choices":{}})", R"(data: {"choices":[]})", R"(data: {"choices":[7]})",
+                             R"(data: {"choices":[{"delta":{}},7]})", R"(data: {"error":{"message":"no"}})"})
         EXPECT_FALSE(parseStreamLine(line)) << line;
 }
 
 TEST(ParseStreamLine, textAndReasoningAreRead) {
-    const StreamChunk chunk = parsed(dataLine(completionChunk({{u"content"_s, u"Grüße"_s}, {u"reasoning_content"_s, u"hm"_s}})));
+    const StreamChunk chunk =
+        parsed(dataLine(completionChunk({{u"content"_s, u"Grüße"_s}, {u"reasoning_content"_s, u"hm"_s}})));
     EXPECT_EQ(chunk.content, u"Grüße"_s);
     EXPECT_EQ(chunk.reasoning, u"hm"_s);
     EXPECT_TRUE(chunk.toolDeltas.isEmpty());
@@ -61,7 +63,8 @@ TEST(ParseStreamLine, textAndReasoningAreRead) {
 }
 
 TEST(ParseStreamLine, whatIsNoTextIsEmpty) {
-    EXPECT_EQ(parsed(R"(data: {"choices":[{"delta":{"content":null,"reasoning_content":7}}]})"), StreamChunk());
+    EXPECT_EQ(parsed(R"(data: {"choices":[{"delta":{"content":null,"reasoning_content":7}}]})"),
+              StreamChunk());
 }
 
 TEST(ParseStreamLine, theFinishReasonIsReadAndANullIsNone) {
@@ -75,31 +78,36 @@ TEST(ParseStreamLine, aChoiceWithoutADeltaStillGivesAChunk) {
 }
 
 TEST(ParseStreamLine, onlyTheFirstChoiceCounts) {
-    EXPECT_EQ(parsed(R"(data: {"choices":[{"delta":{"content":"a"}},{"delta":{"content":"b"}}]})").content, u"a"_s);
+    EXPECT_EQ(parsed(R"(data: {"choices":[{"delta":{"content":"a"}},{"delta":{"content":"b"}}]})").content,
+              u"a"_s);
 }
 
 TEST(ParseStreamLine, toolCallFragmentsComeInWireOrder) {
     const StreamChunk chunk = parsed(toolLine(
         R"([{"index":1,"id":"b","function":{"name":"two","arguments":"{"}},{"index":0,"function":{"arguments":"}"}}])"));
-    const QList<ToolCallDelta> expected{{1, u"b"_s, u"two"_s, u"{"_s}, {0, std::nullopt, std::nullopt, u"}"_s}};
+    const QList<ToolCallDelta> expected{{1, u"b"_s, u"two"_s, u"{"_s},
+                                        {0, std::nullopt, std::nullopt, u"}"_s}};
     EXPECT_EQ(chunk.toolDeltas, expected);
 }
 
 TEST(ParseStreamLine, aFragmentWithoutAnIntegerIndexIsFiledUnderZero) {
-    const StreamChunk chunk = parsed(toolLine(R"([{"id":"a"},{"index":"2"},{"index":1.5},{"index":true},{"index":null}])"));
+    const StreamChunk chunk =
+        parsed(toolLine(R"([{"id":"a"},{"index":"2"},{"index":1.5},{"index":true},{"index":null}])"));
     for (const ToolCallDelta &delta : chunk.toolDeltas)
         EXPECT_EQ(delta.index, 0);
     EXPECT_EQ(chunk.toolDeltas.size(), 5);
 }
 
 TEST(ParseStreamLine, argumentsThatAreNoTextAreAbsent) {
-    const StreamChunk chunk = parsed(toolLine(R"([{"index":0,"function":{"name":"f","arguments":{"a":1}}}])"));
+    const StreamChunk chunk =
+        parsed(toolLine(R"([{"index":0,"function":{"name":"f","arguments":{"a":1}}}])"));
     EXPECT_EQ(chunk.toolDeltas.first().name, u"f"_s);
     EXPECT_FALSE(chunk.toolDeltas.first().arguments);
 }
 
 TEST(ParseStreamLine, aCallWithoutAFunctionHasNeitherNameNorArguments) {
-    EXPECT_EQ(parsed(toolLine(R"([{"index":3,"id":"x"}])")).toolDeltas, (QList<ToolCallDelta>{{3, u"x"_s, {}, {}}}));
+    EXPECT_EQ(parsed(toolLine(R"([{"index":3,"id":"x"}])")).toolDeltas,
+              (QList<ToolCallDelta>{{3, u"x"_s, {}, {}}}));
 }
 
 TEST(ParseStreamLine, callsThatAreNoArrayOfObjectsGiveNone) {
@@ -120,14 +128,17 @@ TEST(ToolCallAssembler, argumentsAccumulateAndNamesAreReplaced) {
 }
 
 TEST(ToolCallAssembler, theOrderOfTheIndexesCounts) {
-    QList<ToolCallDelta> deltas{{2, u"c"_s, u"three"_s, u"3"_s}, {0, u"a"_s, u"one"_s, u"1"_s}, {-1, u"z"_s, u"zero"_s, u"0"_s}};
-    const QList<ToolCall> expected{{u"z"_s, u"zero"_s, u"0"_s}, {u"a"_s, u"one"_s, u"1"_s}, {u"c"_s, u"three"_s, u"3"_s}};
+    QList<ToolCallDelta> deltas{
+        {2, u"c"_s, u"three"_s, u"3"_s}, {0, u"a"_s, u"one"_s, u"1"_s}, {-1, u"z"_s, u"zero"_s, u"0"_s}};
+    const QList<ToolCall> expected{
+        {u"z"_s, u"zero"_s, u"0"_s}, {u"a"_s, u"one"_s, u"1"_s}, {u"c"_s, u"three"_s, u"3"_s}};
     for (int order = 0; order < 6; ++order) {
         ToolCallAssembler assembler;
         for (const ToolCallDelta &delta : deltas)
             assembler.ingest(delta);
         EXPECT_EQ(assembler.finished(), expected);
-        std::next_permutation(deltas.begin(), deltas.end(), [](const auto &a, const auto &b) { return a.index < b.index; });
+        std::next_permutation(deltas.begin(), deltas.end(),
+                              [](const auto &a, const auto &b) { return a.index < b.index; });
     }
 }
 
@@ -139,7 +150,12 @@ TEST(ToolCallAssembler, aCallWithoutAnIdIsNamedAfterItsIndex) {
 
 TEST(ToolCallAssembler, twoCallsWithoutAnIndexMerge) {
     ToolCallAssembler assembler;
-    for (const ToolCallDelta &delta : parsed(toolLine(R"([{"id":"a","function":{"name":"f","arguments":"1"}},{"id":"b","function":{"name":"g","arguments":"2"}}])")).toolDeltas)
+    for (
+        const ToolCallDelta &delta :
+        parsed(
+            toolLine(
+                R"([{"id":"a","function":{"name":"f","arguments":"1"}},{"id":"b","function":{"name":"g","arguments":"2"}}])"))
+            .toolDeltas)
         assembler.ingest(delta);
     EXPECT_EQ(assembler.finished(), (QList<ToolCall>{{u"b"_s, u"g"_s, u"12"_s}}));
 }

@@ -46,7 +46,8 @@ TEST_F(ChatControllerTest, theRequestIsThatOfTheTiersSampling) {
 }
 
 TEST_F(ChatControllerTest, thinkingUsesItsOwnSampling) {
-    engine.answer(Script().reasoning(u"let me "_s).reasoning(u"see"_s).content(u"Yes."_s).finish(u"stop"_s).done());
+    engine.answer(
+        Script().reasoning(u"let me "_s).reasoning(u"see"_s).content(u"Yes."_s).finish(u"stop"_s).done());
     say(u"Hi"_s, Thinking::on);
     EXPECT_EQ(body(0)["temperature"_L1].toDouble(), 0.6);
     EXPECT_EQ(body(0)["top_k"_L1].toInt(), 30);
@@ -90,7 +91,10 @@ TEST_F(ChatControllerTest, sendingDuringATurnIsIgnored) {
     EXPECT_TRUE(chat->isGenerating());
     chat->send(u"second"_s);
     engine.goOn();
-    ASSERT_TRUE(eventually([&] { engine.goOn(); return !chat->isGenerating(); }));
+    ASSERT_TRUE(eventually([&] {
+        engine.goOn();
+        return !chat->isGenerating();
+    }));
     EXPECT_EQ(messages().size(), 2);
     EXPECT_EQ(engine.requests().size(), 1);
 }
@@ -136,7 +140,8 @@ TEST_F(ChatControllerTest, thePromptTellsTheDateAndTheMemory) {
     host.memoryText = u"- likes kumquats"_s;
     engine.answer(Script::reply({u"a"_s}));
     say(u"Hi"_s);
-    EXPECT_TRUE(prompt(0).contains(QLocale::system().toString(clock.now().toLocalTime().date(), QLocale::LongFormat)));
+    EXPECT_TRUE(prompt(0).contains(
+        QLocale::system().toString(clock.now().toLocalTime().date(), QLocale::LongFormat)));
     EXPECT_TRUE(prompt(0).endsWith(u"- likes kumquats"_s));
     host.fakeSettings.memoryEnabled = false;
     say(u"Hi"_s);
@@ -149,7 +154,10 @@ TEST_F(ChatControllerTest, theStreamedMessageIsKnownWhileItGrows) {
     ASSERT_TRUE(eventually([&] { return last().content == u"half"_s; }));
     EXPECT_EQ(chat->streamingID(), last().id);
     EXPECT_EQ(chat->generatingID(), chat->conversation()->id);
-    ASSERT_TRUE(eventually([&] { engine.goOn(); return !chat->isGenerating(); }));
+    ASSERT_TRUE(eventually([&] {
+        engine.goOn();
+        return !chat->isGenerating();
+    }));
     EXPECT_FALSE(chat->streamingID());
     EXPECT_FALSE(chat->generatingID());
     EXPECT_EQ(last().content, u"half done"_s);
@@ -218,7 +226,10 @@ TEST_F(ChatControllerTest, aChatThatIsNotOnScreenGoesOnUnseen) {
     const QUuid first = chat->conversation()->id;
     chat->newChat();
     EXPECT_TRUE(chat->isGenerating());
-    ASSERT_TRUE(eventually([&] { engine.goOn(); return !chat->isGenerating(); }));
+    ASSERT_TRUE(eventually([&] {
+        engine.goOn();
+        return !chat->isGenerating();
+    }));
     EXPECT_TRUE(messages().isEmpty());
     EXPECT_TRUE(saved().messages.isEmpty());
     EXPECT_EQ(ChatStore().load(first)->messages.last().content, u"half done"_s);

@@ -2,9 +2,9 @@
 
 #include "records/Characters.h"
 
-#include <gtest/gtest.h>
-
 #include <random>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
@@ -96,7 +96,8 @@ TEST(EstimateTokens, charactersAreWhatAReaderSees) {
 TEST(EstimateTokens, filesAndArgumentsCountAsOneTextEach) {
     EXPECT_EQ(estimateTokens({withFiles(user(0), {u"1234"_s, u"567"_s})}), 12);
     Message calls = message(Role::assistant, QString());
-    calls.toolCalls = QList<ToolCall>{{u"a"_s, u"long name that does not count"_s, u"1234"_s}, {u"b"_s, u"f"_s, u"5678"_s}};
+    calls.toolCalls =
+        QList<ToolCall>{{u"a"_s, u"long name that does not count"_s, u"1234"_s}, {u"b"_s, u"f"_s, u"5678"_s}};
     EXPECT_EQ(estimateTokens({calls}), 1 + 1 + 3 + 8);
 }
 
@@ -124,7 +125,8 @@ TEST(FitHistory, exactlyTheBudgetIsWithinIt) {
 }
 
 TEST(FitHistory, aCallGoesTogetherWithItsAnswers) {
-    const QList<Message> messages{calling({u"a"_s, u"b"_s, u"c"_s}), answer(u"a"_s), answer(u"b"_s), answer(u"c"_s), user(350)};
+    const QList<Message> messages{calling({u"a"_s, u"b"_s, u"c"_s}), answer(u"a"_s), answer(u"b"_s),
+                                  answer(u"c"_s), user(350)};
     EXPECT_EQ(fitHistory(messages, 200), (FittedHistory{messages.sliced(4), 4}));
 }
 
@@ -160,7 +162,9 @@ TEST(FitHistory, aQuestionThatIsTooLongIsHalvedUntilItFits) {
 }
 
 TEST(FitHistory, aQuestionIsCutBetweenCharacters) {
-    const FittedHistory fitted = fitHistory({message(Role::user, u"👩‍👩‍👧👩‍👩‍👧👩‍👩‍👧"_s.repeated(200))}, 160);
+    const FittedHistory fitted = fitHistory(
+        {message(Role::user, u"👩‍👩‍👧👩‍👩‍👧👩‍👩‍👧"_s.repeated(200))},
+        160);
     EXPECT_EQ(fitted.messages.first().content, u"👩‍👩‍👧"_s.repeated(300));
 }
 
@@ -183,8 +187,9 @@ TEST(FitHistory, theMarkerCanBeCutAgain) {
 }
 
 TEST(FitHistory, theLongestFileOfTheOldestMessageIsCutFirst) {
-    const QList<Message> messages{withFiles(user(1), {QString(300, u'a'), QString(400, u'b'), QString(400, u'c')}),
-                                  withFiles(assistant(1), {QString(5000, u'd')})};
+    const QList<Message> messages{
+        withFiles(user(1), {QString(300, u'a'), QString(400, u'b'), QString(400, u'c')}),
+        withFiles(assistant(1), {QString(5000, u'd')})};
     const FittedHistory fitted = fitHistory(messages, 2300);
     const QList<Attachment> files = *fitted.messages.first().attachments;
     EXPECT_EQ(files.at(0).text.size(), 300);
@@ -214,10 +219,18 @@ TEST(FitHistory, itDropsWhatASlowReadingOfTheRuleDrops) {
         const int length = static_cast<int>(random() % 12);
         for (int index = 0; index < length; ++index) {
             switch (random() % 5) {
-            case 0: messages.append(user(static_cast<int>(random() % 60))); break;
-            case 1: messages.append(assistant(static_cast<int>(random() % 60))); break;
-            case 2: messages.append(calling({QString::number(random() % 3), QString::number(random() % 3)})); break;
-            default: messages.append(answer(QString::number(random() % 3))); break;
+            case 0:
+                messages.append(user(static_cast<int>(random() % 60)));
+                break;
+            case 1:
+                messages.append(assistant(static_cast<int>(random() % 60)));
+                break;
+            case 2:
+                messages.append(calling({QString::number(random() % 3), QString::number(random() % 3)}));
+                break;
+            default:
+                messages.append(answer(QString::number(random() % 3)));
+                break;
             }
         }
         const FittedHistory slow = slowFit(messages, 160);

@@ -6,12 +6,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString opening = u"You are Ostrelin, a helpful assistant running entirely on the user's Mac.\nToday's date is Sunday, November 15, 2026. Your knowledge has a cutoff and may be out of date.\n"_s;
-const QString manners = u"\nNever claim to have searched unless a search result is present.\nBe concise, warm, and use Markdown when helpful.\n"_s;
+const QString opening =
+    u"You are Ostrelin, a helpful assistant running entirely on the user's Mac.\nToday's date is Sunday, November 15, 2026. Your knowledge has a cutoff and may be out of date.\n"_s;
+const QString manners =
+    u"\nNever claim to have searched unless a search result is present.\nBe concise, warm, and use Markdown when helpful.\n"_s;
 const QString offline = u"You cannot access the internet. If asked about recent events, say so."_s;
-const QString searching = u"You can use the web_search tool when current or factual information would help."_s;
-const QString pages = u"When a formatted page (headings, tables, charts or cards) would present the answer better than a chat reply, call the offer_page tool to ask first. Build the page only after the user agrees, then reply with a single ```page block containing Markdown. Inside it you may use optional directive blocks (metric, chart, line, donut, progress, callout, timeline, flow, compare, cards, spec); a color may follow the name, like ```chart:green or ```callout:warning. Use \"Label: value\" lines in metric, chart, line, donut and progress; \"a || b\" rows in compare, cards and spec; and \"A -> B -> C\" in flow."_s;
-const QString remembering = u"Things you remember about the user, written in their own memory file. Use them when relevant, and call remember to suggest a new durable fact (the user approves it first):\n"_s;
+const QString searching =
+    u"You can use the web_search tool when current or factual information would help."_s;
+const QString pages =
+    u"When a formatted page (headings, tables, charts or cards) would present the answer better than a chat reply, call the offer_page tool to ask first. Build the page only after the user agrees, then reply with a single ```page block containing Markdown. Inside it you may use optional directive blocks (metric, chart, line, donut, progress, callout, timeline, flow, compare, cards, spec); a color may follow the name, like ```chart:green or ```callout:warning. Use \"Label: value\" lines in metric, chart, line, donut and progress; \"a || b\" rows in compare, cards and spec; and \"A -> B -> C\" in flow."_s;
+const QString remembering =
+    u"Things you remember about the user, written in their own memory file. Use them when relevant, and call remember to suggest a new durable fact (the user approves it first):\n"_s;
 
 PromptInputs plain() {
     return {.searchMode = SearchMode::off,
@@ -37,7 +42,9 @@ TEST(SystemPrompt, theFullOneHasItsPiecesInOrder) {
     inputs.memoryEnabled = true;
     inputs.memory = u"\n - likes tea\n- likes rain \n"_s;
     inputs.nudge = u"Do it again."_s;
-    EXPECT_EQ(systemPrompt(inputs), opening + searching + u" The user must approve each search."_s + manners + pages + u"\n"_s + remembering + u"- likes tea\n- likes rain\nDo it again."_s);
+    EXPECT_EQ(systemPrompt(inputs), opening + searching + u" The user must approve each search."_s + manners +
+                                        pages + u"\n"_s + remembering +
+                                        u"- likes tea\n- likes rain\nDo it again."_s);
 }
 
 TEST(SystemPrompt, aSearchThatNeedsNoConsentIsOfferedPlainly) {

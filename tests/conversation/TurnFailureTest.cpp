@@ -87,7 +87,11 @@ TEST_F(TurnFailure, textThatHasArrivedIsKeptWithNoWordOfTheFailure) {
 }
 
 TEST_F(TurnFailure, fragmentsOfToolCallsAreDropped) {
-    engine.answer(Script().call({{u"index"_s, 0}, {u"id"_s, u"c"_s}, {u"function"_s, QJsonObject{{u"name"_s, u"f"_s}}}}).pause(20).drop());
+    engine.answer(
+        Script()
+            .call({{u"index"_s, 0}, {u"id"_s, u"c"_s}, {u"function"_s, QJsonObject{{u"name"_s, u"f"_s}}}})
+            .pause(20)
+            .drop());
     say(u"Hi"_s);
     EXPECT_EQ(last().content, failed);
     EXPECT_FALSE(last().toolCalls);
@@ -97,10 +101,16 @@ TEST_F(TurnFailure, fragmentsOfToolCallsAreDropped) {
 TEST_F(TurnFailure, textIsNotRecoveredAndNoServiceIsCalledAfterAFailure) {
     int calls = 0;
     TurnPoints points;
-    points.extractThinking = [&](const QString &text) { ++calls; return TurnPoints::RecoveredThinking{{}, text}; };
+    points.extractThinking = [&](const QString &text) {
+        ++calls;
+        return TurnPoints::RecoveredThinking{{}, text};
+    };
     points.finishPage = [&](Conversation &, bool) { ++calls; };
     points.testSearchHint = [&](const Conversation &) { ++calls; };
-    points.titleConversation = [&](Conversation, std::stop_token) -> Task<> { ++calls; co_return; };
+    points.titleConversation = [&](Conversation, std::stop_token) -> Task<> {
+        ++calls;
+        co_return;
+    };
     makeChat(points);
     engine.answer(Script().content(u"<think>hm</think>half"_s).pause(20).drop());
     say(u"Hi"_s);

@@ -49,7 +49,11 @@ protected:
 
     QJsonObject body(qsizetype request) const { return engine.requests().at(request).json(); }
     QString prompt(qsizetype request) const {
-        return body(request)[QLatin1String("messages")].toArray().at(0).toObject()[QLatin1String("content")].toString();
+        return body(request)[QLatin1String("messages")]
+            .toArray()
+            .at(0)
+            .toObject()[QLatin1String("content")]
+            .toString();
     }
 
     TemporaryApplicationFolder folder;

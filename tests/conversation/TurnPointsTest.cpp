@@ -1,5 +1,5 @@
-#include "conversation/TurnFixture.h"
 #include "conversation/Turn.h"
+#include "conversation/TurnFixture.h"
 
 using namespace Qt::StringLiterals;
 
@@ -61,7 +61,11 @@ TEST_F(TurnPointsTest, streamedCallsBeatThoseInTheText) {
     TurnPoints points;
     points.extractToolCalls = fakeCalls;
     makeChat(points);
-    engine.answer(Script().content(u"so <call>"_s).call({{u"index"_s, 0}, {u"id"_s, u"c"_s}, {u"function"_s, QJsonObject{{u"name"_s, u"g"_s}}}}).done());
+    engine.answer(
+        Script()
+            .content(u"so <call>"_s)
+            .call({{u"index"_s, 0}, {u"id"_s, u"c"_s}, {u"function"_s, QJsonObject{{u"name"_s, u"g"_s}}}})
+            .done());
     engine.answer(Script::reply({u"ok"_s}));
     say(u"Go"_s);
     EXPECT_EQ(messages().at(1).toolCalls, (QList<ToolCall>{{u"c"_s, u"g"_s, QString()}}));
@@ -167,7 +171,8 @@ TEST_F(TurnPointsTest, aPageRetryWithoutAToolRoundIsPacedLikeTheFirstRequest) {
     engine.answer(Script::reply({u"bad"_s}));
     engine.answer(Script::reply({u"good"_s}));
     chat->newChat();
-    await(generate(chat.get(), *chat->conversation(), {.question = UserMessage{u"Page"_s, {}}, .pageAccepted = true}, {}));
+    await(generate(chat.get(), *chat->conversation(),
+                   {.question = UserMessage{u"Page"_s, {}}, .pageAccepted = true}, {}));
     EXPECT_EQ(engine.requests().size(), 2);
     EXPECT_EQ(paced, 2);
 }
@@ -191,7 +196,8 @@ TEST_F(TurnPointsTest, aPageThatCannotBeMadeIsAskedForOnceMore) {
     engine.answer(Script::reply({u"bad"_s}));
     engine.answer(Script::reply({u"still bad"_s}));
     say(u"Page"_s);
-    // The question, the call, its answer, and the second attempt: the first one is gone, and there's no third.
+    // The question, the call, its answer, and the second attempt: the first one is gone, and there's no
+    // third.
     ASSERT_EQ(messages().size(), 4);
     EXPECT_EQ(last().content, u"still bad"_s);
     ASSERT_EQ(engine.requests().size(), 3);
@@ -218,7 +224,8 @@ TEST_F(TurnPointsTest, aTurnMayBeginWithThePageAgreedOn) {
     makeChat(points);
     chat->newChat();
     engine.answer(Script::reply({u"page"_s}));
-    await(generate(chat.get(), *chat->conversation(), {.question = UserMessage{u"Page"_s, {}}, .pageAccepted = true}, {}));
+    await(generate(chat.get(), *chat->conversation(),
+                   {.question = UserMessage{u"Page"_s, {}}, .pageAccepted = true}, {}));
     EXPECT_FALSE(body(0).contains("tools"_L1));
 }
 
@@ -226,7 +233,8 @@ TEST_F(TurnPointsTest, aTurnThatIsCancelledBeforeItBeginsOnlySavesTheQuestion) {
     chat->newChat();
     std::stop_source stop;
     stop.request_stop();
-    await(generate(chat.get(), *chat->conversation(), {.question = UserMessage{u"Hi"_s, {}}}, stop.get_token()));
+    await(generate(chat.get(), *chat->conversation(), {.question = UserMessage{u"Hi"_s, {}}},
+                   stop.get_token()));
     EXPECT_TRUE(engine.requests().isEmpty());
     EXPECT_EQ(saved().messages.size(), 1);
     EXPECT_FALSE(chat->isGenerating());

@@ -24,7 +24,8 @@ TEST_F(TurnTools, aCallNobodyKnowsGetsUnknownTool) {
     engine.answer(Script::reply({u"Sorry."_s}));
     say(u"Search."_s);
     ASSERT_EQ(messages().size(), 4);
-    EXPECT_EQ(messages().at(1).toolCalls, (QList<ToolCall>{{u"c1"_s, u"web_search"_s, u"{\"query\":\"x\"}"_s}}));
+    EXPECT_EQ(messages().at(1).toolCalls,
+              (QList<ToolCall>{{u"c1"_s, u"web_search"_s, u"{\"query\":\"x\"}"_s}}));
     EXPECT_EQ(messages().at(2).role, Role::tool);
     EXPECT_EQ(messages().at(2).content, u"Unknown tool."_s);
     EXPECT_EQ(messages().at(2).toolCallId, u"c1"_s);
@@ -34,14 +35,23 @@ TEST_F(TurnTools, aCallNobodyKnowsGetsUnknownTool) {
 }
 
 TEST_F(TurnTools, completeCallsMakeAToolRoundWhateverTheServerSaysOfTheEnd) {
-    engine.answer(Script().call({{u"index"_s, 0}, {u"id"_s, u"c"_s}, {u"function"_s, QJsonObject{{u"name"_s, u"f"_s}, {u"arguments"_s, u"{}"_s}}}}).finish(u"stop"_s).done());
+    engine.answer(Script()
+                      .call({{u"index"_s, 0},
+                             {u"id"_s, u"c"_s},
+                             {u"function"_s, QJsonObject{{u"name"_s, u"f"_s}, {u"arguments"_s, u"{}"_s}}}})
+                      .finish(u"stop"_s)
+                      .done());
     engine.answer(Script::reply({u"ok"_s}));
     say(u"Go"_s);
     EXPECT_EQ(messages().size(), 4);
 }
 
 TEST_F(TurnTools, anEndForToolCallsWithoutAUsableOneIsAnOrdinaryEnd) {
-    engine.answer(Script().content(u"text"_s).call({{u"index"_s, 0}, {u"id"_s, u"c"_s}}).finish(u"tool_calls"_s).done());
+    engine.answer(Script()
+                      .content(u"text"_s)
+                      .call({{u"index"_s, 0}, {u"id"_s, u"c"_s}})
+                      .finish(u"tool_calls"_s)
+                      .done());
     say(u"Go"_s);
     EXPECT_EQ(messages().size(), 2);
     EXPECT_FALSE(last().toolCalls);
@@ -66,7 +76,8 @@ TEST_F(TurnTools, fragmentsMayComeInAnyOrder) {
     makeChat(withTools(&ran));
     say(u"Go"_s);
     EXPECT_EQ(ran, (QStringList{u"one"_s, u"two"_s}));
-    EXPECT_EQ(messages().at(1).toolCalls, (QList<ToolCall>{{u"call_0"_s, u"one"_s, u"{}"_s}, {u"second"_s, u"two"_s, u"{\"b\":2}"_s}}));
+    EXPECT_EQ(messages().at(1).toolCalls,
+              (QList<ToolCall>{{u"call_0"_s, u"one"_s, u"{}"_s}, {u"second"_s, u"two"_s, u"{\"b\":2}"_s}}));
     EXPECT_EQ(messages().at(2).toolCallId, u"call_0"_s);
     EXPECT_EQ(messages().at(3).content, u"result of two"_s);
 }
@@ -96,7 +107,9 @@ TEST_F(TurnTools, onlyTheFirstRequestThinks) {
     engine.answer(Script::toolCall(u"c"_s, u"f"_s, u"{}"_s));
     engine.answer(Script::reply({u"ok"_s}));
     say(u"Go"_s, Thinking::on);
-    const auto thinks = [this](int request) { return body(request)["chat_template_kwargs"_L1].toObject()["enable_thinking"_L1].toBool(); };
+    const auto thinks = [this](int request) {
+        return body(request)["chat_template_kwargs"_L1].toObject()["enable_thinking"_L1].toBool();
+    };
     EXPECT_TRUE(thinks(0));
     EXPECT_FALSE(thinks(1));
     EXPECT_EQ(body(1)["temperature"_L1].toDouble(), 0.7);
@@ -137,16 +150,23 @@ TEST_F(TurnTools, aStopWhileAToolWaitsSendsNoFurtherRequest) {
 }
 
 TEST_F(TurnTools, aCallThatWasStoppedInTheMiddleDoesNotSpoilTheChat) {
-    engine.answer(Script().call({{u"index"_s, 0}, {u"id"_s, u"c"_s}, {u"function"_s, QJsonObject{{u"name"_s, u"f"_s}, {u"arguments"_s, u"{\"query\": \"ok"_s}}}}).hold());
+    engine.answer(Script()
+                      .call({{u"index"_s, 0},
+                             {u"id"_s, u"c"_s},
+                             {u"function"_s,
+                              QJsonObject{{u"name"_s, u"f"_s}, {u"arguments"_s, u"{\"query\": \"ok"_s}}}})
+                      .hold());
     engine.answer(Script::reply({u"Fine."_s}));
     chat->send(u"Go"_s);
     ASSERT_TRUE(eventually([&] { return engine.requests().size() == 1; }));
     letPass(50);
     chat->stop();
-    ASSERT_TRUE(eventually([&] { return saved().messages.size() == 2 && saved().messages.last().toolCalls; }));
+    ASSERT_TRUE(
+        eventually([&] { return saved().messages.size() == 2 && saved().messages.last().toolCalls; }));
     EXPECT_EQ(saved().messages.last().toolCalls->first().arguments, u"{\"query\": \"ok"_s);
     say(u"Again"_s);
-    const QJsonObject call = body(1)["messages"_L1].toArray().at(2).toObject()["tool_calls"_L1].toArray().at(0).toObject();
+    const QJsonObject call =
+        body(1)["messages"_L1].toArray().at(2).toObject()["tool_calls"_L1].toArray().at(0).toObject();
     EXPECT_EQ(call["function"_L1].toObject()["arguments"_L1].toString(), u"{}"_s);
 }
 

@@ -1,8 +1,8 @@
 #include "conversation/Prompt.h"
 
-#include <gtest/gtest.h>
-
 #include <QJsonObject>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
@@ -33,7 +33,8 @@ TEST(WireMessages, userAndAssistantAreRoleAndContent) {
 
 TEST(WireMessages, filesComeBeforeTheQuestion) {
     Message question = message(Role::user, u"Which is longer?"_s);
-    question.attachments = QList<Attachment>{{QUuid::createUuid(), u"a.txt"_s, u"one"_s}, {QUuid::createUuid(), u"b.txt"_s, u"two"_s}};
+    question.attachments = QList<Attachment>{{QUuid::createUuid(), u"a.txt"_s, u"one"_s},
+                                             {QUuid::createUuid(), u"b.txt"_s, u"two"_s}};
     EXPECT_EQ(wireOf({question}).at(1).toObject()["content"_L1].toString(),
               u"Attached file: a.txt\n\none\n\nAttached file: b.txt\n\ntwo\n\nWhich is longer?"_s);
 }
@@ -55,7 +56,8 @@ TEST(WireMessages, callsKeepTheirArgumentsAsText) {
     calling.toolCalls = QList<ToolCall>{{u"c1"_s, u"web_search"_s, u"{ \"query\" : \"x\" }"_s}};
     const QJsonObject function{{u"name"_s, u"web_search"_s}, {u"arguments"_s, u"{ \"query\" : \"x\" }"_s}};
     const QJsonObject call{{u"id"_s, u"c1"_s}, {u"type"_s, u"function"_s}, {u"function"_s, function}};
-    const QJsonObject expected{{u"role"_s, u"assistant"_s}, {u"content"_s, QString()}, {u"tool_calls"_s, QJsonArray{call}}};
+    const QJsonObject expected{
+        {u"role"_s, u"assistant"_s}, {u"content"_s, QString()}, {u"tool_calls"_s, QJsonArray{call}}};
     EXPECT_EQ(wireOf({calling}).at(1).toObject(), expected);
 }
 
@@ -76,7 +78,8 @@ TEST(WireMessages, anEmptyListOfCallsIsNoKey) {
 
 TEST(WireMessages, aToolAnswerNamesItsCallWhereItKnowsIt) {
     Message answer = message(Role::tool, u"Unknown tool."_s);
-    EXPECT_EQ(wireOf({answer}).at(1).toObject(), (QJsonObject{{u"role"_s, u"tool"_s}, {u"content"_s, u"Unknown tool."_s}}));
+    EXPECT_EQ(wireOf({answer}).at(1).toObject(),
+              (QJsonObject{{u"role"_s, u"tool"_s}, {u"content"_s, u"Unknown tool."_s}}));
     answer.toolCallId = u"c1"_s;
     EXPECT_EQ(wireOf({answer}).at(1).toObject()["tool_call_id"_L1].toString(), u"c1"_s);
 }
@@ -87,5 +90,6 @@ TEST(WireMessages, thinkingSearchesAndPagesAreNotSent) {
     reply.searchEvent = SearchEvent{u"q"_s, SearchStatus::allowed, {}};
     reply.page = PageSnapshot{u"T"_s, u"# T"_s};
     reply.pageFailed = true;
-    EXPECT_EQ(wireOf({reply}).at(1).toObject(), (QJsonObject{{u"role"_s, u"assistant"_s}, {u"content"_s, u"Hello"_s}}));
+    EXPECT_EQ(wireOf({reply}).at(1).toObject(),
+              (QJsonObject{{u"role"_s, u"assistant"_s}, {u"content"_s, u"Hello"_s}}));
 }

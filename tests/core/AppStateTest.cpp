@@ -52,7 +52,8 @@ protected:
 
 TEST_F(App, aColdStartGoesThroughItsPhasesToAReadyChat) {
     QStringList phases;
-    QObject::connect(app.get(), &AppState::phaseChanged, app.get(), [&] { phases.append(QString::number(app->phase().index())); });
+    QObject::connect(app.get(), &AppState::phaseChanged, app.get(),
+                     [&] { phases.append(QString::number(app->phase().index())); });
     EXPECT_TRUE(std::holds_alternative<phase::Checking>(app->phase()));
     bootstrap();
     EXPECT_TRUE(isReady());
@@ -87,15 +88,16 @@ TEST_F(App, anInstalledModelRunsWithItsOwnSettings) {
     ensureFolders();
     writeAtomically(modelsFolder() + u"/big.gguf"_s, "x");
     Settings settings;
-    settings.installed = InstalledModel{.tierId = u"big"_s,
-                                        .displayName = u"Big"_s,
-                                        .filename = u"big.gguf"_s,
-                                        .contextLength = 16384,
-                                        .sampling = {.temperature = 0.7, .topP = 0.8, .topK = 20, .minP = 0, .presencePenalty = 1.5},
-                                        .thinkingSampling = {},
-                                        .supportsTools = true,
-                                        .license = u"MIT"_s,
-                                        .sizeBytes = 1};
+    settings.installed = InstalledModel{
+        .tierId = u"big"_s,
+        .displayName = u"Big"_s,
+        .filename = u"big.gguf"_s,
+        .contextLength = 16384,
+        .sampling = {.temperature = 0.7, .topP = 0.8, .topK = 20, .minP = 0, .presencePenalty = 1.5},
+        .thinkingSampling = {},
+        .supportsTools = true,
+        .license = u"MIT"_s,
+        .sizeBytes = 1};
     saveSettings(settings);
     bootstrap();
     EXPECT_EQ(recordedModel(), (modelsFolder() + u"/big.gguf"_s).toLocal8Bit());
@@ -138,7 +140,10 @@ TEST_F(App, anEngineThatCannotStartIsAnErrorInItsOwnWordsAndCanBeTriedAgain) {
     EXPECT_EQ(app->phase(), AppPhase(phase::Error{u"no such model\nno such model"_s, false}));
     qputenv("FAKE_SERVER", "ready");
     app->resolveModel();
-    EXPECT_TRUE(eventually([&] { clock.advance(std::chrono::milliseconds(500)); return isReady(); }));
+    EXPECT_TRUE(eventually([&] {
+        clock.advance(std::chrono::milliseconds(500));
+        return isReady();
+    }));
 }
 
 TEST_F(App, aSecondBootstrapDoesNothing) {
@@ -155,7 +160,9 @@ TEST_F(App, aServerLeftBehindIsEndedFirst) {
     const ChildProcess orphan({.executable = QStringLiteral(FAKE_SERVER_PATH),
                                .arguments = {u"--port"_s, QString::number(*freeLoopbackPort())},
                                .environment = QProcessEnvironment::systemEnvironment(),
-                               .onOutput = {}, .onError = {}, .onExit = {}});
+                               .onOutput = {},
+                               .onError = {},
+                               .onExit = {}});
     writeAtomically(enginePidFile(), QByteArray::number(orphan.processIdentifier()));
     bootstrap();
     EXPECT_FALSE(orphan.isRunning());

@@ -3,10 +3,10 @@
 #include "platform/AtomicFile.h"
 #include "records/IncrementalHasher.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QTemporaryDir>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 

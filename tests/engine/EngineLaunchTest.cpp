@@ -1,4 +1,5 @@
 #include "engine/EngineLaunch.h"
+
 #include "platform/LoopbackPort.h"
 #include "support/Await.h"
 #include "support/ScriptedEngine.h"
@@ -32,7 +33,8 @@ TEST(ReasoningBudget, itIsADecimalIntegerWithAnOptionalSign) {
 
 TEST(ReasoningBudget, anythingElseIsTheUsualOne) {
     EXPECT_EQ(reasoningBudget(std::nullopt), 256);
-    for (const QString &text : {u""_s, u"abc"_s, u"1.5"_s, u" 5"_s, u"5 "_s, u"0x10"_s, u"+"_s, u"--5"_s, u"5k"_s, u"1e3"_s, u"99999999999999999999"_s, u"٥"_s})
+    for (const QString &text : {u""_s, u"abc"_s, u"1.5"_s, u" 5"_s, u"5 "_s, u"0x10"_s, u"+"_s, u"--5"_s,
+                                u"5k"_s, u"1e3"_s, u"99999999999999999999"_s, u"٥"_s})
         EXPECT_EQ(reasoningBudget(text), 256) << text.toStdString();
 }
 
@@ -72,11 +74,35 @@ TEST(RandomAPIKey, itHasSixtyFourHexadecimalDigitsAndIsFreshEachTime) {
 }
 
 TEST(ServerArguments, thereAreTwentyNineInThisOrder) {
-    const QStringList expected{
-        u"-m"_s,     u"/models/a model.gguf"_s, u"--host"_s, u"127.0.0.1"_s, u"--port"_s, u"4711"_s, u"--api-key"_s,
-        u"k"_s,      u"-c"_s,       u"16384"_s,     u"-ngl"_s,   u"99"_s,   u"--jinja"_s,    u"--reasoning-format"_s, u"deepseek"_s,
-        u"--no-reasoning-preserve"_s, u"--reasoning-budget"_s, u"-1"_s, u"--no-webui"_s, u"--no-mmproj"_s,
-        u"--offline"_s, u"--fit"_s, u"off"_s, u"-np"_s, u"1"_s, u"--alias"_s, u"ostrelin"_s, u"--log-verbosity"_s, u"2"_s};
+    const QStringList expected{u"-m"_s,
+                               u"/models/a model.gguf"_s,
+                               u"--host"_s,
+                               u"127.0.0.1"_s,
+                               u"--port"_s,
+                               u"4711"_s,
+                               u"--api-key"_s,
+                               u"k"_s,
+                               u"-c"_s,
+                               u"16384"_s,
+                               u"-ngl"_s,
+                               u"99"_s,
+                               u"--jinja"_s,
+                               u"--reasoning-format"_s,
+                               u"deepseek"_s,
+                               u"--no-reasoning-preserve"_s,
+                               u"--reasoning-budget"_s,
+                               u"-1"_s,
+                               u"--no-webui"_s,
+                               u"--no-mmproj"_s,
+                               u"--offline"_s,
+                               u"--fit"_s,
+                               u"off"_s,
+                               u"-np"_s,
+                               u"1"_s,
+                               u"--alias"_s,
+                               u"ostrelin"_s,
+                               u"--log-verbosity"_s,
+                               u"2"_s};
     EXPECT_EQ(serverArguments(u"/models/a model.gguf"_s, 4711, u"k"_s, 16384, -1), expected);
     EXPECT_EQ(expected.size(), 29);
 }

@@ -52,7 +52,8 @@ protected:
     }
 
     void recordStates() {
-        QObject::connect(&engine, &EngineManager::statusChanged, &engine, [this] { states.append(engine.status().state); });
+        QObject::connect(&engine, &EngineManager::statusChanged, &engine,
+                         [this] { states.append(engine.status().state); });
     }
 
     qint64 pid() const { return readFile(pidFile).value_or("0").toLongLong(); }
@@ -135,7 +136,8 @@ TEST_F(Manager, stopEndsTheServerAndKeepsTheKey) {
 
 TEST_F(Manager, aMissingServerIsToldAtOnce) {
     const EnvironmentVariable none("OSTRELIN_LLAMA_SERVER", "/nowhere/llama-server");
-    EXPECT_TRUE(failure(EngineError::Kind::missingBinary).startsWith(u"The inference engine isn't in the app yet."_s));
+    EXPECT_TRUE(failure(EngineError::Kind::missingBinary)
+                    .startsWith(u"The inference engine isn't in the app yet."_s));
     EXPECT_EQ(engine.status().state, State::stopped);
 }
 
@@ -193,7 +195,10 @@ TEST_F(Manager, aStopDuringALoadIsAnExitThatTheRetryFollows) {
     EXPECT_EQ(slow.status().state, State::stopped);
     behave("ready");
     standing.advance(std::chrono::milliseconds(500));
-    ASSERT_TRUE(eventually([&] { standing.advance(std::chrono::milliseconds(500)); return slow.status().state == State::ready; }));
+    ASSERT_TRUE(eventually([&] {
+        standing.advance(std::chrono::milliseconds(500));
+        return slow.status().state == State::ready;
+    }));
     EXPECT_NE(pid(), first);
     EXPECT_TRUE(failed.isEmpty());
     slow.stop();

@@ -20,10 +20,16 @@ namespace {
 
 const QString fakeServer = QStringLiteral(FAKE_SERVER_PATH);
 
-ChildProcess::Launch launchOf(const QString &executable, const QStringList &arguments, const QString &behaviour) {
+ChildProcess::Launch launchOf(const QString &executable, const QStringList &arguments,
+                              const QString &behaviour) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"FAKE_SERVER"_s, behaviour);
-    return {.executable = executable, .arguments = arguments, .environment = environment, .onOutput = {}, .onError = {}, .onExit = {}};
+    return {.executable = executable,
+            .arguments = arguments,
+            .environment = environment,
+            .onOutput = {},
+            .onError = {},
+            .onExit = {}};
 }
 
 ChildProcess::Launch aServer(const QString &behaviour = u"ready"_s) {

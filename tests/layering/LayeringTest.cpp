@@ -1,17 +1,18 @@
-#include <gtest/gtest.h>
-
 #include <QDirIterator>
 #include <QFile>
 #include <QHash>
 #include <QRegularExpression>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 /// The rooms from the top of the house to the bottom. A room may include from itself and from below.
-const QStringList rooms{u"screens"_s, u"core"_s, u"schedules"_s, u"conversation"_s, u"pages/drawing"_s, u"pages"_s,
-                        u"engine"_s,  u"web"_s,  u"client"_s,    u"records"_s,      u"platform"_s};
+const QStringList rooms{u"screens"_s,       u"core"_s,    u"schedules"_s, u"conversation"_s,
+                        u"pages/drawing"_s, u"pages"_s,   u"engine"_s,    u"web"_s,
+                        u"client"_s,        u"records"_s, u"platform"_s};
 
 /// What a room may not touch although it stands below: services that know nothing of each other.
 const QHash<QString, QStringList> strangers{
@@ -23,7 +24,8 @@ const QHash<QString, QStringList> strangers{
 
 /// The Qt modules of widgets and windows, which only these rooms may use.
 const QStringList roomsWithAScreen{u"screens"_s, u"pages/drawing"_s};
-const QRegularExpression screenHeader(u"^Q(Widget|Application|MainWindow|Label|Layout|VBoxLayout|HBoxLayout|Painter|PushButton|AbstractButton|Svg\\w*|Style\\w*|TextLayout|Palette|Icon|Pixmap|Clipboard|GuiApplication)$"_s);
+const QRegularExpression screenHeader(
+    u"^Q(Widget|Application|MainWindow|Label|Layout|VBoxLayout|HBoxLayout|Painter|PushButton|AbstractButton|Svg\\w*|Style\\w*|TextLayout|Palette|Icon|Pixmap|Clipboard|GuiApplication)$"_s);
 
 struct Include {
     QString file;
@@ -69,7 +71,8 @@ TEST(Layering, aRoomIncludesOnlyFromItselfAndFromBelow) {
         if (include.file == u"main.cpp"_s || include.header.endsWith(u".moc"_s))
             continue;
         ASSERT_FALSE(include.room.isEmpty()) << include.file.toStdString() << " stands in no room";
-        ASSERT_FALSE(other.isEmpty()) << include.file.toStdString() << " includes " << include.header.toStdString();
+        ASSERT_FALSE(other.isEmpty())
+            << include.file.toStdString() << " includes " << include.header.toStdString();
         EXPECT_GE(rooms.indexOf(other), rooms.indexOf(include.room))
             << include.file.toStdString() << " includes " << include.header.toStdString();
         EXPECT_FALSE(strangers.value(include.room).contains(other))
@@ -87,14 +90,17 @@ TEST(Layering, onlyTheRoomsOfTheScreenKnowAScreen) {
 }
 
 TEST(Layering, onlyThePlatformKnowsTheSystem) {
-    const QRegularExpression systemHeader(u"^(sys|linux|netinet|arpa)/|^(unistd|fcntl|poll|dlfcn|spawn)\\.h$|^QDBus"_s);
+    const QRegularExpression systemHeader(
+        u"^(sys|linux|netinet|arpa)/|^(unistd|fcntl|poll|dlfcn|spawn)\\.h$|^QDBus"_s);
     for (const Include &include : allIncludes(systemInclude)) {
         if (include.room == u"platform"_s)
             continue;
         EXPECT_FALSE(systemHeader.match(include.header).hasMatch())
             << include.file.toStdString() << " includes " << include.header.toStdString();
     }
-    const QRegularExpression systemTest(u"^#\\s*(?:if|ifdef|ifndef|elif).*\\b(Q_OS_\\w+|__linux__|__APPLE__|_WIN32)"_s, QRegularExpression::MultilineOption);
+    const QRegularExpression systemTest(
+        u"^#\\s*(?:if|ifdef|ifndef|elif).*\\b(Q_OS_\\w+|__linux__|__APPLE__|_WIN32)"_s,
+        QRegularExpression::MultilineOption);
     for (const Include &found : allIncludes(systemTest))
         ADD_FAILURE() << found.file.toStdString() << " tests for " << found.header.toStdString();
 }

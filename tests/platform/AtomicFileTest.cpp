@@ -74,7 +74,8 @@ TEST_F(AtomicFileTest, whatAKilledWriterLeftIsRemovedOnceItIsOld) {
         QFile file(name);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         const int age = name == fresh ? 0 : 3700;
-        ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTime().addSecs(-age), QFileDevice::FileModificationTime));
+        ASSERT_TRUE(
+            file.setFileTime(QDateTime::currentDateTime().addSecs(-age), QFileDevice::FileModificationTime));
     }
     removeAbandonedFiles(QFileInfo(old).path());
     EXPECT_FALSE(QFile::exists(old));

@@ -32,15 +32,24 @@ struct Printed {
     }
 };
 
-std::unique_ptr<ChildProcess> run(Printed &printed, const QString &script,
-                                  const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment()) {
-    return std::make_unique<ChildProcess>(ChildProcess::Launch{
-        .executable = u"/bin/sh"_s,
-        .arguments = {u"-c"_s, script},
-        .environment = environment,
-        .onOutput = [&](QByteArrayView piece) { const std::lock_guard guard(printed.lock); printed.output += piece; },
-        .onError = [&](QByteArrayView piece) { const std::lock_guard guard(printed.lock); printed.error += piece; },
-        .onExit = [&] { printed.exited = true; }});
+std::unique_ptr<ChildProcess>
+run(Printed &printed, const QString &script,
+    const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment()) {
+    return std::make_unique<ChildProcess>(
+        ChildProcess::Launch{.executable = u"/bin/sh"_s,
+                             .arguments = {u"-c"_s, script},
+                             .environment = environment,
+                             .onOutput =
+                                 [&](QByteArrayView piece) {
+                                     const std::lock_guard guard(printed.lock);
+                                     printed.output += piece;
+                                 },
+                             .onError =
+                                 [&](QByteArrayView piece) {
+                                     const std::lock_guard guard(printed.lock);
+                                     printed.error += piece;
+                                 },
+                             .onExit = [&] { printed.exited = true; }});
 }
 
 bool ends(Printed &printed) {
@@ -77,7 +86,12 @@ TEST(ChildProcess, argumentsAndEnvironmentArriveAsGiven) {
 
 TEST(ChildProcess, aProgramThatIsNotThereIsToldInTheSystemsWords) {
     try {
-        const ChildProcess child({.executable = u"/nowhere/program"_s, .arguments = {}, .environment = {}, .onOutput = {}, .onError = {}, .onExit = {}});
+        const ChildProcess child({.executable = u"/nowhere/program"_s,
+                                  .arguments = {},
+                                  .environment = {},
+                                  .onOutput = {},
+                                  .onError = {},
+                                  .onExit = {}});
         ADD_FAILURE();
     } catch (const LaunchError &error) {
         EXPECT_STREQ(error.what(), "No such file or directory");
@@ -86,7 +100,13 @@ TEST(ChildProcess, aProgramThatIsNotThereIsToldInTheSystemsWords) {
 
 TEST(ChildProcess, aFileThatIsNoProgramIsToldInTheSystemsWords) {
     const QTemporaryDir folder;
-    EXPECT_THROW(ChildProcess({.executable = folder.path(), .arguments = {}, .environment = {}, .onOutput = {}, .onError = {}, .onExit = {}}), LaunchError);
+    EXPECT_THROW(ChildProcess({.executable = folder.path(),
+                               .arguments = {},
+                               .environment = {},
+                               .onOutput = {},
+                               .onError = {},
+                               .onExit = {}}),
+                 LaunchError);
 }
 
 TEST(ChildProcess, terminateAndKillEndIt) {
@@ -164,7 +184,12 @@ TEST(ChildProcess, itDiesWithItsParent) {
     const pid_t parent = ::fork();
     ASSERT_GE(parent, 0);
     if (parent == 0) {
-        const ChildProcess child({.executable = u"/bin/sleep"_s, .arguments = {u"60"_s}, .environment = {}, .onOutput = {}, .onError = {}, .onExit = {}});
+        const ChildProcess child({.executable = u"/bin/sleep"_s,
+                                  .arguments = {u"60"_s},
+                                  .environment = {},
+                                  .onOutput = {},
+                                  .onError = {},
+                                  .onExit = {}});
         const qint64 pid = child.processIdentifier();
         [[maybe_unused]] const ssize_t written = ::write(ends[1], &pid, sizeof pid);
         ::pause();

@@ -130,5 +130,6 @@ TEST(Fetch, manyAtOnceAreAnsweredEach) {
         done.append(std::make_shared<bool>(false));
         run(get(server), done.last());
     }
-    EXPECT_TRUE(eventually([&] { return std::all_of(done.begin(), done.end(), [](const auto &flag) { return *flag; }); }));
+    EXPECT_TRUE(eventually(
+        [&] { return std::all_of(done.begin(), done.end(), [](const auto &flag) { return *flag; }); }));
 }

@@ -1,4 +1,5 @@
 #include "platform/Mailbox.h"
+
 #include "support/Await.h"
 
 #include <QCoreApplication>

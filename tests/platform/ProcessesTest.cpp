@@ -1,9 +1,9 @@
 #include "platform/Processes.h"
 
-#include <gtest/gtest.h>
-
 #include <QCoreApplication>
 #include <QFileInfo>
+
+#include <gtest/gtest.h>
 
 TEST(ProcessPath, ourOwnIsOurExecutable) {
     EXPECT_EQ(processPath(QCoreApplication::applicationPid()),

@@ -1,8 +1,8 @@
 #include "platform/RandomBytes.h"
 
-#include <gtest/gtest.h>
-
 #include <QSet>
+
+#include <gtest/gtest.h>
 
 TEST(RandomBytes, thereAreAsManyAsAskedForAndNoTwoTimesTheSame) {
     EXPECT_TRUE(randomBytes(0).isEmpty());

@@ -52,7 +52,7 @@ TEST(TaskHandle, lettingGoOfTheHandleStopsTheTask) {
     Waiter waiter;
     {
         TaskHandle handle;
-    waiter.start(handle);
+        waiter.start(handle);
     }
     EXPECT_TRUE(eventually([&] { return waiter.ended; }));
     EXPECT_TRUE(waiter.stopped);

@@ -1,6 +1,5 @@
-#include "records/CatalogSource.h"
-
 #include "platform/AtomicFile.h"
+#include "records/CatalogSource.h"
 #include "records/Coder.h"
 #include "support/Await.h"
 #include "support/EnvironmentVariable.h"

@@ -2,14 +2,14 @@
 
 #include "platform/Task.h"
 
-#include <gtest/gtest.h>
-
 #include <QTest>
 
 #include <exception>
 #include <memory>
 #include <optional>
 #include <stdexcept>
+
+#include <gtest/gtest.h>
 
 namespace await_detail {
 

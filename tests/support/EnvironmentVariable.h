@@ -7,7 +7,9 @@
 class EnvironmentVariable {
 public:
     EnvironmentVariable(const char *name, const QByteArray &value)
-        : m_name(name), m_wasSet(qEnvironmentVariableIsSet(name)), m_before(qgetenv(name)) {
+        : m_name(name),
+          m_wasSet(qEnvironmentVariableIsSet(name)),
+          m_before(qgetenv(name)) {
         qputenv(name, value);
     }
     ~EnvironmentVariable() {

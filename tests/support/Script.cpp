@@ -7,7 +7,8 @@
 using namespace Qt::StringLiterals;
 
 QJsonObject completionChunk(const QJsonObject &delta, const QString &finishReason) {
-    const QJsonValue reason = finishReason.isEmpty() ? QJsonValue(QJsonValue::Null) : QJsonValue(finishReason);
+    const QJsonValue reason =
+        finishReason.isEmpty() ? QJsonValue(QJsonValue::Null) : QJsonValue(finishReason);
     const QJsonObject choice{{u"index"_s, 0}, {u"delta"_s, delta}, {u"finish_reason"_s, reason}};
     return {{u"object"_s, u"chat.completion.chunk"_s}, {u"choices"_s, QJsonArray{choice}}};
 }

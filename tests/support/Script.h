@@ -10,11 +10,11 @@ class Script {
 public:
     struct Step {
         enum class Kind {
-            bytes,   ///< send these bytes of the body
-            pause,   ///< do nothing for that long
-            hold,    ///< do nothing until the engine is told to go on
-            drop,    ///< close the connection in the middle
-            repeat,  ///< send these bytes for ever, one time a millisecond
+            bytes,  ///< send these bytes of the body
+            pause,  ///< do nothing for that long
+            hold,   ///< do nothing until the engine is told to go on
+            drop,   ///< close the connection in the middle
+            repeat, ///< send these bytes for ever, one time a millisecond
         };
         Kind kind;
         QByteArray bytes;
@@ -36,7 +36,8 @@ public:
 
     /// A "data:" event with this JSON, and the blank line after it.
     Script &event(const QJsonObject &json);
-    /// An event with a piece of text, of thinking, with a fragment of a tool call, with the reason of the end.
+    /// An event with a piece of text, of thinking, with a fragment of a tool call, with the reason of the
+    /// end.
     Script &content(const QString &text);
     Script &reasoning(const QString &text);
     Script &call(const QJsonObject &fragment);

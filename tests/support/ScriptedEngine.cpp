@@ -130,8 +130,7 @@ void ScriptedEngine::begin(const std::shared_ptr<Connection> &connection) {
 void ScriptedEngine::step(const std::shared_ptr<Connection> &connection) {
     while (connection->socket && connection->next < connection->script.steps.size()) {
         const Script::Step step = connection->script.steps.at(connection->next++);
-        const QByteArray chunk =
-            QByteArray::number(step.bytes.size(), 16) + "\r\n" + step.bytes + "\r\n";
+        const QByteArray chunk = QByteArray::number(step.bytes.size(), 16) + "\r\n" + step.bytes + "\r\n";
         switch (step.kind) {
         case Script::Step::Kind::bytes:
             connection->socket->write(chunk);

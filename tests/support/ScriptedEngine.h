@@ -7,8 +7,8 @@
 #include <QUrl>
 
 #include <deque>
-#include <memory>
 #include <future>
+#include <memory>
 #include <mutex>
 #include <thread>
 
@@ -21,7 +21,7 @@ class QTcpSocket;
 class ScriptedEngine {
 public:
     struct Request {
-        QByteArray line; ///< such as "POST /v1/chat/completions HTTP/1.1"
+        QByteArray line;                       ///< such as "POST /v1/chat/completions HTTP/1.1"
         QHash<QByteArray, QByteArray> headers; ///< names in lower case
         QByteArray body;
 

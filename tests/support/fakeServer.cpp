@@ -53,7 +53,8 @@ int listenOn(int port) {
     address.sin_family = AF_INET;
     address.sin_port = htons(static_cast<uint16_t>(port));
     address.sin_addr.s_addr = inet_addr("127.0.0.1");
-    if (bind(descriptor, reinterpret_cast<sockaddr *>(&address), sizeof address) != 0 || listen(descriptor, 16) != 0) {
+    if (bind(descriptor, reinterpret_cast<sockaddr *>(&address), sizeof address) != 0 ||
+        listen(descriptor, 16) != 0) {
         std::cerr << "couldn't bind to port " << port << std::endl;
         std::exit(1);
     }
@@ -81,7 +82,8 @@ void count() {
 void answer(int client, int status) {
     char buffer[4096];
     [[maybe_unused]] const ssize_t count = read(client, buffer, sizeof buffer);
-    const std::string text = "HTTP/1.1 " + std::to_string(status) + " X\r\nContent-Length: 0\r\nConnection: close\r\n\r\n";
+    const std::string text =
+        "HTTP/1.1 " + std::to_string(status) + " X\r\nContent-Length: 0\r\nConnection: close\r\n\r\n";
     [[maybe_unused]] const ssize_t written = write(client, text.data(), text.size());
     close(client);
 }

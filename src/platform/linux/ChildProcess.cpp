@@ -201,8 +201,8 @@ void ChildProcess::Watch::watch() {
 void ChildProcess::Watch::run() {
     bool exited = false;
     while (!exited) {
-        std::array<pollfd, 3> waits{pollfd{m_output.number(), POLLIN, 0},
-                                    pollfd{m_error.number(), POLLIN, 0}, pollfd{m_exit.number(), POLLIN, 0}};
+        std::array<pollfd, 3> waits{pollfd{m_output.number(), POLLIN, 0}, pollfd{m_error.number(), POLLIN, 0},
+                                    pollfd{m_exit.number(), POLLIN, 0}};
         if (::poll(waits.data(), waits.size(), -1) < 0 && errno != EINTR)
             break;
         exited = waits[2].revents != 0;
@@ -213,7 +213,8 @@ void ChildProcess::Watch::run() {
     }
     // What the child printed last is still in the pipes: so many reads at most as a pipe can hold, since
     // a grandchild may go on printing.
-    for (auto [end, take] : {std::pair{&m_output, &m_launch.onOutput}, std::pair{&m_error, &m_launch.onError}}) {
+    for (auto [end, take] :
+         {std::pair{&m_output, &m_launch.onOutput}, std::pair{&m_error, &m_launch.onError}}) {
         pollfd rest{end->number(), POLLIN, 0};
         for (int reads = 0; reads < pipeCapacity / pieceSize && end->number() >= 0; ++reads) {
             if (::poll(&rest, 1, 0) <= 0 || readIsFinished(end->number(), *take))
@@ -235,8 +236,7 @@ void ChildProcess::Watch::reap() {
     m_reaped = true;
 }
 
-ChildProcess::ChildProcess(Launch launch) : m_watch(std::make_unique<Watch>(std::move(launch))) {
-}
+ChildProcess::ChildProcess(Launch launch) : m_watch(std::make_unique<Watch>(std::move(launch))) {}
 
 ChildProcess::~ChildProcess() = default;
 
