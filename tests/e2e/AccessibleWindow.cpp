@@ -96,11 +96,13 @@ std::optional<QString> AccessibleWindow::text(const QString &name) {
 
 QStringList AccessibleWindow::said(const QString &speaker) {
     QStringList texts;
+    bool isInRow = false;
     visit(root, [&](const Item &item) {
-        if (item.role != AccessibleRole::listItem || item.name != speaker)
-            return Walk::goOn;
-        for (const QString &part : childrenOf(item.path))
-            texts.append(property(part, accessible, u"Name"_s).toString());
+        // The parts of a row come after it; one that is still being thought about has no text.
+        if (item.role == AccessibleRole::listItem)
+            isInRow = item.name == speaker;
+        else if (isInRow && item.role == AccessibleRole::label)
+            texts.append(item.name);
         return Walk::goOn;
     });
     return texts;

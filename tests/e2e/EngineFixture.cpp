@@ -1,6 +1,7 @@
 #include "e2e/EngineFixture.h"
 
 #include "core/DemoModel.h"
+#include "e2e/EndlessEngine.h"
 #include "platform/AtomicFile.h"
 #include "records/Folders.h"
 
@@ -13,7 +14,9 @@ EngineFixture::EngineFixture() : chat(std::make_unique<ChatController>(&host, Cl
     box.setPidFile(enginePidFile());
     host.tier = demoModel(QStringLiteral(RESOURCES_FOLDER)).tier;
     host.url.reset();
-    beExact();
+    // The same at each time: what the model finds most likely.
+    host.tier->sampling.temperature = 0;
+    host.tier->thinkingSampling.temperature = 0;
 }
 
 EngineFixture::~EngineFixture() {
@@ -38,26 +41,18 @@ void EngineFixture::say(const QString &text) {
     ASSERT_TRUE(eventually([this] { return !chat->isGenerating(); }, 30'000)) << "the turn didn't end";
 }
 
-void EngineFixture::sayUntilBabbling() {
-    // At such a heat any token is as likely as any other, the one that ends the reply too.
-    const Sampling hot{.temperature = 1000, .topP = 1, .topK = 0, .minP = 0, .presencePenalty = 0};
-    const Sampling before = std::exchange(host.tier->sampling, hot);
+void EngineFixture::startEndless() {
+    const EndlessEngine endless;
+    start();
+}
+
+void EngineFixture::sayUntilText(const QString &text) {
+    chat->send(text);
     const auto hasText = [this] {
         return messages().last().role == Role::assistant && !messages().last().content.isEmpty();
     };
-    for (int attempt = 0; attempt < 5; ++attempt) {
-        chat->send(u"Hello!"_s);
-        ASSERT_TRUE(eventually([&] { return !chat->isGenerating() || hasText(); }, 30'000));
-        if (chat->isGenerating())
-            break;
-    }
-    host.tier->sampling = before;
-    ASSERT_TRUE(chat->isGenerating()) << "five replies in a row were over before they could be seen";
-}
-
-void EngineFixture::beExact() {
-    host.tier->sampling.temperature = 0;
-    host.tier->thinkingSampling.temperature = 0;
+    ASSERT_TRUE(eventually([&] { return !chat->isGenerating() || hasText(); }, 30'000));
+    ASSERT_TRUE(chat->isGenerating()) << "the reply was over before it could be seen";
 }
 
 Conversation EngineFixture::saved() const {

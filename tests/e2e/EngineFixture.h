@@ -26,12 +26,11 @@ protected:
     /// Sends and waits for the end of the turn.
     void say(const QString &text);
 
-    /// Sends a question to which the model babbles for a second or more, and returns in the middle of
-    /// the reply.
-    void sayUntilBabbling();
+    /// The same with an engine in whose replies there is no end.
+    void startEndless();
 
-    /// From now on the model says what it finds most likely, the same at each time.
-    void beExact();
+    /// Sends, and returns in the middle of the reply.
+    void sayUntilText(const QString &text);
 
     const QList<Message> &messages() const { return chat->conversation()->messages; }
 

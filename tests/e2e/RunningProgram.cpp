@@ -11,14 +11,17 @@
 using namespace Qt::StringLiterals;
 
 RunningProgram::RunningProgram(const QString &executable) : m_executable(executable) {
+    m_process.setProcessChannelMode(QProcess::MergedChannels);
+}
+
+QProcessEnvironment RunningProgram::environment() const {
     auto environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"HOME"_s, m_home.path());
     environment.insert(u"XDG_CONFIG_HOME"_s, m_home.filePath(u"config"_s));
     environment.insert(u"XDG_CACHE_HOME"_s, m_home.filePath(u"cache"_s));
     environment.insert(u"XDG_STATE_HOME"_s, m_home.filePath(u"state"_s));
     environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
-    m_process.setProcessEnvironment(environment);
-    m_process.setProcessChannelMode(QProcess::MergedChannels);
+    return environment;
 }
 
 RunningProgram::~RunningProgram() {
@@ -31,6 +34,7 @@ RunningProgram::~RunningProgram() {
 }
 
 bool RunningProgram::start() {
+    m_process.setProcessEnvironment(environment());
     m_process.start(m_executable, QStringList());
     if (!m_process.waitForStarted())
         return false;

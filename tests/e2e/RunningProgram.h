@@ -7,8 +7,8 @@
 
 #include <memory>
 
-/// The whole program as a process on the present display, with a home folder of its own; its
-/// application folder is that of this process's environment. Whatever still runs dies with this object.
+/// The whole program as a process on the present display, with a home folder of its own; everything
+/// else of its environment is this process's at the start. Whatever still runs dies with this object.
 class RunningProgram {
 public:
     explicit RunningProgram(const QString &executable);
@@ -49,6 +49,8 @@ public:
     QByteArray output() { return m_process.readAll(); }
 
 private:
+    QProcessEnvironment environment() const;
+
     QString m_executable;
     QTemporaryDir m_home;
     QProcess m_process;

@@ -50,6 +50,11 @@ public:
         return XCB_WINDOW_NONE;
     }
 
+    /// Waits until the server has done that; what is still on its way when the connection ends is lost.
+    bool isDone(xcb_void_cookie_t request) const {
+        return !own(xcb_request_check(m_connection, request)) && !xcb_connection_has_error(m_connection);
+    }
+
 private:
     bool isVisible(xcb_window_t window) const {
         const auto cookie = xcb_get_window_attributes(m_connection, window);
@@ -86,10 +91,8 @@ bool closeTopLevelWindow(qint64 processIdentifier) {
     message.type = display.atom("WM_PROTOCOLS");
     message.data.data32[0] = display.atom("WM_DELETE_WINDOW");
     message.data.data32[1] = XCB_CURRENT_TIME;
-    xcb_send_event(display.connection(), 0, window, XCB_EVENT_MASK_NO_EVENT,
-                   reinterpret_cast<char *>(&message));
-    xcb_flush(display.connection());
-    return true;
+    return display.isDone(xcb_send_event_checked(display.connection(), 0, window, XCB_EVENT_MASK_NO_EVENT,
+                                                 reinterpret_cast<char *>(&message)));
 }
 
 bool focusTopLevelWindow(qint64 processIdentifier) {
@@ -97,7 +100,6 @@ bool focusTopLevelWindow(qint64 processIdentifier) {
     const xcb_window_t window = display.windowOf(processIdentifier);
     if (window == XCB_WINDOW_NONE)
         return false;
-    xcb_set_input_focus(display.connection(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
-    xcb_flush(display.connection());
-    return true;
+    return display.isDone(
+        xcb_set_input_focus_checked(display.connection(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME));
 }

@@ -55,8 +55,7 @@ INSTANTIATE_TEST_SUITE_P(Signals, WindowEndBySignal, ::testing::Values(SIGTERM, 
                          [](const auto &value) { return std::string("SIG") + sigabbrev_np(value.param); });
 
 TEST_F(WindowEnd, anEndInTheMiddleOfAReplyIsQuickAndKeepsTheQuestion) {
-    installBabblingModel();
-    startProgram();
+    startProgramEndless();
     const qint64 engine = startedEngine();
     send(u"Hello!"_s);
     ASSERT_TRUE(waitForText());

@@ -1,11 +1,9 @@
 #include "e2e/WindowFixture.h"
 
-#include "core/DemoModel.h"
+#include "e2e/EndlessEngine.h"
 #include "records/ChatStore.h"
 #include "records/Folders.h"
-#include "records/Settings.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -27,23 +25,9 @@ void WindowFixture::startProgram() {
     ASSERT_TRUE(program.waitUntilReady()) << "no chat came up: " << program.output().toStdString();
 }
 
-void WindowFixture::installBabblingModel() {
-    const DemoModel demo = demoModel(QStringLiteral(RESOURCES_FOLDER));
-    ASSERT_TRUE(demo.tier);
-    ASSERT_TRUE(QFile::link(demo.path, modelsFolder() + u'/' + demo.tier->filename));
-    // At such a heat any token is as likely as any other, the one that ends the reply too.
-    const Sampling hot{.temperature = 1000, .topP = 1, .topK = 0, .minP = 0, .presencePenalty = 0};
-    Settings settings;
-    settings.installed = InstalledModel{.tierId = demo.tier->id,
-                                        .displayName = demo.tier->displayName,
-                                        .filename = demo.tier->filename,
-                                        .contextLength = demo.tier->contextLength,
-                                        .sampling = hot,
-                                        .thinkingSampling = hot,
-                                        .supportsTools = false,
-                                        .license = demo.tier->license,
-                                        .sizeBytes = demo.tier->sizeBytes};
-    saveSettings(settings);
+void WindowFixture::startProgramEndless() {
+    const EndlessEngine endless;
+    startProgram();
 }
 
 void WindowFixture::send(const QString &text) {

@@ -15,9 +15,8 @@ protected:
     /// Starts the program and waits for the chat.
     void startProgram();
 
-    /// Before the start: the installed model is one whose replies take a second or more, and make no
-    /// sense.
-    static void installBabblingModel();
+    /// The same with an engine in whose replies there is no end.
+    void startProgramEndless();
 
     /// Sends a text through the composer.
     void send(const QString &text);

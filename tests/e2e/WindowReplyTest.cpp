@@ -44,8 +44,7 @@ TEST_F(WindowReply, theSendButtonSends) {
 }
 
 TEST_F(WindowReply, theStopButtonEndsTheReplyAndTheEngineRests) {
-    installBabblingModel();
-    startProgram();
+    startProgramEndless();
     const qint64 engine = program.enginePid();
     send(u"Hello!"_s);
     ASSERT_TRUE(window().waitFor(u"Stop generating"_s, AccessibleRole::pushButton));
