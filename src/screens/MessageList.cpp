@@ -57,16 +57,14 @@ void MessageList::setRows(const QUuid &conversationID, const QList<MessageRowMod
         replaceRows({});
     }
     const bool wasEmpty = m_rows.isEmpty();
-    const bool changed = replaceRows(rows);
-    if (!changed)
-        return;
-    if (wasEmpty)
+    const Change change = replaceRows(rows);
+    if (change == Change::rows && !wasEmpty)
+        glideToEnd(endBefore);
+    else if (change != Change::none)
         arrange();
-    else
-        followTo(endBefore);
 }
 
-bool MessageList::replaceRows(const QList<MessageRowModel> &rows) {
+MessageList::Change MessageList::replaceRows(const QList<MessageRowModel> &rows) {
     const RowChange change = rowChange(m_rows, rows);
     const int anchor = m_heights.rowAt(offset());
     const int past = anchor < 0 ? 0 : offset() - m_heights.top(anchor);
@@ -84,13 +82,13 @@ bool MessageList::replaceRows(const QList<MessageRowModel> &rows) {
     const auto isUser = [](const auto &row) { return row.kind == MessageRowModel::Kind::user; };
     if (std::any_of(fresh.begin(), fresh.end(), isUser))
         m_followsEnd = true;
-    bool changed = !change.isNone();
+    Change changed = change.isNone() ? Change::none : Change::rows;
     for (int row = 0; row < rows.size(); ++row) {
         const int place = change.placeBefore(row);
         if (place < 0 || drawsTheSame(before.at(place), rows.at(row)))
             continue;
         updateRow(row, rows.at(row));
-        changed = true;
+        changed = std::max(changed, Change::content);
     }
     return changed;
 }
@@ -110,7 +108,7 @@ void MessageList::updateRow(int row, const MessageRowModel &model) {
         setOffset(offset() + m_heights.height(row) - before);
 }
 
-void MessageList::followTo(int before) {
+void MessageList::glideToEnd(int before) {
     const bool grew = end() > before;
     if (!m_followsEnd || !grew || !isVisible() || m_look.motion() == Motion::reduced)
         return arrange();

@@ -49,6 +49,8 @@ protected:
 private:
     /// What stays while rows are measured.
     enum class Hold { end, place };
+    /// What is different about the rows: nothing, what is in some of them, or which there are.
+    enum class Change { none, content, rows };
 
     int columnWidth() const;
     int columnLeft() const;
@@ -56,10 +58,12 @@ private:
     int offset() const;
     QList<int> estimates(const QList<MessageRowModel> &rows) const;
 
-    bool replaceRows(const QList<MessageRowModel> &rows);
+    Change replaceRows(const QList<MessageRowModel> &rows);
     void updateRow(int row, const MessageRowModel &model);
     void estimateAll();
-    void followTo(int before);
+    /// Follows the end, which was at `before`. Only for rows that come: a reply grows so often that the
+    /// list would never rest, and would paint everything in sight for every frame.
+    void glideToEnd(int before);
     void setOffset(int offset);
     void arrange();
     void measureInSight(Hold hold);

@@ -1,5 +1,7 @@
 #include "screens/TextFlow.h"
 
+#include "screens/LongParagraph.h"
+
 #include <QPainter>
 #include <QTextBoundaryFinder>
 
@@ -7,23 +9,31 @@
 
 namespace {
 constexpr int caretWidth = 1;
-}
 
-/// The text between two line ends, without them.
-struct TextFlow::Paragraph {
+/// The layout of a piece goes on after it, so that its last line is laid as one within a paragraph.
+/// Those lines stand where nothing is drawn.
+constexpr double outOfSight = 1'000'000;
+
+} // namespace
+
+/// The text between two line ends, without them; or some lines of it if it is very long.
+struct TextFlow::Piece {
     int start = 0;
     int length = 0;
+    int reach = 0; ///< the place behind the text that decided how it is laid
+    int lineCount = 0;
     double top = 0;
     double height = 0; ///< with the spacing after its last line
     QTextLayout layout;
 
     int end() const { return start + length; }
+    bool endsParagraph() const { return reach == end() + 1; }
     double bottom() const { return top + height; }
 };
 
 TextFlow::TextFlow() {
     m_option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    layParagraphs(0);
+    layPieces(0);
 }
 
 TextFlow::~TextFlow() = default;
@@ -33,12 +43,12 @@ double TextFlow::setText(const QString &text) {
     const int same = int(std::distance(m_text.cbegin(), differing.first));
     if (same == m_text.size() && same == text.size())
         return height();
-    const auto changed = std::find_if(m_paragraphs.begin(), m_paragraphs.end(),
-                                      [same](const auto &paragraph) { return paragraph->end() >= same; });
-    const auto first = size_t(std::distance(m_paragraphs.begin(), changed));
-    const double top = m_paragraphs[first]->top;
+    const auto changed = std::find_if(m_pieces.begin(), m_pieces.end(),
+                                      [same](const auto &piece) { return piece->reach > same; });
+    const auto first = size_t(std::distance(m_pieces.begin(), changed));
+    const double top = m_pieces[first]->top;
     m_text = text;
-    layParagraphs(first);
+    layPieces(first);
     return top;
 }
 
@@ -48,70 +58,76 @@ void TextFlow::setFormat(const QFont &font, int lineSpacing, Qt::Alignment align
     m_font = font;
     m_lineSpacing = lineSpacing;
     m_option.setAlignment(alignment);
-    layParagraphs(0);
+    layPieces(0);
 }
 
 void TextFlow::setWidth(double width) {
     if (width == m_width)
         return;
     m_width = width;
-    for (auto &paragraph : m_paragraphs)
-        layOut(*paragraph);
-    stack(0);
+    layPieces(0);
 }
 
 double TextFlow::height() const {
-    return m_paragraphs.back()->bottom() - m_lineSpacing;
+    return m_pieces.back()->bottom() - m_lineSpacing;
 }
 
 double TextFlow::usedWidth() const {
     double widest = 0;
-    for (const auto &paragraph : m_paragraphs) {
-        for (int line = 0; line < paragraph->layout.lineCount(); ++line)
-            widest = std::max(widest, paragraph->layout.lineAt(line).naturalTextWidth());
+    for (const auto &piece : m_pieces) {
+        for (int line = 0; line < piece->lineCount; ++line)
+            widest = std::max(widest, piece->layout.lineAt(line).naturalTextWidth());
     }
     return widest;
 }
 
 void TextFlow::draw(QPainter &painter, const QRectF &clip, const TextSelection &selection,
                     const QColor &selectionColor) const {
-    for (const auto &paragraph : m_paragraphs) {
-        if (paragraph->bottom() < clip.top())
+    for (const auto &piece : m_pieces) {
+        if (piece->bottom() < clip.top())
             continue;
-        if (paragraph->top > clip.bottom())
+        if (piece->top > clip.bottom())
             break;
         QList<QTextLayout::FormatRange> ranges;
-        const int from = std::clamp(selection.start() - paragraph->start, 0, paragraph->length);
-        const int to = std::clamp(selection.end() - paragraph->start, 0, paragraph->length);
-        if (from < to) {
+        const TextSelection part = partOf(selection, *piece);
+        if (!part.isEmpty()) {
             QTextCharFormat format;
             format.setBackground(selectionColor);
-            ranges.append({from, to - from, format});
+            ranges.append({part.start(), part.end() - part.start(), format});
         }
-        paragraph->layout.draw(&painter, {0, paragraph->top}, ranges, clip);
+        piece->layout.draw(&painter, {0, piece->top}, ranges, clip);
     }
 }
 
+TextSelection TextFlow::partOf(const TextSelection &selection, const Piece &piece) const {
+    // The ground of the line where a selection starts or ends is rounded in a way of its own, so a
+    // piece is told if there is more of it before or after.
+    const bool startsParagraph = piece.start == 0 || m_text.at(piece.start - 1) == u'\n';
+    const int first = startsParagraph ? 0 : -1;
+    const int last = int(piece.layout.text().size());
+    return {std::clamp(selection.start() - piece.start, first, last),
+            std::clamp(selection.end() - piece.start, first, last)};
+}
+
 int TextFlow::positionAt(const QPointF &point) const {
-    const Paragraph &paragraph = paragraphAtHeight(point.y());
-    const double y = point.y() - paragraph.top;
-    const int lines = paragraph.layout.lineCount();
+    const Piece &piece = pieceAtHeight(point.y());
+    const double y = point.y() - piece.top;
     int index = 0;
-    while (index + 1 < lines && paragraph.layout.lineAt(index + 1).y() <= y)
+    while (index + 1 < piece.lineCount && piece.layout.lineAt(index + 1).y() <= y)
         ++index;
-    return paragraph.start + paragraph.layout.lineAt(index).xToCursor(point.x());
+    return piece.start + piece.layout.lineAt(index).xToCursor(point.x());
 }
 
 QRectF TextFlow::caretAt(int position) const {
-    const Paragraph &paragraph = paragraphOf(position);
-    const QTextLine line = lineOf(paragraph, position);
-    return {line.cursorToX(position - paragraph.start), paragraph.top + line.y(), caretWidth, line.height()};
+    const Piece &piece = pieceOf(position);
+    const QTextLine line = lineOf(piece, position);
+    return {line.cursorToX(position - piece.start), piece.top + line.y(), caretWidth, line.height()};
 }
 
 int TextFlow::moved(int position, Move move) const {
-    const Paragraph &paragraph = paragraphOf(position);
-    const QTextLine line = lineOf(paragraph, position);
-    const bool isLastLine = line.lineNumber() + 1 == paragraph.layout.lineCount();
+    const Piece &piece = pieceOf(position);
+    const QTextLine line = lineOf(piece, position);
+    const bool isLastLine = line.lineNumber() + 1 == piece.layout.lineCount();
     switch (move) {
     case Move::previousCharacter:
         return stepped(position, Way::back, QTextLayout::SkipCharacters);
@@ -122,9 +138,9 @@ int TextFlow::moved(int position, Move move) const {
     case Move::nextWord:
         return stepped(position, Way::forth, QTextLayout::SkipWords);
     case Move::lineStart:
-        return paragraph.start + line.textStart();
+        return piece.start + line.textStart();
     case Move::lineEnd:
-        return paragraph.start + line.textStart() + line.textLength() - (isLastLine ? 0 : 1);
+        return piece.start + line.textStart() + line.textLength() - (isLastLine ? 0 : 1);
     case Move::lineUp:
         return inLineAt(caretAt(position).top() - m_lineSpacing - 1, position);
     case Move::lineDown:
@@ -138,59 +154,84 @@ int TextFlow::moved(int position, Move move) const {
 }
 
 int TextFlow::stepped(int position, Way way, QTextLayout::CursorMode mode) const {
-    const Paragraph &paragraph = paragraphOf(position);
-    const int inside = position - paragraph.start;
+    const TextSelection paragraph = paragraphAt(position);
+    const int inside = position - paragraph.start();
+    // A word may go beyond a piece. Where the characters end is known without laying them.
+    const QTextLayout characters(m_text.mid(paragraph.start(), paragraph.end() - paragraph.start()));
     if (way == Way::forth)
-        return inside == paragraph.length
-                   ? std::min(position + 1, int(m_text.size()))
-                   : paragraph.start + paragraph.layout.nextCursorPosition(inside, mode);
+        return position == paragraph.end() ? std::min(position + 1, int(m_text.size()))
+                                           : paragraph.start() + characters.nextCursorPosition(inside, mode);
     return inside == 0 ? std::max(position - 1, 0)
-                       : paragraph.start + paragraph.layout.previousCursorPosition(inside, mode);
+                       : paragraph.start() + characters.previousCursorPosition(inside, mode);
 }
 
 int TextFlow::inLineAt(double y, int position) const {
-    const bool isOutside = y < 0 || y >= m_paragraphs.back()->bottom();
+    const bool isOutside = y < 0 || y >= m_pieces.back()->bottom();
     return isOutside ? position : positionAt({caretAt(position).x(), y});
 }
 
 TextSelection TextFlow::wordAt(int position) const {
-    const Paragraph &paragraph = paragraphOf(position);
-    const QString text = paragraph.layout.text();
+    const TextSelection paragraph = paragraphAt(position);
+    const QString text = m_text.mid(paragraph.start(), paragraph.end() - paragraph.start());
     QTextBoundaryFinder finder(QTextBoundaryFinder::Word, text);
-    finder.setPosition(position - paragraph.start);
+    finder.setPosition(position - paragraph.start());
     const auto start = finder.isAtBoundary() && finder.position() < text.size() ? finder.position()
                                                                                 : finder.toPreviousBoundary();
     finder.setPosition(std::max<qsizetype>(start, 0));
     const auto end = finder.toNextBoundary();
-    return {paragraph.start + int(std::max<qsizetype>(start, 0)),
-            paragraph.start + int(end < 0 ? text.size() : end)};
+    return {paragraph.start() + int(std::max<qsizetype>(start, 0)),
+            paragraph.start() + int(end < 0 ? text.size() : end)};
 }
 
 TextSelection TextFlow::paragraphAt(int position) const {
-    const Paragraph &paragraph = paragraphOf(position);
-    return {paragraph.start, paragraph.end()};
+    const auto lineEndBefore = QStringView(m_text).left(position).lastIndexOf(u'\n');
+    const auto lineEnd = m_text.indexOf(u'\n', position);
+    return {int(lineEndBefore) + 1, int(lineEnd < 0 ? m_text.size() : lineEnd)};
 }
 
-void TextFlow::layParagraphs(size_t first) {
-    int start = first < m_paragraphs.size() ? m_paragraphs[first]->start : 0;
-    m_paragraphs.resize(first);
-    while (true) {
-        const auto lineEnd = m_text.indexOf(u'\n', start);
-        auto paragraph = std::make_unique<Paragraph>();
-        paragraph->start = start;
-        paragraph->length = int(lineEnd < 0 ? m_text.size() : lineEnd) - start;
-        layOut(*paragraph);
-        m_paragraphs.push_back(std::move(paragraph));
-        if (lineEnd < 0)
-            break;
-        start = int(lineEnd) + 1;
+void TextFlow::layPieces(size_t first) {
+    int start = first < m_pieces.size() ? m_pieces[first]->start : 0;
+    m_pieces.resize(first);
+    // After a line end at the end of the text there is one more paragraph, an empty one.
+    while (start <= m_text.size()) {
+        m_pieces.push_back(laidPiece(start));
+        start = m_pieces.back()->end() + (m_pieces.back()->endsParagraph() ? 1 : 0);
     }
     stack(first);
 }
 
-void TextFlow::layOut(Paragraph &paragraph) const {
-    QTextLayout &layout = paragraph.layout;
-    const QString text = m_text.mid(paragraph.start, paragraph.length);
+std::unique_ptr<TextFlow::Piece> TextFlow::laidPiece(int start) const {
+    const auto lineEnd = m_text.indexOf(u'\n', start);
+    const int length = int(lineEnd < 0 ? m_text.size() : lineEnd) - start;
+    auto piece = std::make_unique<Piece>();
+    piece->start = start;
+    if (length > longParagraph::pieceReach && layBeginning(*piece))
+        return piece;
+    piece->length = length;
+    piece->reach = piece->end() + 1;
+    piece->height = layOut(piece->layout, m_text.mid(start, length));
+    piece->lineCount = piece->layout.lineCount();
+    return piece;
+}
+
+bool TextFlow::layBeginning(Piece &piece) const {
+    const QString text = m_text.mid(piece.start, longParagraph::pieceReach);
+    if (!longParagraph::runsFromTheLeft(text))
+        return false;
+    layOut(piece.layout, text);
+    piece.lineCount = longParagraph::separableLines(piece.layout);
+    if (piece.lineCount == 0)
+        return false;
+    const QTextLine next = piece.layout.lineAt(piece.lineCount);
+    piece.length = next.textStart();
+    piece.reach = piece.start + longParagraph::pieceReach + 1;
+    piece.height = next.y();
+    for (int line = piece.lineCount; line < piece.layout.lineCount(); ++line)
+        piece.layout.lineAt(line).setPosition({0, outOfSight});
+    return true;
+}
+
+double TextFlow::layOut(QTextLayout &layout, const QString &text) const {
     QTextOption option = m_option;
     if (option.alignment() == Qt::AlignLeft && text.isRightToLeft())
         option.setAlignment(Qt::AlignRight);
@@ -206,31 +247,29 @@ void TextFlow::layOut(Paragraph &paragraph) const {
         height += line.height() + m_lineSpacing;
     }
     layout.endLayout();
-    paragraph.height = height;
+    return height;
 }
 
 void TextFlow::stack(size_t first) {
-    double top = first == 0 ? 0 : m_paragraphs[first - 1]->bottom();
-    for (size_t index = first; index < m_paragraphs.size(); ++index) {
-        m_paragraphs[index]->top = top;
-        top = m_paragraphs[index]->bottom();
+    double top = first == 0 ? 0 : m_pieces[first - 1]->bottom();
+    for (size_t index = first; index < m_pieces.size(); ++index) {
+        m_pieces[index]->top = top;
+        top = m_pieces[index]->bottom();
     }
 }
 
-const TextFlow::Paragraph &TextFlow::paragraphOf(int position) const {
-    const auto after =
-        std::upper_bound(m_paragraphs.begin(), m_paragraphs.end(), position,
-                         [](int place, const auto &paragraph) { return place < paragraph->start; });
-    return after == m_paragraphs.begin() ? **after : **std::prev(after);
+const TextFlow::Piece &TextFlow::pieceOf(int position) const {
+    const auto after = std::upper_bound(m_pieces.begin(), m_pieces.end(), position,
+                                        [](int place, const auto &piece) { return place < piece->start; });
+    return after == m_pieces.begin() ? **after : **std::prev(after);
 }
 
-const TextFlow::Paragraph &TextFlow::paragraphAtHeight(double y) const {
-    const auto after =
-        std::upper_bound(m_paragraphs.begin(), m_paragraphs.end(), y,
-                         [](double height, const auto &paragraph) { return height < paragraph->top; });
-    return after == m_paragraphs.begin() ? **after : **std::prev(after);
+const TextFlow::Piece &TextFlow::pieceAtHeight(double y) const {
+    const auto after = std::upper_bound(m_pieces.begin(), m_pieces.end(), y,
+                                        [](double height, const auto &piece) { return height < piece->top; });
+    return after == m_pieces.begin() ? **after : **std::prev(after);
 }
 
-QTextLine TextFlow::lineOf(const Paragraph &paragraph, int position) const {
-    return paragraph.layout.lineForTextPosition(std::clamp(position - paragraph.start, 0, paragraph.length));
+QTextLine TextFlow::lineOf(const Piece &piece, int position) const {
+    return piece.layout.lineForTextPosition(std::clamp(position - piece.start, 0, piece.length));
 }

@@ -25,9 +25,9 @@ struct TextSelection {
     bool operator==(const TextSelection &) const = default;
 };
 
-/// Plain text laid into lines of a given width, paragraph by paragraph. A change of the text lays only
-/// the paragraphs anew that come after what stayed the same, so a text that grows at its end costs what
-/// its last paragraph costs. No widget; needs a QGuiApplication.
+/// Plain text laid into lines of a given width, paragraph by paragraph, and a very long paragraph in
+/// pieces that can't be seen. A change of the text lays only what comes after what stayed the same, so a
+/// text that grows at its end costs what its last piece costs. No widget; needs a QGuiApplication.
 class TextFlow {
 public:
     enum class Move {
@@ -78,23 +78,30 @@ public:
     TextSelection paragraphAt(int position) const;
 
 private:
-    struct Paragraph;
+    struct Piece;
     enum class Way { back, forth };
 
-    void layParagraphs(size_t first);
-    void layOut(Paragraph &paragraph) const;
+    /// Lays anew from the piece at `first` on.
+    void layPieces(size_t first);
+    std::unique_ptr<Piece> laidPiece(int start) const;
+    /// Makes a piece of the first lines of a long paragraph's rest; false if it can't be divided there.
+    bool layBeginning(Piece &piece) const;
+    /// Gives the height, with the spacing after the last line.
+    double layOut(QTextLayout &layout, const QString &text) const;
     void stack(size_t first);
-    const Paragraph &paragraphOf(int position) const;
-    const Paragraph &paragraphAtHeight(double y) const;
+    /// What a piece draws of a selection, in its own places.
+    TextSelection partOf(const TextSelection &selection, const Piece &piece) const;
+    const Piece &pieceOf(int position) const;
+    const Piece &pieceAtHeight(double y) const;
     int stepped(int position, Way way, QTextLayout::CursorMode mode) const;
     /// The place below or above `position` in the line at that height; itself if there is no line.
     int inLineAt(double y, int position) const;
-    QTextLine lineOf(const Paragraph &paragraph, int position) const;
+    QTextLine lineOf(const Piece &piece, int position) const;
 
     QString m_text;
     QFont m_font;
     QTextOption m_option;
     int m_lineSpacing = 0;
     double m_width = 0;
-    std::vector<std::unique_ptr<Paragraph>> m_paragraphs; ///< never empty
+    std::vector<std::unique_ptr<Piece>> m_pieces; ///< never empty
 };

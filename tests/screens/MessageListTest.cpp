@@ -306,3 +306,27 @@ TEST_F(MessageListTest, withMotionTheListGlidesToItsEnd) {
     EXPECT_FALSE(isAtEnd());
     EXPECT_TRUE(QTest::qWaitFor([this] { return isAtEnd(); }));
 }
+
+TEST_F(MessageListTest, aGrowingReplyIsFollowedAtOnce) {
+    fill(30);
+    look.setMotion(Motion::full);
+    for (int piece = 4; piece < 10; ++piece) {
+        rows.last().text = paragraphs(piece);
+        const int before = bar().maximum();
+        update();
+        EXPECT_GT(bar().maximum(), before);
+        ASSERT_TRUE(isAtEnd());
+    }
+}
+
+TEST_F(MessageListTest, aReplyThatGrowsDuringTheGlideIsFollowedAfterIt) {
+    fill(30);
+    look.setMotion(Motion::full);
+    append(Kind::assistant, paragraphs(3));
+    update();
+    rows.last().text = paragraphs(8);
+    update();
+    EXPECT_FALSE(isAtEnd());
+    EXPECT_TRUE(list.followsEnd());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return isAtEnd(); }));
+}

@@ -51,6 +51,14 @@ TEST_F(TextViewTest, keysSelectAndCopy) {
     EXPECT_EQ(view.selectedText(), QString());
 }
 
+TEST_F(TextViewTest, aVeryLongParagraphIsCopiedAsItIs) {
+    const QString text = QString(u"many words "_s).repeated(2000);
+    view.setText(text);
+    view.selectAll();
+    view.copy();
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), text);
+}
+
 TEST_F(TextViewTest, copyingNothingLeavesTheClipboard) {
     QGuiApplication::clipboard()->setText(u"before"_s);
     keys({{Qt::Key_C, Qt::ControlModifier}});
