@@ -55,6 +55,25 @@ void ChatController::reloadSummaries() {
     Q_EMIT summariesChanged();
 }
 
+void ChatController::resetAll() {
+    ++m_era;
+    stop();
+    if (m_conversation) {
+        m_conversation.reset();
+        Q_EMIT conversationChanged();
+    }
+    if (!m_summaries.isEmpty()) {
+        m_summaries.clear();
+        Q_EMIT summariesChanged();
+    }
+    setUpgradeBanner(std::nullopt);
+}
+
+void ChatController::setUpgradeBanner(const std::optional<QString> &text) {
+    if (std::exchange(m_upgradeBanner, text) != text)
+        Q_EMIT upgradeBannerChanged();
+}
+
 QDateTime ChatController::now() const {
     return QDateTime::fromSecsSinceEpoch(m_clock.now().toSecsSinceEpoch(), Qt::UTC);
 }

@@ -38,6 +38,10 @@ public:
     /// The chat of the running turn, which need not be the one on screen.
     const std::optional<QUuid> &generatingID() const { return m_generatingID; }
 
+    /// The offer of a better model; nothing while there is none. Whoever knows the models sets it.
+    const std::optional<QString> &upgradeBanner() const { return m_upgradeBanner; }
+    void setUpgradeBanner(const std::optional<QString> &text);
+
     /// Sends the person's message and starts the turn. Does nothing if there is neither text nor an
     /// attachment, or while a turn runs. Makes a new chat if none is on screen.
     void send(const QString &text, Thinking think = Thinking::off, const QList<Attachment> &attachments = {});
@@ -55,11 +59,16 @@ public:
     /// Reads the rows of all chats anew.
     void reloadSummaries();
 
+    /// Ends the running turn, which saves nothing any more, and forgets every chat. For when the chats on
+    /// disk have been deleted.
+    void resetAll();
+
 Q_SIGNALS:
     void conversationChanged();
     void summariesChanged();
     void isGeneratingChanged();
     void streamingIDChanged();
+    void upgradeBannerChanged();
 
 private:
     friend class Turn;
@@ -84,5 +93,8 @@ private:
     bool m_isGenerating = false;
     std::optional<QUuid> m_streamingID;
     std::optional<QUuid> m_generatingID;
+    std::optional<QString> m_upgradeBanner;
+    int m_turns = 0; ///< how many have begun
+    int m_era = 0;   ///< a turn of an era before this one has nothing to say any more
     TaskHandle m_generateTask;
 };

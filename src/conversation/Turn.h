@@ -25,7 +25,7 @@ struct RoundResult {
 
 #ifndef Q_MOC_RUN
 /// One turn on a chat: it works on its own copy, saves that, and shows it through the controller. Ends
-/// quietly when the controller goes away. Main thread.
+/// quietly when the controller goes away or forgets every chat. Main thread.
 Task<> generate(ChatController *controller, Conversation conversation, TurnRequest request,
                 std::stop_token stop);
 
@@ -53,6 +53,15 @@ private:
     Task<> finish();
     void saveAndReset();
 
+    /// A stopped turn comes to its end a moment later, when the next one may have begun. What both would
+    /// touch, the flags of the controller and a chat that both work on, belongs to the later one.
+    bool isLatest() const;
+    bool isSuperseded() const;
+    void save() const;
+    void publish() const;
+    void showStreaming(const std::optional<QUuid> &id) const;
+    void reset() const;
+
     std::optional<StreamRequest> requestOf(const Round &round);
     std::unique_ptr<ChunkStream> open(const StreamRequest &request, bool isFirst) const;
     void take(const StreamChunk &chunk, Message &message);
@@ -62,9 +71,14 @@ private:
     RoundResult failWith(Message &message);
     std::optional<QString> dueCorrection() const;
     bool isCancelled() const { return m_stop.stop_requested(); }
+
+    /// True when there is nobody left to work for: the controller is gone, or has forgotten every chat.
+    bool isForgotten() const { return !m_controller || m_controller->m_era != m_era; }
     bool allowsTools() const;
 
     const QPointer<ChatController> m_controller;
+    const int m_era;
+    int m_number = 0;
     Conversation m_conversation;
     const TurnRequest m_request;
     const std::stop_token m_stop;
