@@ -1,15 +1,16 @@
 #include "core/AppState.h"
 
-#include "conversation/History.h"
-#include "core/DemoModel.h"
+#include "core/BundleLocation.h"
+#include "core/ProcessRole.h"
 #include "engine/EngineProcessBox.h"
 #include "platform/AtomicFile.h"
 #include "platform/Bundle.h"
+#include "platform/KeepAwake.h"
 #include "records/CatalogSource.h"
 #include "records/Folders.h"
 #include "records/Memory.h"
 
-#include <QFile>
+#include <QDir>
 
 #include <thread>
 
@@ -18,28 +19,12 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// A tier for a model that is on disk but in no catalog.
-ModelTier tierOf(const InstalledModel &model, const QString &path) {
-    return {.id = model.tierId,
-            .displayName = model.displayName,
-            .filename = model.filename,
-            .url = QUrl::fromLocalFile(path),
-            .mirrorURL = {},
-            .sha256 = {},
-            .sizeBytes = model.sizeBytes,
-            .requiredGPUBytes = 0,
-            .minRAMBytes = 0,
-            .contextLength = model.contextLength,
-            .sampling = model.sampling,
-            .thinkingSampling = model.thinkingSampling,
-            .supportsTools = model.supportsTools,
-            .license = model.license,
-            .gpuBytesProvisional = {}};
-}
-
-/// The sentence of an error that a person may read.
-QString descriptionOf(const std::exception &error) {
-    return QString::fromUtf8(error.what());
+/// The folder of saved pages is made on the way; whoever saves a page finds out if it can't be.
+void ensurePagesFolder() {
+    try {
+        ensureFolder(pagesFolder());
+    } catch (const FileError &) {
+    }
 }
 
 } // namespace
@@ -48,90 +33,126 @@ AppState::AppState(EngineProcessBox &box, Clock &clock, QObject *parent)
     : ChatHost(parent),
       m_box(box),
       m_engine(box, clock),
-      m_chat(this, clock) {}
+      m_chat(this, clock) {
+    m_downloader.onProgress = [this](const DownloadProgress &progress) { takeProgress(progress); };
+}
 
-AppState::~AppState() = default;
+AppState::~AppState() {
+    cancelWork();
+}
+
+template<typename T>
+void AppState::publish(T &field, const T &value, Change changed) {
+    if (field == value)
+        return;
+    field = value;
+    Q_EMIT(this->*changed)();
+}
 
 void AppState::bootstrap() {
-    if (std::exchange(m_didBootstrap, true))
+    if (std::exchange(m_didBootstrap, true) || isHeadless())
         return;
+    m_bootstrapTask.start([this](std::stop_token stop) { return start(stop); });
+}
+
+Task<> AppState::start(std::stop_token stop) {
     setPhase(phase::Checking{});
     try {
         ensureFolders();
     } catch (const FileError &) {
         setPhase(phase::Error{u"Ostrelin couldn't create its folder."_s, false});
-        return;
+        co_return;
     }
-    m_memory = readMemory();
+    ensurePagesFolder();
+    publish(m_memory, readMemory(), &AppState::memoryChanged);
     m_box.setPidFile(enginePidFile());
     m_box.killStaleServer();
-    m_settings = loadSettings();
-    Q_EMIT settingsChanged();
+    publish(m_settings, loadSettings(), &AppState::settingsChanged);
+
+    // The machine is measured while the catalog is on its way.
+    Task<MachineReport> measuring = measureMachine(stop);
+    const std::optional<Catalog> remote = co_await fetchRemoteCatalog(catalogURL(), stop);
+    if (stop.stop_requested())
+        co_return;
+    publish(m_catalog, remote ? *remote : loadBuiltInCatalog(resourcesFolder()), &AppState::catalogChanged);
+    const MachineReport report = co_await std::move(measuring);
+    if (stop.stop_requested())
+        co_return;
+    publish(m_report, report, &AppState::reportChanged);
+    publish(m_needsMoveToApplications, isInTemporaryLocation(), &AppState::needsMoveToApplicationsChanged);
+
+    if (!m_report.isAppleSilicon || m_report.isRosetta)
+        setPhase(phase::Unsupported{u"Ostrelin runs on Apple Silicon Macs with 8 GB of memory or more."_s});
+    else if (m_catalog.tiers.isEmpty())
+        setPhase(phase::Error{u"Ostrelin couldn't read its model list."_s, false});
+    else if (m_settings.didFinishWelcome)
+        resolveModel();
+    else
+        setPhase(phase::Welcome{});
+}
+
+void AppState::finishWelcome() {
+    Settings settings = m_settings;
+    settings.didFinishWelcome = true;
+    saveSettings(settings);
     resolveModel();
 }
 
-void AppState::resolveModel() {
-    const Model model = findModel();
-    m_startTask.start([&](std::stop_token stop) { return startEngine(model, stop); });
+void AppState::saveSettings(const Settings &settings) {
+    publish(m_settings, settings, &AppState::settingsChanged);
+    ::saveSettings(m_settings);
 }
 
-AppState::Model AppState::findModel() const {
-    const QString named = qEnvironmentVariable("OSTRELIN_MODEL_PATH");
-    if (!named.isEmpty() && QFile::exists(named)) {
-        const Catalog catalog = loadBuiltInCatalog(resourcesFolder());
-        return {named, catalog.tiers.isEmpty() ? std::nullopt : std::optional(catalog.tiers.last())};
-    }
-    if (m_settings.installed) {
-        const QString path = modelsFolder() + u'/' + m_settings.installed->filename;
-        if (QFile::exists(path))
-            return {path, tierOf(*m_settings.installed, path)};
-    }
-    const DemoModel demo = demoModel(resourcesFolder());
-    return {demo.path, demo.tier};
+void AppState::setShowsWhySize(bool shows) {
+    publish(m_showWhySize, shows, &AppState::showWhySizeChanged);
 }
 
-Task<> AppState::startEngine(Model model, std::stop_token stop) {
-    setPhase(phase::Starting{});
-    if (m_activeTier != model.tier) {
-        m_activeTier = model.tier;
-        Q_EMIT activeTierChanged();
-    }
-    const qint64 contextLength = model.tier ? model.tier->contextLength : defaultContextLength;
-    QString failure;
+void AppState::deleteEverything() {
+    stopEngine();
+    cancelWork();
+    QDir(applicationFolder()).removeRecursively();
     try {
-        co_await m_engine.start(model.path, contextLength, stop);
-    } catch (const Cancelled &) {
-        throw;
-    } catch (const std::exception &error) {
-        failure = descriptionOf(error);
+        ensureFolders();
+    } catch (const FileError &) {
+        // The next start tries again, and tells.
     }
-    if (stop.stop_requested())
-        co_return;
-    if (!failure.isNull()) {
-        setPhase(phase::Error{failure, false});
-        co_return;
-    }
-    m_chat.reloadSummaries();
-    if (!m_chat.conversation())
-        m_chat.newChat();
-    setPhase(phase::Ready{});
+    ensurePagesFolder();
+    // Not written: until the next change there is no settings file.
+    publish(m_settings, Settings(), &AppState::settingsChanged);
+    setActiveTier(std::nullopt);
+    m_pendingTier.reset();
+    publish(m_downloadProgress, std::optional<DownloadProgress>(), &AppState::downloadProgressChanged);
+    publish(m_downloadPaused, false, &AppState::downloadPausedChanged);
+    publish(m_diskNote, std::optional<QString>(), &AppState::diskNoteChanged);
+    setShowsWhySize(false);
+    publish(m_memory, QString(), &AppState::memoryChanged);
+    m_chat.resetAll();
+    setPhase(phase::NeedsInitialization{});
 }
 
 void AppState::shutDown() {
+    m_bootstrapTask.cancel();
+    cancelWork();
+    stopEngine();
+}
+
+void AppState::stopEngine() {
     // The server ends at once when nobody reads from it any more, and lingers otherwise: also when it is
     // asked to end before it has noticed that its reader is gone.
     constexpr auto noticeTime = 100ms;
-    m_startTask.cancel();
     const bool wasGenerating = m_chat.isGenerating();
     m_chat.stop();
     if (wasGenerating)
         std::this_thread::sleep_for(noticeTime);
-    m_box.terminate();
+    m_engine.stop();
 }
 
-void AppState::setPhase(const AppPhase &phase) {
-    if (m_phase == phase)
-        return;
-    m_phase = phase;
-    Q_EMIT phaseChanged();
+void AppState::cancelWork() {
+    m_resolveTask.cancel();
+    m_downloadTask.cancel();
+    m_keepAwake.reset();
+}
+
+void AppState::setActiveTier(const std::optional<ModelTier> &tier) {
+    publish(m_activeTier, tier, &AppState::activeTierChanged);
 }

@@ -3,17 +3,22 @@
 #include "conversation/ChatController.h"
 #include "conversation/ChatHost.h"
 #include "core/AppPhase.h"
+#include "core/MachineReport.h"
+#include "engine/DownloadProgress.h"
 #include "engine/EngineManager.h"
+#include "engine/ModelDownloader.h"
 
 #include <QObject>
 
+#include <memory>
 #include <optional>
 
 class Clock;
 class EngineProcessBox;
+class KeepAwake;
 
-/// The root of the interactive program: it owns the engine and the chat, holds the phase that the main
-/// window shows, and leads from a cold start to a ready chat. Main thread only.
+/// The root of the interactive program: it owns the engine, the download and the chat, holds the phase
+/// that the main window shows, and leads from a cold start to a ready chat. Main thread only.
 class AppState : public ChatHost {
     Q_OBJECT
 
@@ -24,7 +29,28 @@ public:
 
     const AppPhase &phase() const { return m_phase; }
     const Settings &settings() const override { return m_settings; }
+
+    /// The models on offer, and what was measured of this machine; both known once the start is through.
+    const Catalog &catalog() const { return m_catalog; }
+    const MachineReport &report() const { return m_report; }
+
+    /// How far the download is; nothing before the first word of it.
+    const std::optional<DownloadProgress> &downloadProgress() const { return m_downloadProgress; }
+    bool isDownloadPaused() const { return m_downloadPaused; }
+
+    /// The model that is being downloaded or run, and the one whose download was begun last.
     std::optional<ModelTier> activeTier() const override { return m_activeTier; }
+    const std::optional<ModelTier> &pendingTier() const { return m_pendingTier; }
+
+    /// True while the reason for the model's size is shown.
+    bool showsWhySize() const { return m_showWhySize; }
+
+    /// True if the program runs from a place where it won't stay.
+    bool needsMoveToApplications() const { return m_needsMoveToApplications; }
+
+    /// Why a lighter model was chosen than the machine could carry; nothing if none was.
+    const std::optional<QString> &diskNote() const { return m_diskNote; }
+
     QString memory() const override { return m_memory; }
     std::optional<QUrl> engineURL() const override { return m_engine.baseURL(); }
     QString engineKey() const override { return m_engine.apiKey(); }
@@ -32,41 +58,112 @@ public:
     EngineManager &engine() { return m_engine; }
     ChatController &chat() { return m_chat; }
 
-    /// Prepares folders, memory and settings, ends a server that an earlier run left behind, and starts
-    /// the engine. Returns at once; the phase tells how far it is. A second call does nothing.
+    /// Prepares folders, memory and settings, ends a server that an earlier run left behind, fetches the
+    /// catalog, measures the machine, and goes on to the welcome screen or to the model. Returns at once;
+    /// the phase tells how far it is. A second call does nothing, nor does any in a scheduled run.
     void bootstrap();
 
-    /// Looks for a model and starts the engine with it: the file that OSTRELIN_MODEL_PATH names if it
-    /// exists, else the installed model, else the demo model that comes with the program.
+    /// Leads to a model, and returns at once: the file that OSTRELIN_MODEL_PATH names if it exists, else
+    /// the installed model, else the best one that fits, which is downloaded.
     void resolveModel();
 
-    /// Ends the running turn and the engine, and waits for the engine's end. For the end of the program.
+    /// The person has seen the welcome screen or the start screen: remembers it, and goes on to the model.
+    void finishWelcome();
+
+    /// Downloads the model, whether it fits or not, and starts the engine with it. An earlier download and
+    /// an earlier start of the engine are over.
+    void beginDownload(const ModelTier &tier);
+
+    /// Pauses the download, or goes on with it.
+    void togglePause();
+
+    void setShowsWhySize(bool shows);
+
+    /// Takes over changed settings and writes them.
+    void saveSettings(const Settings &settings);
+
+    /// Ends everything that runs, removes the whole application folder, and shows the start screen.
+    void deleteEverything();
+
+    /// Deletes the installed model's file, and looks for a model anew.
+    void deleteModel();
+
+    /// Shows the installed model's file in the file manager; nothing happens where there is none.
+    void revealModel() const;
+
+    /// The path of the installed model's file; nothing if no model is installed or its file is gone.
+    std::optional<QString> installedModelURL() const;
+
+    /// Offers the better model that this machine can run, if there is one, through the chat's banner.
+    void refreshUpgradeOffer();
+
+    /// Takes up that offer: the engine ends, and the download begins.
+    void acceptUpgrade();
+
+    /// Turns it down; it isn't made again for that model.
+    void dismissUpgrade();
+
+    /// Downloads the model after the present one in the catalog; nothing happens where there is none.
+    void tryLighter();
+
+    /// Ends the running turn, the download and the engine, and waits for the engine's end. For the end of
+    /// the program.
     void shutDown();
 
 Q_SIGNALS:
     void phaseChanged();
     void settingsChanged();
+    void catalogChanged();
+    void reportChanged();
+    void downloadProgressChanged();
+    void downloadPausedChanged();
     void activeTierChanged();
+    void showWhySizeChanged();
+    void needsMoveToApplicationsChanged();
+    void diskNoteChanged();
+    void memoryChanged();
 
 private:
-    struct Model {
-        QString path;
-        std::optional<ModelTier> tier;
-    };
+    using Change = void (AppState::*)();
 
-    Model findModel() const;
-    void setPhase(const AppPhase &phase);
+    /// Sets a published field and tells of it, if it changes.
+    template<typename T>
+    void publish(T &field, const T &value, Change changed);
+    void setPhase(const AppPhase &phase) { publish(m_phase, phase, &AppState::phaseChanged); }
+    void setActiveTier(const std::optional<ModelTier> &tier);
+    void takeProgress(const DownloadProgress &progress);
+    void resumeDownload();
+    void stopEngine();
+    void cancelWork();
+    bool hasLighter(const std::optional<ModelTier> &tier) const;
 #ifndef Q_MOC_RUN
-    Task<> startEngine(Model model, std::stop_token stop);
+    Task<> start(std::stop_token stop);
+    Task<> resolve(std::stop_token stop);
+    Task<> provide(ModelTier tier, std::stop_token stop);
+    Task<> startEngine(QString modelPath, std::optional<ModelTier> tier, std::stop_token stop);
 #endif
+
+    AppPhase m_phase = phase::Checking{};
+    Settings m_settings;
+    Catalog m_catalog;
+    MachineReport m_report;
+    std::optional<DownloadProgress> m_downloadProgress;
+    bool m_downloadPaused = false;
+    std::optional<ModelTier> m_activeTier;
+    bool m_showWhySize = false;
+    bool m_needsMoveToApplications = false;
+    std::optional<QString> m_diskNote;
+    QString m_memory;
 
     EngineProcessBox &m_box;
     EngineManager m_engine;
+    ModelDownloader m_downloader;
     ChatController m_chat;
-    AppPhase m_phase;
-    Settings m_settings;
-    std::optional<ModelTier> m_activeTier;
-    QString m_memory;
+
     bool m_didBootstrap = false;
-    TaskHandle m_startTask;
+    std::optional<ModelTier> m_pendingTier;
+    std::unique_ptr<KeepAwake> m_keepAwake;
+    TaskHandle m_bootstrapTask;
+    TaskHandle m_resolveTask;
+    TaskHandle m_downloadTask;
 };

@@ -1,0 +1,260 @@
+/// The half of AppState that leads to a model: the choice, the download, the start of the engine.
+
+#include "conversation/History.h"
+#include "core/AppState.h"
+#include "core/TierChoice.h"
+#include "engine/DownloadError.h"
+#include "platform/FileManager.h"
+#include "platform/KeepAwake.h"
+#include "records/Folders.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A tier for a model that is on disk but in no catalog.
+ModelTier tierOf(const InstalledModel &model, const QString &path) {
+    return {.id = model.tierId,
+            .displayName = model.displayName,
+            .filename = model.filename,
+            .url = QUrl::fromLocalFile(path),
+            .mirrorURL = {},
+            .sha256 = {},
+            .sizeBytes = model.sizeBytes,
+            .requiredGPUBytes = 0,
+            .minRAMBytes = 0,
+            .contextLength = model.contextLength,
+            .sampling = model.sampling,
+            .thinkingSampling = model.thinkingSampling,
+            .supportsTools = model.supportsTools,
+            .license = model.license,
+            .gpuBytesProvisional = {}};
+}
+
+InstalledModel installedFrom(const ModelTier &tier) {
+    return {.tierId = tier.id,
+            .displayName = tier.displayName,
+            .filename = tier.filename,
+            .contextLength = tier.contextLength,
+            .sampling = tier.sampling,
+            .thinkingSampling = tier.thinkingSampling,
+            .supportsTools = tier.supportsTools,
+            .license = tier.license,
+            .sizeBytes = tier.sizeBytes};
+}
+
+std::optional<ModelTier> tierWithId(const QString &id, const Catalog &catalog) {
+    const auto found = std::find_if(catalog.tiers.begin(), catalog.tiers.end(),
+                                    [&](const ModelTier &tier) { return tier.id == id; });
+    return found == catalog.tiers.end() ? std::nullopt : std::optional(*found);
+}
+
+/// Makes room: every model but this one goes, and what is half downloaded stays.
+void removeOtherModels(const QString &filename) {
+    const QDir models(modelsFolder());
+    const auto all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+    for (const QFileInfo &entry : models.entryInfoList(all)) {
+        if (entry.fileName() == filename || entry.fileName().endsWith(u".partial"_s))
+            continue;
+        if (entry.isDir() && !entry.isSymLink())
+            QDir(entry.filePath()).removeRecursively();
+        else
+            QFile::remove(entry.filePath());
+    }
+}
+
+/// The sentence of an error that a person may read.
+QString descriptionOf(const std::exception &error) {
+    return QString::fromUtf8(error.what());
+}
+
+} // namespace
+
+void AppState::resolveModel() {
+    cancelWork();
+    m_resolveTask.start([this](std::stop_token stop) { return resolve(stop); });
+}
+
+Task<> AppState::resolve(std::stop_token stop) {
+    const QString named = qEnvironmentVariable("OSTRELIN_MODEL_PATH");
+    if (!named.isEmpty() && QFile::exists(named)) {
+        std::optional<ModelTier> tier = forcedTier(m_catalog);
+        if (!tier && !m_catalog.tiers.isEmpty())
+            tier = m_catalog.tiers.last();
+        co_await startEngine(named, tier, stop);
+        co_return;
+    }
+    if (const std::optional<QString> path = installedModelURL()) {
+        const InstalledModel installed = *m_settings.installed;
+        const ModelTier tier = tierWithId(installed.tierId, m_catalog).value_or(tierOf(installed, *path));
+        co_await startEngine(*path, tier, stop);
+        if (!stop.stop_requested())
+            refreshUpgradeOffer();
+        co_return;
+    }
+    const auto choice = chooseTier(m_report, m_catalog, forcedTier(m_catalog));
+    if (!choice) {
+        setPhase(phase::Unsupported{
+            u"Ostrelin needs more free space, or an Apple Silicon Mac with 8 GB of memory or more."_s});
+        co_return;
+    }
+    publish(m_diskNote, choice->note, &AppState::diskNoteChanged);
+    beginDownload(choice->tier);
+}
+
+void AppState::beginDownload(const ModelTier &tier) {
+    cancelWork();
+    if (m_pendingTier != tier)
+        publish(m_downloadProgress, std::optional<DownloadProgress>(), &AppState::downloadProgressChanged);
+    m_pendingTier = tier;
+    setActiveTier(tier);
+    publish(m_downloadPaused, false, &AppState::downloadPausedChanged);
+    setPhase(phase::Downloading{});
+    m_keepAwake = std::make_unique<KeepAwake>(u"Downloading Ostrelin model"_s);
+    m_downloadTask.start([this, tier](std::stop_token stop) { return provide(tier, stop); });
+}
+
+Task<> AppState::provide(ModelTier tier, std::stop_token stop) {
+    std::optional<QString> failure;
+    bool isPaused = false;
+    QString path;
+    try {
+        path = co_await m_downloader.download(tier, modelsFolder(), stop);
+    } catch (const Cancelled &) {
+        throw;
+    } catch (const DownloadError &error) {
+        isPaused = error.kind() == DownloadError::Kind::paused;
+        failure = error.description();
+    } catch (const std::exception &error) {
+        failure = descriptionOf(error);
+    }
+    if (stop.stop_requested())
+        co_return;
+    if (isPaused) {
+        publish(m_downloadPaused, true, &AppState::downloadPausedChanged);
+    } else if (failure) {
+        setPhase(phase::Error{*failure, hasLighter(tier)});
+    } else {
+        removeOtherModels(tier.filename);
+        Settings settings = m_settings;
+        settings.installed = installedFrom(tier);
+        saveSettings(settings);
+        co_await startEngine(path, tier, stop);
+        if (stop.stop_requested())
+            co_return;
+    }
+    m_keepAwake.reset();
+}
+
+Task<> AppState::startEngine(QString modelPath, std::optional<ModelTier> tier, std::stop_token stop) {
+    setPhase(phase::Starting{});
+    setActiveTier(tier);
+    std::optional<QString> failure;
+    try {
+        co_await m_engine.start(modelPath, tier ? tier->contextLength : defaultContextLength, stop);
+    } catch (const Cancelled &) {
+        throw;
+    } catch (const std::exception &error) {
+        failure = descriptionOf(error);
+    }
+    if (stop.stop_requested())
+        co_return;
+    if (failure) {
+        setPhase(phase::Error{*failure, hasLighter(tier)});
+        co_return;
+    }
+    m_chat.reloadSummaries();
+    if (!m_chat.conversation())
+        m_chat.newChat();
+    setPhase(phase::Ready{});
+}
+
+void AppState::togglePause() {
+    if (m_downloadPaused) {
+        publish(m_downloadPaused, false, &AppState::downloadPausedChanged);
+        resumeDownload();
+        return;
+    }
+    m_downloader.pause();
+    publish(m_downloadPaused, true, &AppState::downloadPausedChanged);
+}
+
+void AppState::resumeDownload() {
+    std::optional<ModelTier> tier = m_pendingTier;
+    if (const auto *needed = std::get_if<phase::NeedsDownload>(&m_phase); needed && !tier)
+        tier = tierWithId(needed->tierId, m_catalog);
+    if (tier)
+        beginDownload(*tier);
+}
+
+void AppState::takeProgress(const DownloadProgress &progress) {
+    // The last word of a download that is over may still come.
+    if (isIn<phase::Downloading>(m_phase))
+        publish(m_downloadProgress, std::optional(progress), &AppState::downloadProgressChanged);
+}
+
+void AppState::deleteModel() {
+    stopEngine();
+    Settings settings = m_settings;
+    if (settings.installed)
+        QFile::remove(modelsFolder() + u'/' + settings.installed->filename);
+    settings.installed.reset();
+    saveSettings(settings);
+    setActiveTier(std::nullopt);
+    m_chat.setUpgradeBanner(std::nullopt);
+    resolveModel();
+}
+
+void AppState::revealModel() const {
+    if (const std::optional<QString> path = installedModelURL())
+        revealFile(*path);
+}
+
+std::optional<QString> AppState::installedModelURL() const {
+    if (!m_settings.installed)
+        return std::nullopt;
+    const QString path = modelsFolder() + u'/' + m_settings.installed->filename;
+    return QFile::exists(path) ? std::optional(path) : std::nullopt;
+}
+
+void AppState::refreshUpgradeOffer() {
+    if (const auto tier = upgradeCandidate(m_report, m_catalog, m_settings))
+        m_chat.setUpgradeBanner(upgradeOffer(*tier));
+}
+
+void AppState::acceptUpgrade() {
+    const auto tier = upgradeCandidate(m_report, m_catalog, m_settings);
+    if (!tier)
+        return;
+    m_chat.setUpgradeBanner(std::nullopt);
+    stopEngine();
+    beginDownload(*tier);
+}
+
+void AppState::dismissUpgrade() {
+    m_chat.setUpgradeBanner(std::nullopt);
+    const auto tier = upgradeCandidate(m_report, m_catalog, m_settings);
+    if (!tier)
+        return;
+    Settings settings = m_settings;
+    settings.dismissedUpgradeTierId = tier->id;
+    saveSettings(settings);
+}
+
+void AppState::tryLighter() {
+    const std::optional<ModelTier> current = m_activeTier ? m_activeTier : m_pendingTier;
+    const auto next = current ? lighterTier(*current, m_catalog) : std::nullopt;
+    if (!next)
+        return;
+    stopEngine();
+    beginDownload(*next);
+}
+
+bool AppState::hasLighter(const std::optional<ModelTier> &tier) const {
+    return tier && lighterTier(*tier, m_catalog);
+}
