@@ -30,7 +30,13 @@ void ensurePagesFolder() {
 } // namespace
 
 AppState::AppState(EngineProcessBox &box, Clock &clock, QObject *parent)
+    : AppState(box, clock,
+               {.keepAwake = [](const QString &reason) { return std::make_shared<KeepAwake>(reason); }},
+               parent) {}
+
+AppState::AppState(EngineProcessBox &box, Clock &clock, Machine machine, QObject *parent)
     : ChatHost(parent),
+      m_machine(std::move(machine)),
       m_box(box),
       m_engine(box, clock),
       m_chat(this, clock) {
@@ -39,14 +45,6 @@ AppState::AppState(EngineProcessBox &box, Clock &clock, QObject *parent)
 
 AppState::~AppState() {
     cancelWork();
-}
-
-template<typename T>
-void AppState::publish(T &field, const T &value, Change changed) {
-    if (field == value)
-        return;
-    field = value;
-    Q_EMIT(this->*changed)();
 }
 
 void AppState::bootstrap() {
@@ -70,7 +68,7 @@ Task<> AppState::start(std::stop_token stop) {
     publish(m_settings, loadSettings(), &AppState::settingsChanged);
 
     // The machine is measured while the catalog is on its way.
-    Task<MachineReport> measuring = measureMachine(stop);
+    Task<MachineReport> measuring = m_machine.measure(stop);
     const std::optional<Catalog> remote = co_await fetchRemoteCatalog(catalogURL(), stop);
     if (stop.stop_requested())
         co_return;

@@ -10,12 +10,12 @@
 
 #include <QObject>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
 class Clock;
 class EngineProcessBox;
-class KeepAwake;
 
 /// The root of the interactive program: it owns the engine, the download and the chat, holds the phase
 /// that the main window shows, and leads from a cold start to a ready chat. Main thread only.
@@ -23,40 +23,84 @@ class AppState : public ChatHost {
     Q_OBJECT
 
 public:
+#ifndef Q_MOC_RUN
+    /// What the start asks of the machine; a test has a machine of its own.
+    struct Machine {
+        std::function<Task<MachineReport>(std::stop_token)> measure = measureMachine;
+        /// Keeps the machine awake for as long as the token lives.
+        std::function<std::shared_ptr<void>(const QString &reason)> keepAwake;
+    };
+
+    /// The same on a machine of the caller's.
+    AppState(EngineProcessBox &box, Clock &clock, Machine machine, QObject *parent = nullptr);
+#endif
+
     /// `box` and `clock` must outlive this object.
     AppState(EngineProcessBox &box, Clock &clock, QObject *parent = nullptr);
     ~AppState() override;
 
-    const AppPhase &phase() const { return m_phase; }
-    const Settings &settings() const override { return m_settings; }
+    const AppPhase &phase() const {
+        return m_phase;
+    }
+    const Settings &settings() const override {
+        return m_settings;
+    }
 
     /// The models on offer, and what was measured of this machine; both known once the start is through.
-    const Catalog &catalog() const { return m_catalog; }
-    const MachineReport &report() const { return m_report; }
+    const Catalog &catalog() const {
+        return m_catalog;
+    }
+    const MachineReport &report() const {
+        return m_report;
+    }
 
     /// How far the download is; nothing before the first word of it.
-    const std::optional<DownloadProgress> &downloadProgress() const { return m_downloadProgress; }
-    bool isDownloadPaused() const { return m_downloadPaused; }
+    const std::optional<DownloadProgress> &downloadProgress() const {
+        return m_downloadProgress;
+    }
+    bool isDownloadPaused() const {
+        return m_downloadPaused;
+    }
 
     /// The model that is being downloaded or run, and the one whose download was begun last.
-    std::optional<ModelTier> activeTier() const override { return m_activeTier; }
-    const std::optional<ModelTier> &pendingTier() const { return m_pendingTier; }
+    std::optional<ModelTier> activeTier() const override {
+        return m_activeTier;
+    }
+    const std::optional<ModelTier> &pendingTier() const {
+        return m_pendingTier;
+    }
 
     /// True while the reason for the model's size is shown.
-    bool showsWhySize() const { return m_showWhySize; }
+    bool showsWhySize() const {
+        return m_showWhySize;
+    }
 
     /// True if the program runs from a place where it won't stay.
-    bool needsMoveToApplications() const { return m_needsMoveToApplications; }
+    bool needsMoveToApplications() const {
+        return m_needsMoveToApplications;
+    }
 
     /// Why a lighter model was chosen than the machine could carry; nothing if none was.
-    const std::optional<QString> &diskNote() const { return m_diskNote; }
+    const std::optional<QString> &diskNote() const {
+        return m_diskNote;
+    }
 
-    QString memory() const override { return m_memory; }
-    std::optional<QUrl> engineURL() const override { return m_engine.baseURL(); }
-    QString engineKey() const override { return m_engine.apiKey(); }
+    QString memory() const override {
+        return m_memory;
+    }
+    std::optional<QUrl> engineURL() const override {
+        return m_engine.baseURL();
+    }
+    QString engineKey() const override {
+        return m_engine.apiKey();
+    }
 
-    EngineManager &engine() { return m_engine; }
-    ChatController &chat() { return m_chat; }
+    EngineManager &engine() {
+        return m_engine;
+    }
+    ChatController &chat() {
+        return m_chat;
+    }
 
     /// Prepares folders, memory and settings, ends a server that an earlier run left behind, fetches the
     /// catalog, measures the machine, and goes on to the welcome screen or to the model. Returns at once;
@@ -129,7 +173,9 @@ private:
     /// Sets a published field and tells of it, if it changes.
     template<typename T>
     void publish(T &field, const T &value, Change changed);
-    void setPhase(const AppPhase &phase) { publish(m_phase, phase, &AppState::phaseChanged); }
+    void setPhase(const AppPhase &phase) {
+        publish(m_phase, phase, &AppState::phaseChanged);
+    }
     void setActiveTier(const std::optional<ModelTier> &tier);
     void takeProgress(const DownloadProgress &progress);
     void resumeDownload();
@@ -155,6 +201,9 @@ private:
     std::optional<QString> m_diskNote;
     QString m_memory;
 
+#ifndef Q_MOC_RUN
+    const Machine m_machine;
+#endif
     EngineProcessBox &m_box;
     EngineManager m_engine;
     ModelDownloader m_downloader;
@@ -162,8 +211,16 @@ private:
 
     bool m_didBootstrap = false;
     std::optional<ModelTier> m_pendingTier;
-    std::unique_ptr<KeepAwake> m_keepAwake;
+    std::shared_ptr<void> m_keepAwake;
     TaskHandle m_bootstrapTask;
     TaskHandle m_resolveTask;
     TaskHandle m_downloadTask;
 };
+
+template<typename T>
+void AppState::publish(T &field, const T &value, Change changed) {
+    if (field == value)
+        return;
+    field = value;
+    Q_EMIT(this->*changed)();
+}

@@ -5,7 +5,6 @@
 #include "core/TierChoice.h"
 #include "engine/DownloadError.h"
 #include "platform/FileManager.h"
-#include "platform/KeepAwake.h"
 #include "records/Folders.h"
 
 #include <QDir>
@@ -115,7 +114,7 @@ void AppState::beginDownload(const ModelTier &tier) {
     setActiveTier(tier);
     publish(m_downloadPaused, false, &AppState::downloadPausedChanged);
     setPhase(phase::Downloading{});
-    m_keepAwake = std::make_unique<KeepAwake>(u"Downloading Ostrelin model"_s);
+    m_keepAwake = m_machine.keepAwake(u"Downloading Ostrelin model"_s);
     m_downloadTask.start([this, tier](std::stop_token stop) { return provide(tier, stop); });
 }
 

@@ -1,63 +1,185 @@
-#include "core/AppState.h"
-
-#include "engine/EngineProcessBox.h"
-#include "platform/AtomicFile.h"
+#include "core/AppStateFixture.h"
 #include "platform/ChildProcess.h"
 #include "platform/LoopbackPort.h"
-#include "platform/Processes.h"
 #include "records/ChatStore.h"
-#include "records/Folders.h"
 #include "records/Memory.h"
-#include "support/Await.h"
-#include "support/EnvironmentVariable.h"
-#include "support/ManualClock.h"
-#include "support/TemporaryApplicationFolder.h"
-
-#include <QDir>
-#include <QFile>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-class App : public ::testing::Test {
-protected:
-    App() { app = std::make_unique<AppState>(box, clock); }
-    ~App() override { box.terminate(); }
-
-    bool isReady() const { return std::holds_alternative<phase::Ready>(app->phase()); }
-
-    void bootstrap() {
-        app->bootstrap();
-        EXPECT_TRUE(eventually([this] {
-            clock.advance(std::chrono::milliseconds(500));
-            return isReady() || std::holds_alternative<phase::Error>(app->phase());
-        }));
-    }
-
-    QByteArray recordedModel() const { return readFile(record)->split('\n').at(1); }
-    QByteArray recordedContext() const { return readFile(record)->split('\n').at(9); }
-
-    TemporaryApplicationFolder folder;
-    QString record = folder.dataHome() + u"/record"_s;
-    EnvironmentVariable recording{"FAKE_SERVER_RECORD", record.toLocal8Bit()};
-    EnvironmentVariable server{"OSTRELIN_LLAMA_SERVER", FAKE_SERVER_PATH};
-    EnvironmentVariable behaviour{"FAKE_SERVER", "ready"};
-    ManualClock clock;
-    EngineProcessBox box;
-    std::unique_ptr<AppState> app;
-};
+const QByteArray modelBytes = "the weights of a model";
 
 } // namespace
 
-TEST_F(App, aColdStartGoesThroughItsPhasesToAReadyChat) {
-    QStringList phases;
-    QObject::connect(app.get(), &AppState::phaseChanged, app.get(),
-                     [&] { phases.append(QString::number(app->phase().index())); });
-    EXPECT_TRUE(std::holds_alternative<phase::Checking>(app->phase()));
-    bootstrap();
-    EXPECT_TRUE(isReady());
-    EXPECT_EQ(phases.size(), 2) << "starting, ready";
+class AppStateTest : public AppStateFixture {
+protected:
+    const ModelTier small = tier(u"small"_s, modelBytes);
+
+    static QString message(const AppPhase &phase) { return std::get<phase::Error>(phase).message; }
+    static QString reason(const AppPhase &phase) { return std::get<phase::Unsupported>(phase).reason; }
+};
+
+TEST_F(AppStateTest, itBeginsByChecking) {
+    EXPECT_EQ(app->phase(), AppPhase(phase::Checking{}));
+    EXPECT_EQ(app->settings(), Settings());
+    EXPECT_EQ(app->catalog(), Catalog());
+    EXPECT_EQ(app->report(), MachineReport());
+    EXPECT_FALSE(app->downloadProgress());
+    EXPECT_FALSE(app->isDownloadPaused());
+    EXPECT_FALSE(app->activeTier());
+    EXPECT_FALSE(app->showsWhySize());
+    EXPECT_FALSE(app->needsMoveToApplications());
+    EXPECT_FALSE(app->diskNote());
+    EXPECT_EQ(app->memory(), QString());
+}
+
+TEST_F(AppStateTest, aFolderThatCannotBeMadeIsAnError) {
+    writeAtomically(folder.dataHome() + u"/Ostrelin"_s, "in the way");
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Error>());
+    EXPECT_EQ(app->phase(), AppPhase(phase::Error{u"Ostrelin couldn't create its folder."_s, false}));
+    EXPECT_TRUE(network.requests().isEmpty());
+}
+
+TEST_F(AppStateTest, aMachineOfAnotherKindIsNotSupported) {
+    machine.isAppleSilicon = false;
+    serveCatalog({small});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Unsupported>());
+    EXPECT_EQ(reason(app->phase()), u"Ostrelin runs on Apple Silicon Macs with 8 GB of memory or more."_s);
+}
+
+TEST_F(AppStateTest, aTranslatedProgramIsNotSupported) {
+    machine.isRosetta = true;
+    serveCatalog({small});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Unsupported>());
+    EXPECT_EQ(reason(app->phase()), u"Ostrelin runs on Apple Silicon Macs with 8 GB of memory or more."_s);
+}
+
+TEST_F(AppStateTest, withoutAnyCatalogThereIsAnError) {
+    // This test program has no catalog of its own beside it.
+    network.answer(Script(500));
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Error>());
+    EXPECT_EQ(app->phase(), AppPhase(phase::Error{u"Ostrelin couldn't read its model list."_s, false}));
+}
+
+TEST_F(AppStateTest, theFirstStartLeadsToTheWelcome) {
+    serveCatalog({small});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Welcome>());
+    EXPECT_EQ(phases, QStringList{u"welcome"_s});
+    EXPECT_EQ(app->catalog().tiers, QList{small});
+    EXPECT_EQ(app->report(), machine);
+    EXPECT_TRUE(QDir(pagesFolder()).exists());
+    EXPECT_FALSE(QFile::exists(settingsFile()));
+}
+
+TEST_F(AppStateTest, theWelcomeEndsWithASavedSettingAndGoesOnToTheModel) {
+    serveCatalog({small});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Welcome>());
+    network.answer(Script(200).raw(modelBytes));
+    app->finishWelcome();
+    EXPECT_TRUE(loadSettings().didFinishWelcome);
+    ASSERT_TRUE(reaches<phase::Ready>());
+    EXPECT_EQ(phases, (QStringList{u"welcome"_s, u"downloading"_s, u"starting"_s, u"ready"_s}));
+}
+
+TEST_F(AppStateTest, whereNoModelFitsThatIsTold) {
+    seenWelcome();
+    machine.gpuBudget = 0;
+    serveCatalog({small});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Unsupported>());
+    EXPECT_EQ(reason(app->phase()),
+              u"Ostrelin needs more free space, or an Apple Silicon Mac with 8 GB of memory or more."_s);
+}
+
+TEST_F(AppStateTest, anInstalledModelRunsAsTheCatalogDescribesIt) {
+    hasModel(small);
+    serveCatalog({small});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Ready>());
+    EXPECT_EQ(phases, (QStringList{u"starting"_s, u"ready"_s}));
+    EXPECT_EQ(app->activeTier(), small);
+    EXPECT_EQ(recordedModel(), (modelsFolder() + u"/small.gguf"_s).toLocal8Bit());
+    EXPECT_EQ(recordedContext(), "4096");
+    EXPECT_FALSE(app->chat().upgradeBanner());
+}
+
+TEST_F(AppStateTest, aModelThatLeftTheCatalogRunsAsItWasInstalled) {
+    hasModel(tier(u"gone"_s, modelBytes));
+    serveCatalog({small});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Ready>());
+    const ModelTier active = app->activeTier().value();
+    EXPECT_EQ(active.id, u"gone"_s);
+    EXPECT_EQ(active.displayName, u"GONE"_s);
+    EXPECT_TRUE(active.sha256.isEmpty());
+    EXPECT_EQ(active.requiredGPUBytes, 0);
+    EXPECT_EQ(active.minRAMBytes, 0);
+    EXPECT_FALSE(active.mirrorURL);
+    EXPECT_FALSE(active.gpuBytesProvisional);
+    EXPECT_EQ(active.url, QUrl::fromLocalFile(modelsFolder() + u"/gone.gguf"_s));
+    EXPECT_EQ(active.contextLength, 4096);
+    EXPECT_FALSE(app->chat().upgradeBanner());
+}
+
+TEST_F(AppStateTest, anInstalledModelWhoseFileIsGoneIsDownloadedWithoutAWord) {
+    hasModel(tier(u"gone"_s, modelBytes));
+    QFile::remove(modelsFolder() + u"/gone.gguf"_s);
+    EXPECT_FALSE(app->installedModelURL());
+    serveCatalog({small});
+    network.answer(Script(200).raw(modelBytes));
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Downloading>());
+    EXPECT_EQ(app->settings().installed->tierId, u"gone"_s);
+    ASSERT_TRUE(reaches<phase::Ready>());
+    EXPECT_EQ(app->settings().installed->tierId, u"small"_s);
+}
+
+TEST_F(AppStateTest, theModelThatIsNamedBeatsEveryOtherAndLeavesTheSettingsAlone) {
+    hasModel(small);
+    const QString mine = folder.dataHome() + u"/mine.gguf"_s;
+    writeAtomically(mine, "x");
+    const EnvironmentVariable named("OSTRELIN_MODEL_PATH", mine.toLocal8Bit());
+    serveCatalog({small, tier(u"last"_s, modelBytes)});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Ready>());
+    EXPECT_EQ(recordedModel(), mine.toLocal8Bit());
+    EXPECT_EQ(app->activeTier()->id, u"last"_s);
+    EXPECT_EQ(app->settings().installed->tierId, u"small"_s);
+}
+
+TEST_F(AppStateTest, aNamedModelRunsAsTheForcedTier) {
+    seenWelcome();
+    const QString mine = folder.dataHome() + u"/mine.gguf"_s;
+    writeAtomically(mine, "x");
+    const EnvironmentVariable named("OSTRELIN_MODEL_PATH", mine.toLocal8Bit());
+    const EnvironmentVariable forced("OSTRELIN_TIER", "sma");
+    serveCatalog({small, tier(u"last"_s, modelBytes)});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Ready>());
+    EXPECT_EQ(app->activeTier()->id, u"small"_s);
+}
+
+TEST_F(AppStateTest, aNamedModelThatIsMissingIsNoMatter) {
+    hasModel(small);
+    const EnvironmentVariable named("OSTRELIN_MODEL_PATH", "/nowhere.gguf");
+    serveCatalog({small});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Ready>());
+    EXPECT_TRUE(recordedModel().endsWith("/small.gguf"));
+}
+
+TEST_F(AppStateTest, aReadyProgramHasAChatAndTheListOfAll) {
+    hasModel(small);
+    serveCatalog({small});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Ready>());
     ASSERT_TRUE(app->chat().conversation());
     EXPECT_EQ(app->chat().summaries().size(), 1);
     EXPECT_EQ(ChatStore().load(app->chat().conversation()->id), *app->chat().conversation());
@@ -65,98 +187,82 @@ TEST_F(App, aColdStartGoesThroughItsPhasesToAReadyChat) {
     EXPECT_EQ(app->engineKey().size(), 64);
 }
 
-TEST_F(App, withNothingInstalledTheDemoModelRuns) {
-    bootstrap();
-    EXPECT_TRUE(recordedModel().endsWith("/demo/sprout.gguf"));
-}
-
-TEST_F(App, theModelThatIsNamedBeatsEveryOther) {
-    const QString model = folder.dataHome() + u"/mine.gguf"_s;
-    writeAtomically(model, "x");
-    const EnvironmentVariable named("OSTRELIN_MODEL_PATH", model.toLocal8Bit());
-    bootstrap();
-    EXPECT_EQ(recordedModel(), model.toLocal8Bit());
-}
-
-TEST_F(App, aNamedModelThatIsMissingIsNoMatter) {
-    const EnvironmentVariable named("OSTRELIN_MODEL_PATH", "/nowhere.gguf");
-    bootstrap();
-    EXPECT_TRUE(recordedModel().endsWith("/demo/sprout.gguf"));
-}
-
-TEST_F(App, anInstalledModelRunsWithItsOwnSettings) {
-    ensureFolders();
-    writeAtomically(modelsFolder() + u"/big.gguf"_s, "x");
-    Settings settings;
-    settings.installed = InstalledModel{
-        .tierId = u"big"_s,
-        .displayName = u"Big"_s,
-        .filename = u"big.gguf"_s,
-        .contextLength = 16384,
-        .sampling = {.temperature = 0.7, .topP = 0.8, .topK = 20, .minP = 0, .presencePenalty = 1.5},
-        .thinkingSampling = {},
-        .supportsTools = true,
-        .license = u"MIT"_s,
-        .sizeBytes = 1};
-    saveSettings(settings);
-    bootstrap();
-    EXPECT_EQ(recordedModel(), (modelsFolder() + u"/big.gguf"_s).toLocal8Bit());
-    EXPECT_EQ(recordedContext(), "16384");
-    EXPECT_EQ(app->activeTier()->id, u"big"_s);
-    EXPECT_EQ(app->activeTier()->requiredGPUBytes, 0);
-    EXPECT_TRUE(app->activeTier()->sha256.isEmpty());
-    EXPECT_EQ(app->settings(), settings);
-}
-
-TEST_F(App, anInstalledModelWhoseFileIsGoneIsNoMatter) {
-    ensureFolders();
-    Settings settings;
-    settings.installed = InstalledModel();
-    settings.installed->filename = u"gone.gguf"_s;
-    saveSettings(settings);
-    bootstrap();
-    EXPECT_TRUE(recordedModel().endsWith("/demo/sprout.gguf"));
-}
-
-TEST_F(App, memoryAndSettingsAreRead) {
-    writeMemory(u"- likes tea"_s);
-    Settings settings;
-    settings.theme = Theme::pink;
-    saveSettings(settings);
-    bootstrap();
-    EXPECT_EQ(app->memory(), u"- likes tea"_s);
-    EXPECT_EQ(app->settings().theme, Theme::pink);
-}
-
-TEST_F(App, aFolderThatCannotBeMadeIsAnError) {
-    writeAtomically(folder.dataHome() + u"/Ostrelin"_s, "in the way");
-    bootstrap();
-    EXPECT_EQ(app->phase(), AppPhase(phase::Error{u"Ostrelin couldn't create its folder."_s, false}));
-}
-
-TEST_F(App, anEngineThatCannotStartIsAnErrorInItsOwnWordsAndCanBeTriedAgain) {
+TEST_F(AppStateTest, anEngineThatCannotStartIsAnErrorInItsOwnWordsAndCanBeTriedAgain) {
     qputenv("FAKE_SERVER", "exit no such model");
-    bootstrap();
+    hasModel(small);
+    serveCatalog({small});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Error>());
     EXPECT_EQ(app->phase(), AppPhase(phase::Error{u"no such model\nno such model"_s, false}));
     qputenv("FAKE_SERVER", "ready");
     app->resolveModel();
-    EXPECT_TRUE(eventually([&] {
-        clock.advance(std::chrono::milliseconds(500));
-        return isReady();
-    }));
+    EXPECT_TRUE(reaches<phase::Ready>());
 }
 
-TEST_F(App, aSecondBootstrapDoesNothing) {
-    bootstrap();
+TEST_F(AppStateTest, anEngineThatCannotStartMayDoBetterWithALighterModel) {
+    qputenv("FAKE_SERVER", "exit too large");
+    const ModelTier light = tier(u"light"_s, modelBytes);
+    hasModel(small);
+    serveCatalog({small, light});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Error>());
+    EXPECT_TRUE(std::get<phase::Error>(app->phase()).canTryLighter);
+    qputenv("FAKE_SERVER", "ready");
+    network.answer(Script(200).raw(modelBytes));
+    app->tryLighter();
+    ASSERT_TRUE(isIn<phase::Downloading>(app->phase()));
+    ASSERT_TRUE(reaches<phase::Ready>());
+    EXPECT_EQ(app->activeTier(), light);
+    app->tryLighter();
+    EXPECT_TRUE(isIn<phase::Ready>(app->phase())) << "the lightest has none below it";
+}
+
+TEST_F(AppStateTest, withoutAModelThereIsNoLighterOne) {
+    app->tryLighter();
+    EXPECT_TRUE(isIn<phase::Checking>(app->phase()));
+}
+
+TEST_F(AppStateTest, aSecondBootstrapDoesNothing) {
+    hasModel(small);
+    serveCatalog({small});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Ready>());
     const QByteArray first = *readFile(enginePidFile());
     app->bootstrap();
     letPass(50);
     EXPECT_EQ(readFile(enginePidFile()), first);
-    EXPECT_TRUE(isReady());
+    EXPECT_EQ(network.requests().size(), 1);
+    EXPECT_EQ(phases, (QStringList{u"starting"_s, u"ready"_s}));
 }
 
-TEST_F(App, aServerLeftBehindIsEndedFirst) {
+TEST_F(AppStateTest, memoryAndSettingsAreRead) {
+    seenWelcome();
+    writeMemory(u"- likes tea"_s);
+    Settings settings = loadSettings();
+    settings.theme = Theme::pink;
+    saveSettings(settings);
+    machine.gpuBudget = 0;
+    serveCatalog({small});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Unsupported>());
+    EXPECT_EQ(app->memory(), u"- likes tea"_s);
+    EXPECT_EQ(app->settings().theme, Theme::pink);
+}
+
+TEST_F(AppStateTest, changedSettingsAreToldOfAndWritten) {
     ensureFolders();
+    int changes = 0;
+    QObject::connect(app.get(), &AppState::settingsChanged, app.get(), [&] { ++changes; });
+    Settings settings;
+    settings.theme = Theme::nearBlack;
+    app->saveSettings(settings);
+    app->saveSettings(settings);
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(loadSettings(), settings);
+}
+
+TEST_F(AppStateTest, aServerLeftBehindIsEndedFirst) {
+    seenWelcome();
     const ChildProcess orphan({.executable = QStringLiteral(FAKE_SERVER_PATH),
                                .arguments = {u"--port"_s, QString::number(*freeLoopbackPort())},
                                .environment = QProcessEnvironment::systemEnvironment(),
@@ -164,24 +270,89 @@ TEST_F(App, aServerLeftBehindIsEndedFirst) {
                                .onError = {},
                                .onExit = {}});
     writeAtomically(enginePidFile(), QByteArray::number(orphan.processIdentifier()));
-    bootstrap();
-    EXPECT_FALSE(orphan.isRunning());
-    EXPECT_TRUE(box.isRunning());
+    serveCatalog({small});
+    app->bootstrap();
+    EXPECT_TRUE(eventually([&] { return !orphan.isRunning(); }));
+    EXPECT_FALSE(QFile::exists(enginePidFile()));
 }
 
-TEST_F(App, shuttingDownLeavesNoServerAndNoPidFile) {
-    bootstrap();
+TEST_F(AppStateTest, aBetterModelIsOfferedAfterTheStart) {
+    hasModel(small);
+    serveCatalog({tier(u"large"_s, modelBytes), small});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Ready>());
+    EXPECT_TRUE(settles([&] { return app->chat().upgradeBanner().has_value(); }));
+    EXPECT_TRUE(app->chat().upgradeBanner()->startsWith(u"Your Mac can run a smarter version"_s));
+    network.answer(Script(200).raw(modelBytes));
+    app->acceptUpgrade();
+    EXPECT_TRUE(isIn<phase::Downloading>(app->phase()));
+    EXPECT_FALSE(app->chat().upgradeBanner());
+    EXPECT_FALSE(box.isRunning());
+    ASSERT_TRUE(reaches<phase::Ready>());
+    EXPECT_EQ(app->activeTier()->id, u"large"_s);
+    EXPECT_FALSE(QFile::exists(modelsFolder() + u"/small.gguf"_s));
+    app->acceptUpgrade();
+    EXPECT_TRUE(isIn<phase::Ready>(app->phase())) << "there is nothing better";
+}
+
+TEST_F(AppStateTest, anOfferThatIsTurnedDownIsRemembered) {
+    hasModel(small);
+    serveCatalog({tier(u"large"_s, modelBytes), small});
+    app->bootstrap();
+    ASSERT_TRUE(settles([&] { return app->chat().upgradeBanner().has_value(); }));
+    app->dismissUpgrade();
+    EXPECT_FALSE(app->chat().upgradeBanner());
+    EXPECT_EQ(loadSettings().dismissedUpgradeTierId, u"large"_s);
+    app->refreshUpgradeOffer();
+    EXPECT_FALSE(app->chat().upgradeBanner());
+}
+
+TEST_F(AppStateTest, aDeletedModelIsLookedForAnew) {
+    hasModel(small);
+    serveCatalog({small});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Ready>());
+    app->chat().setUpgradeBanner(u"old"_s);
+    network.answer(Script(200).raw(modelBytes).hold());
+    app->deleteModel();
+    EXPECT_FALSE(box.isRunning());
+    EXPECT_FALSE(loadSettings().installed);
+    EXPECT_FALSE(app->chat().upgradeBanner());
+    EXPECT_TRUE(isIn<phase::Downloading>(app->phase()));
+    EXPECT_FALSE(QFile::exists(modelsFolder() + u"/small.gguf"_s));
+    ASSERT_TRUE(eventually(
+        [&] { return QFileInfo(modelsFolder() + u"/small.gguf.partial"_s).size() == modelBytes.size(); }));
+    network.goOn();
+    EXPECT_TRUE(reaches<phase::Ready>());
+}
+
+TEST_F(AppStateTest, shuttingDownLeavesNoServerAndNoPidFile) {
+    hasModel(small);
+    serveCatalog({small});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Ready>());
     app->shutDown();
     EXPECT_FALSE(box.isRunning());
     EXPECT_FALSE(QFile::exists(enginePidFile()));
 }
 
-TEST_F(App, shuttingDownDuringTheStartLeavesNoServer) {
+TEST_F(AppStateTest, shuttingDownDuringTheStartLeavesNoServer) {
     qputenv("FAKE_SERVER", "loading 1000");
+    hasModel(small);
+    serveCatalog({small});
     app->bootstrap();
     ASSERT_TRUE(eventually([&] { return box.isRunning(); }));
     app->shutDown();
     app.reset();
     letPass(50);
     EXPECT_FALSE(box.isRunning());
+}
+
+TEST_F(AppStateTest, theProgramMayEndWhileTheCatalogIsOnItsWay) {
+    network.answer(Script::silence());
+    app->bootstrap();
+    letPass(20);
+    app->shutDown();
+    app.reset();
+    EXPECT_TRUE(eventually([&] { return network.openConnections() == 0; }));
 }

@@ -7,12 +7,32 @@
 #include <QThread>
 #include <QTimer>
 
+#include <sys/socket.h>
+
 struct ScriptedEngine::Connection {
     QTcpSocket *socket = nullptr;
     QByteArray received;
     Script script;
     qsizetype next = 0;
+
+    /// Bytes of the body as they go out.
+    QByteArray frame(const QByteArray &bytes) const {
+        if (script.body == Script::Body::plain)
+            return bytes;
+        return QByteArray::number(bytes.size(), 16) + "\r\n" + bytes + "\r\n";
+    }
 };
+
+namespace {
+
+/// Closes the connection as a machine does that has lost its memory of it.
+void reset(QTcpSocket &socket) {
+    const linger atOnce{.l_onoff = 1, .l_linger = 0};
+    ::setsockopt(static_cast<int>(socket.socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+    socket.abort();
+}
+
+} // namespace
 
 QJsonObject ScriptedEngine::Request::json() const {
     return QJsonDocument::fromJson(body).object();
@@ -48,6 +68,11 @@ QUrl ScriptedEngine::url() const {
 void ScriptedEngine::answer(const Script &script) {
     const std::lock_guard lock(m_lock);
     m_scripts.push_back(script);
+}
+
+void ScriptedEngine::answerEach(std::function<Script(const Request &)> write) {
+    const std::lock_guard lock(m_lock);
+    m_write = std::move(write);
 }
 
 void ScriptedEngine::goOn() {
@@ -103,9 +128,11 @@ void ScriptedEngine::read(const std::shared_ptr<Connection> &connection) {
     {
         const std::lock_guard lock(m_lock);
         m_requests.append(request);
-        connection->script = m_scripts.empty() ? Script(404) : m_scripts.front();
-        if (m_scripts.size() > 1)
+        if (!m_scripts.empty()) {
+            m_present = m_scripts.front();
             m_scripts.pop_front();
+        }
+        connection->script = m_present;
     }
     connection->next = 0;
     begin(connection);
@@ -121,16 +148,20 @@ void ScriptedEngine::begin(const std::shared_ptr<Connection> &connection) {
     case Script::Begin::withHead:
         break;
     }
-    connection->socket->write("HTTP/1.1 " + QByteArray::number(connection->script.status) +
-                              " Scripted\r\nContent-Type: text/event-stream\r\n"
-                              "Transfer-Encoding: chunked\r\n\r\n");
+    const Script &script = connection->script;
+    QByteArray head = "HTTP/1.1 " + QByteArray::number(script.status) + " Scripted\r\n";
+    if (script.body == Script::Body::chunked)
+        head += "Content-Type: text/event-stream\r\nTransfer-Encoding: chunked\r\n";
+    for (const auto &[name, value] : script.headers)
+        head += name + ": " + value + "\r\n";
+    connection->socket->write(head + "\r\n");
     step(connection);
 }
 
 void ScriptedEngine::step(const std::shared_ptr<Connection> &connection) {
     while (connection->socket && connection->next < connection->script.steps.size()) {
         const Script::Step step = connection->script.steps.at(connection->next++);
-        const QByteArray chunk = QByteArray::number(step.bytes.size(), 16) + "\r\n" + step.bytes + "\r\n";
+        const QByteArray chunk = connection->frame(step.bytes);
         switch (step.kind) {
         case Script::Step::Kind::bytes:
             connection->socket->write(chunk);
@@ -146,13 +177,19 @@ void ScriptedEngine::step(const std::shared_ptr<Connection> &connection) {
             connection->socket->flush();
             connection->socket->disconnectFromHost();
             return;
+        case Script::Step::Kind::reset:
+            connection->socket->flush();
+            reset(*connection->socket);
+            return;
         case Script::Step::Kind::repeat:
             repeat(connection, chunk);
             return;
         }
     }
-    if (connection->socket)
+    if (connection->socket && connection->script.body == Script::Body::chunked)
         connection->socket->write("0\r\n\r\n");
+    else if (connection->socket)
+        connection->socket->disconnectFromHost();
 }
 
 void ScriptedEngine::repeat(const std::shared_ptr<Connection> &connection, const QByteArray &chunk) {

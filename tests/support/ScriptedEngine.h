@@ -7,6 +7,7 @@
 #include <QUrl>
 
 #include <deque>
+#include <functional>
 #include <future>
 #include <memory>
 #include <mutex>
@@ -17,7 +18,7 @@ class QTcpSocket;
 
 /// An inference server that says what it is told: real HTTP on a real socket, on a thread of its own.
 /// Requests are answered by the scripts in the order in which both came; the last script answers all
-/// further ones. Any thread.
+/// further ones, until there is another. Any thread.
 class ScriptedEngine {
 public:
     struct Request {
@@ -38,6 +39,9 @@ public:
 
     void answer(const Script &script);
 
+    /// From now on `write` writes the script for each request, on the server's thread.
+    void answerEach(std::function<Script(const Request &)> write);
+
     /// Lets every answer that holds go on.
     void goOn();
 
@@ -50,6 +54,7 @@ public:
 private:
     struct Connection;
 
+    Script scriptFor(const Request &request);
     void accept();
     void read(const std::shared_ptr<Connection> &connection);
     void begin(const std::shared_ptr<Connection> &connection);
@@ -66,6 +71,8 @@ private:
 
     mutable std::mutex m_lock;
     std::deque<Script> m_scripts;
+    std::function<Script(const Request &)> m_write;
+    Script m_present{404};
     QList<Request> m_requests;
     int m_open = 0;
 
