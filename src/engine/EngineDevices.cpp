@@ -17,11 +17,14 @@ namespace {
 
 constexpr quint64 mebibyte = 1'048'576;
 constexpr qsizetype longestList = 65'536; ///< bytes; a list of a hundred devices has a tenth of it
+constexpr qsizetype longestLine = 1024;
 
 /// The bytes of the device that a line tells of; 0 if it tells of none, or of more than there can be.
 quint64 deviceMemory(const QByteArray &line) {
     // A description may have parentheses too: the memory is in the last ones.
     static const QRegularExpression device(u"^  \\S.*: .*\\((\\d+) MiB, \\d+ MiB free\\)\\s*$"_s);
+    if (line.size() > longestLine)
+        return 0;
     const QRegularExpressionMatch match = device.match(QString::fromUtf8(line));
     bool fits = false;
     const quint64 mebibytes = match.captured(1).toULongLong(&fits);

@@ -5,6 +5,8 @@
 
 #include <memory>
 
+class InstancePlace;
+
 /// Makes the interactive program the only one in a person's session. Main thread only.
 ///
 /// On a desktop the first one owns a name on the session bus and can be activated there by whoever wants
@@ -19,7 +21,7 @@ public:
     ~SingleInstance() override;
 
     /// True if this process is the first, or if the system offers no way to find out. False if another one
-    /// runs: it has been asked to show itself, and this one should end. Waits at most three seconds for one
+    /// runs: it has been asked to show itself, and this one should end. Waits at most five seconds for one
     /// that doesn't answer. Called once, with an application object.
     bool claim();
 
@@ -29,9 +31,5 @@ Q_SIGNALS:
     void activationRequested(const QString &activationToken);
 
 private:
-    class Place;
-    class BusPlace;
-    class SocketPlace;
-
-    std::unique_ptr<Place> m_place;
+    std::unique_ptr<InstancePlace> m_place;
 };

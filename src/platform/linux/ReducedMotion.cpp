@@ -1,11 +1,12 @@
 #include "platform/ReducedMotion.h"
 
+#include "platform/linux/Bus.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
-#include <QFileInfo>
 
 #include <functional>
 
@@ -22,15 +23,6 @@ constexpr auto standardGroup = "org.freedesktop.appearance"_L1;
 constexpr auto standardKey = "reduced-motion"_L1;
 constexpr auto gnomeGroup = "org.gnome.desktop.interface"_L1;
 constexpr auto gnomeKey = "enable-animations"_L1;
-
-/// True if a session bus is there to be asked. Without an address the library would start a bus of its
-/// own, and make the start wait for it.
-bool hasSessionBus() {
-    if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS"))
-        return true;
-    const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    return !folder.isEmpty() && QFileInfo::exists(folder + "/bus"_L1);
-}
 
 /// The value inside a reply, which the portal wraps twice.
 QVariant unwrapped(QVariant value) {
@@ -91,7 +83,7 @@ ReducedMotion::ReducedMotion(QObject *parent) : QObject(parent) {}
 ReducedMotion::~ReducedMotion() = default;
 
 void ReducedMotion::watch() {
-    if (!m_desktop && hasSessionBus())
+    if (!m_desktop && !sessionBusAddress().isEmpty())
         m_desktop = std::make_unique<Desktop>(this);
 }
 
