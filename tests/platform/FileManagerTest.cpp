@@ -26,12 +26,13 @@ public:
 
     explicit Manager(const QString &bus, Manner manner = Manner::shows)
         : m_manner(manner),
-          m_bus(QDBusConnection::connectToBus(bus, u"files"_s)) {
+          m_bus(QDBusConnection::connectToBus(bus, "files "_L1 + bus)) {
         EXPECT_TRUE(
             m_bus.registerObject(u"/org/freedesktop/FileManager1"_s, this, QDBusConnection::ExportAllSlots));
         EXPECT_TRUE(m_bus.registerService(u"org.freedesktop.FileManager1"_s));
     }
-    ~Manager() override { QDBusConnection::disconnectFromBus(u"files"_s); }
+    // The connection ends with its bus.
+    ~Manager() override { m_bus.unregisterObject(u"/org/freedesktop/FileManager1"_s); }
 
     QList<QStringList> shown;
 

@@ -31,7 +31,7 @@ public:
 
     explicit Login(const QString &bus, Manner manner = Manner::answers)
         : m_manner(manner),
-          m_bus(QDBusConnection::connectToBus(bus, u"login"_s)) {
+          m_bus(QDBusConnection::connectToBus(bus, "login "_L1 + bus)) {
         EXPECT_TRUE(
             m_bus.registerObject(u"/org/freedesktop/login1"_s, this, QDBusConnection::ExportAllSlots));
         EXPECT_TRUE(m_bus.registerService(u"org.freedesktop.login1"_s));
@@ -39,7 +39,8 @@ public:
     ~Login() override {
         for (const int end : m_ends)
             ::close(end);
-        QDBusConnection::disconnectFromBus(u"login"_s);
+        // The connection ends with its bus.
+        m_bus.unregisterObject(u"/org/freedesktop/login1"_s);
     }
 
     /// Sends the answers that wait.

@@ -2,8 +2,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusObjectPath>
-#include <QDBusVariant>
+#include <QVariantMap>
 
 using namespace Qt::StringLiterals;
 
@@ -65,15 +64,16 @@ TEST_F(SingleInstanceBusTest, filesAndActionsOnlyShowIt) {
 }
 
 TEST_F(SingleInstanceBusTest, aTokenOfAnyContentDoesNoHarm) {
-    const QList<QVariant> contents{
-        QString(3'000'000, u'x'),
-        QString(u'\u0007'),
-        42,
-        QStringList{u"a"_s},
-        QVariantMap{{u"a"_s, 1}},
-        QVariant::fromValue(QDBusVariant(QVariant::fromValue(QDBusVariant(u"deep"_s)))),
-        QVariant::fromValue(QDBusObjectPath(u"/a"_s)),
-        QByteArray("\0\xff", 2)};
+    const QVariantMap nested{{u"a"_s, QVariantList{QVariantMap{{u"b"_s, QVariantList{u"deep"_s}}}}}};
+    const QList<QVariant> contents{QString(3'000'000, u'x'),
+                                   QString(u'\u0007'),
+                                   42,
+                                   1.5,
+                                   true,
+                                   QStringList{u"a"_s},
+                                   QVariantList{1, u"x"_s},
+                                   nested,
+                                   QByteArray("\0\xff", 2)};
     for (const QVariant &content : contents)
         EXPECT_TRUE(caller.call(u"Activate"_s, {withToken(content)})) << content.typeName();
     EXPECT_TRUE(eventually([&] { return first->lines().size() == 1 + contents.size(); }));

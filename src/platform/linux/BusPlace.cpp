@@ -97,6 +97,8 @@ BusPlace::BusPlace() {
 }
 
 BusPlace::~BusPlace() {
+    // The library ends a connection on a thread of its own, and looks at each object that is known there.
+    QDBusConnection(connectionName).unregisterObject(path);
     QDBusConnection::disconnectFromBus(connectionName);
 }
 
