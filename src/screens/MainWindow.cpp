@@ -2,6 +2,7 @@
 
 #include "core/AppState.h"
 #include "screens/ChatScreen.h"
+#include "screens/Front.h"
 #include "screens/RootView.h"
 #include "screens/Style.h"
 
@@ -27,6 +28,10 @@ MainWindow::MainWindow(AppState &app, Clock &clock) : m_app(app) {
     connect(&m_reducedMotion, &ReducedMotion::isOnChanged, this,
             [this] { m_look.setMotion(m_reducedMotion.isOn() ? Motion::reduced : Motion::full); });
     followPhase();
+}
+
+void MainWindow::comeToFront(const QString &activationToken) {
+    bringToFront(*this, activationToken);
 }
 
 void MainWindow::buildMenu() {

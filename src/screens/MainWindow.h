@@ -20,6 +20,10 @@ public:
 
     const Look &look() const { return m_look; }
 
+    /// Shows the window again where it was closed or minimised, and gives it the focus as far as the
+    /// desktop lets it; `activationToken` as for bringToFront().
+    void comeToFront(const QString &activationToken = {});
+
 private:
     void buildMenu();
     void takeLook();

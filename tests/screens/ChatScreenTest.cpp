@@ -165,7 +165,7 @@ TEST_F(ChatScreenTest, theBannersButtonStartsTheEngineAnew) {
     QSignalSpy phases(&app, &AppState::phaseChanged);
     click(buttonNamed(screen, u"Try again"_s));
     EXPECT_EQ(phases.count(), 2);
-    EXPECT_TRUE(std::holds_alternative<phase::Ready>(app.phase()));
+    EXPECT_TRUE(isIn<phase::Ready>(app.phase()));
 }
 
 TEST_F(ChatScreenTest, pageKeysInTheComposerMoveTheMessages) {

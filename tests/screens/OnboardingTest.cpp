@@ -7,6 +7,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
@@ -85,9 +86,12 @@ TEST_F(OnboardingViewTest, anErrorStandsAsItIsWithTwoButtons) {
 }
 
 TEST_F(OnboardingViewTest, tryAgainLooksForAModelAnew) {
+    start();
     show(phase::Error{u"x"_s, false});
+    QSignalSpy phases(&app, &AppState::phaseChanged);
     click(buttonNamed(view, u"Try again"_s));
-    EXPECT_TRUE(eventually([this] { return std::holds_alternative<phase::Ready>(app.phase()); }));
+    ASSERT_TRUE(reaches<phase::Ready>());
+    EXPECT_EQ(phases.count(), 2);
 }
 
 TEST_F(OnboardingViewTest, theDiagnosticInfoIsTheEnginesLog) {

@@ -17,7 +17,7 @@ namespace {
 
 class RootViewTest : public AppFixture {
 protected:
-    bool isReady() const { return std::holds_alternative<phase::Ready>(app.phase()); }
+    bool isReady() const { return isIn<phase::Ready>(app.phase()); }
 };
 
 } // namespace
@@ -42,7 +42,7 @@ TEST_F(RootViewTest, withoutAnEngineTheErrorStandsAndMayBeTriedAgain) {
     StillLook look;
     RootView root(app, look, clock);
     root.show();
-    ASSERT_TRUE(eventually([this] { return std::holds_alternative<phase::Error>(app.phase()); }));
+    ASSERT_TRUE(eventually([this] { return isIn<phase::Error>(app.phase()); }));
     EXPECT_TRUE(root.findChild<OnboardingView *>()->isVisible());
     const EnvironmentVariable addressAgain("OSTRELIN_ENGINE_URL", engine.url().toString().toUtf8());
     click(buttonNamed(root, u"Try again"_s));
@@ -55,6 +55,26 @@ TEST_F(RootViewTest, theWindowHasItsSizes) {
     EXPECT_EQ(window.size(), QSize(1040, 760));
     EXPECT_EQ(window.centralWidget()->minimumSize(), QSize(760, 520));
     EXPECT_EQ(window.windowTitle(), u"Ostrelin"_s);
+}
+
+TEST_F(RootViewTest, theWindowComesToTheFrontAgain) {
+    MainWindow window(app, clock);
+    present(window);
+    window.close();
+    EXPECT_FALSE(window.isVisible());
+    window.comeToFront();
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    window.showMinimized();
+    window.comeToFront();
+    EXPECT_FALSE(window.isMinimized());
+}
+
+TEST_F(RootViewTest, theDesktopsTokenIsThereForTheActivation) {
+    const EnvironmentVariable noToken("XDG_ACTIVATION_TOKEN", "");
+    MainWindow window(app, clock);
+    window.comeToFront(u"the token"_s);
+    EXPECT_EQ(qgetenv("XDG_ACTIVATION_TOKEN"), "the token");
 }
 
 TEST_F(RootViewTest, controlNStartsANewChatOnceThereIsAChat) {
@@ -83,6 +103,6 @@ TEST_F(RootViewTest, theFirstPictureHasThePersonsOwnColors) {
 }
 
 TEST_F(RootViewTest, menusAndScrollBarsAreDrawnInTheHousesStyle) {
-    HouseStyle house;
-    EXPECT_EQ(house.pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, nullptr), style::scrollBar);
+    HouseStyle houseStyle;
+    EXPECT_EQ(houseStyle.pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, nullptr), style::scrollBar);
 }
