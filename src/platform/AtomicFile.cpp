@@ -109,6 +109,13 @@ void writeAtomically(const QString &path, const QByteArray &bytes) {
     flushFolder(folder);
 }
 
+void moveIntoPlace(const QString &from, const QString &to) {
+    if (::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
+        throw FileError('"' + QFileInfo(to).fileName().toStdString() +
+                        "\" could not be saved: " + std::strerror(errno) + '.');
+    flushFolder(QFile::encodeName(QFileInfo(to).absolutePath()));
+}
+
 void removeAbandonedFiles(const QString &folder) {
     const QDateTime hourAgo = QDateTime::currentDateTimeUtc().addSecs(-3600);
     const QStringList pattern{QString::fromLatin1(temporaryPrefix) + u"*.tmp"_s};

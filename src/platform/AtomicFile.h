@@ -21,6 +21,11 @@ public:
 /// the flush of the folder failed, the new one. Any thread.
 void writeAtomically(const QString &path, const QByteArray &bytes);
 
+/// Gives the file at `from` the name `to` in the same folder, in the place of a file that has it, and
+/// returns once the disk knows. What is in the file has to be on the disk before. Throws FileError, with a
+/// sentence that a person can read. Any thread.
+void moveIntoPlace(const QString &from, const QString &to);
+
 /// Removes what writers that were killed have left in `folder`: their temporary files, once they are an
 /// hour old. Any thread.
 void removeAbandonedFiles(const QString &folder);

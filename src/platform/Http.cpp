@@ -3,6 +3,45 @@
 #include "platform/Channel.h"
 #include "platform/HttpThread.h"
 
+namespace {
+
+const char *sentence(HttpError::Reason reason) {
+    switch (reason) {
+    case HttpError::Reason::notConnected:
+        return "The Internet connection appears to be offline.";
+    case HttpError::Reason::lost:
+        return "The network connection was lost.";
+    case HttpError::Reason::timedOut:
+        return "The request timed out.";
+    case HttpError::Reason::unreachable:
+        return "Could not connect to the server.";
+    case HttpError::Reason::unknownHost:
+        return "A server with the specified hostname could not be found.";
+    case HttpError::Reason::insecure:
+        return "A secure connection to the server could not be made.";
+    case HttpError::Reason::badAddress:
+        return "The address is not supported.";
+    case HttpError::Reason::tooManyRedirects:
+        return "The server redirected the request too many times.";
+    case HttpError::Reason::badAnswer:
+        return "The server's answer could not be understood.";
+    case HttpError::Reason::tooLong:
+        return "The answer is too long.";
+    case HttpError::Reason::other:
+        break;
+    }
+    return "The request failed.";
+}
+
+} // namespace
+
+HttpError::HttpError(Reason reason) : std::runtime_error(sentence(reason)), m_reason(reason) {}
+
+bool isLoopback(const QString &host) {
+    return host == QLatin1String("localhost") || host == QLatin1String("::1") ||
+           host.startsWith(QLatin1String("127."));
+}
+
 HttpExchange::HttpExchange(HttpRequest request, std::shared_ptr<HttpReceiver> receiver)
     : m_id(HttpThread::shared().start(std::move(request), std::move(receiver))) {}
 
@@ -16,6 +55,11 @@ HttpExchange &HttpExchange::operator=(HttpExchange &&other) noexcept {
         m_id = std::exchange(other.m_id, 0);
     }
     return *this;
+}
+
+void HttpExchange::goOn() {
+    if (m_id != 0)
+        HttpThread::shared().goOn(m_id);
 }
 
 void HttpExchange::abort() {
@@ -47,7 +91,7 @@ public:
         m_response.body += piece;
         if (m_response.body.size() <= m_longestBody)
             return Next::goOn;
-        end(HttpError(HttpError::Reason::tooLong, "The answer is too long."));
+        end(HttpError(HttpError::Reason::tooLong));
         return Next::hangUp;
     }
 

@@ -17,6 +17,10 @@
 /// never reached through a proxy; a request is sent once, also when the server hangs up on it.
 
 struct HttpRequest {
+    /// What becomes of an answer that sends the reader elsewhere. A request that follows takes its headers
+    /// along, up to twenty times; it leaves http and https never, and https not even for http.
+    enum class Redirects { areAnswers, areFollowed };
+
     QByteArray method = "GET";
     QUrl url;
     QList<std::pair<QByteArray, QByteArray>> headers;
@@ -25,16 +29,28 @@ struct HttpRequest {
     std::chrono::milliseconds idleTimeout{60'000};
     /// How long a body fetch() reads; a longer one is a failure. A stream has no such limit.
     qsizetype longestBody = 64'000'000;
+    Redirects redirects = Redirects::areAnswers;
 };
 
-/// Raised when a request or its answer doesn't get through. An answer with any status is no failure.
+/// Raised when a request or its answer doesn't get through, with a sentence that a person can read. An
+/// answer with any status is no failure.
 class HttpError : public std::runtime_error {
 public:
-    enum class Reason { connection, timedOut, tooLong };
+    enum class Reason {
+        notConnected,     ///< this machine has no way to any network
+        lost,             ///< the connection stood and broke, or nothing was answered on it
+        timedOut,         ///< nothing came for too long
+        unreachable,      ///< no connection to the server could be made
+        unknownHost,      ///< the host's name has no address
+        insecure,         ///< a secure connection to the server could not be made
+        badAddress,       ///< the address is none of http or https
+        tooManyRedirects, ///< the server sends the reader in circles
+        badAnswer,        ///< the answer isn't HTTP
+        tooLong,          ///< the body is longer than the request allows
+        other,            ///< none of these
+    };
 
-    HttpError(Reason reason, const std::string &description)
-        : std::runtime_error(description),
-          m_reason(reason) {}
+    explicit HttpError(Reason reason);
 
     Reason reason() const { return m_reason; }
 
@@ -45,14 +61,18 @@ private:
 /// Takes an answer as it arrives. All calls come from the network thread, in the order below.
 class HttpReceiver {
 public:
-    enum class Next { goOn, hangUp };
+    enum class Next {
+        goOn,
+        hold,   ///< for bytes() alone: not now; the same piece comes again after HttpExchange::goOn()
+        hangUp, ///< nothing more is called
+    };
 
     virtual ~HttpReceiver() = default;
 
-    /// The answer's head has arrived. After hangUp nothing more is called.
+    /// The answer's head has arrived; where redirects are followed, that of the last answer.
     virtual Next head(int status) = 0;
 
-    /// A piece of the body, in the sizes in which it came. After hangUp nothing more is called.
+    /// A piece of the body, in the sizes in which it came.
     virtual Next bytes(const QByteArray &piece) = 0;
 
     /// The answer is whole, or `error` tells why it never will be.
@@ -69,11 +89,18 @@ public:
     HttpExchange(HttpExchange &&other) noexcept : m_id(std::exchange(other.m_id, 0)) {}
     HttpExchange &operator=(HttpExchange &&other) noexcept;
 
+    /// Lets an answer whose receiver holds it back go on. While it is held back nothing is read from its
+    /// connection, and its time doesn't run out. Any thread.
+    void goOn();
+
 private:
     void abort();
 
     quint64 m_id = 0;
 };
+
+/// True for the names and addresses of this machine's own loopback.
+bool isLoopback(const QString &host);
 
 /// A whole answer. The body is read only with a status from 200 to 299.
 struct HttpResponse {

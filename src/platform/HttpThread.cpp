@@ -38,6 +38,17 @@ quint64 HttpThread::start(HttpRequest request, std::shared_ptr<HttpReceiver> rec
     return id;
 }
 
+void HttpThread::goOn(quint64 id) {
+    post([this, id] {
+        const auto found = m_transfers.find(id);
+        if (found == m_transfers.end())
+            return;
+        found->second->goOn();
+        if (found->second->isHungUp())
+            take(id);
+    });
+}
+
 void HttpThread::abort(quint64 id) {
     post([this, id] { take(id); });
 }
@@ -97,7 +108,7 @@ void HttpThread::endFinished() {
             continue;
         std::optional<HttpError> error;
         if (code != CURLE_OK)
-            error.emplace(HttpError::Reason::connection, transfer->describe(code));
+            error.emplace(transfer->reasonOf(code));
         transfer->receiver().end(error);
     }
 }
@@ -109,7 +120,7 @@ void HttpThread::endSilent() {
         if (present->second->deadline() > now)
             continue;
         const std::unique_ptr<HttpTransfer> transfer = take(present->first);
-        transfer->receiver().end(HttpError(HttpError::Reason::timedOut, "The request timed out."));
+        transfer->receiver().end(HttpError(HttpError::Reason::timedOut));
     }
 }
 

@@ -19,6 +19,7 @@ public:
 
     /// Any thread.
     quint64 start(HttpRequest request, std::shared_ptr<HttpReceiver> receiver);
+    void goOn(quint64 id);
     void abort(quint64 id);
 
 private:

@@ -1,19 +1,28 @@
 #include "platform/HttpTransfer.h"
 
+#include "platform/NetworkState.h"
+
+#include <cerrno>
 #include <utility>
 
 #include <curl/curl.h>
 
-static_assert(CURL_ERROR_SIZE == 256);
 static_assert(sizeof(curl_off_t) == sizeof(qint64));
 
 namespace {
 
 constexpr int firstFinalStatus = 200;
+constexpr int firstRedirect = 300;
+constexpr int firstRefusal = 400;
+constexpr long mostRedirects = 20;
 
-bool isLoopback(const QString &host) {
-    return host == QLatin1String("localhost") || host == QLatin1String("::1") ||
-           host.startsWith(QLatin1String("127."));
+/// The hosts that are never reached through a proxy: the loopback, and whom the environment names.
+QByteArray hostsWithoutProxy() {
+    QByteArray named = qgetenv("no_proxy");
+    if (named.isEmpty())
+        named = qgetenv("NO_PROXY");
+    // A star counts only where it stands alone.
+    return named.trimmed() == "*" ? "*" : "localhost,127.0.0.0/8,::1," + named;
 }
 
 } // namespace
@@ -35,15 +44,29 @@ HttpTransfer::~HttpTransfer() {
 
 void HttpTransfer::setOptions() {
     curl_easy_setopt(m_handle, CURLOPT_PRIVATE, this);
-    curl_easy_setopt(m_handle, CURLOPT_ERRORBUFFER, m_error.data());
     curl_easy_setopt(m_handle, CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(m_handle, CURLOPT_PROTOCOLS_STR, "http,https");
     // A connection of its own: on one that was kept, a request is sent again when the server hangs up.
     curl_easy_setopt(m_handle, CURLOPT_FRESH_CONNECT, 1L);
     curl_easy_setopt(m_handle, CURLOPT_FORBID_REUSE, 1L);
-    if (isLoopback(m_request.url.host()))
-        curl_easy_setopt(m_handle, CURLOPT_PROXY, "");
+    // HTTP/2 has nothing to give to a connection with one request, and reads on while it is held back.
+    curl_easy_setopt(m_handle, CURLOPT_HTTP_VERSION, CURL_HTTP_VERSION_1_1);
+    setRoute();
+    setCallbacks();
+}
 
+void HttpTransfer::setRoute() {
+    curl_easy_setopt(m_handle, CURLOPT_PROTOCOLS_STR, "http,https");
+    curl_easy_setopt(m_handle, CURLOPT_NOPROXY, hostsWithoutProxy().constData());
+    curl_easy_setopt(m_handle, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+    if (m_request.redirects == HttpRequest::Redirects::areAnswers)
+        return;
+    const bool isSecure = m_request.url.scheme() == QLatin1String("https");
+    curl_easy_setopt(m_handle, CURLOPT_FOLLOWLOCATION, 1L);
+    curl_easy_setopt(m_handle, CURLOPT_MAXREDIRS, mostRedirects);
+    curl_easy_setopt(m_handle, CURLOPT_REDIR_PROTOCOLS_STR, isSecure ? "https" : "http,https");
+}
+
+void HttpTransfer::setCallbacks() {
     curl_easy_setopt(m_handle, CURLOPT_HEADERFUNCTION, takeHeader);
     curl_easy_setopt(m_handle, CURLOPT_HEADERDATA, this);
     curl_easy_setopt(m_handle, CURLOPT_WRITEFUNCTION, takeBody);
@@ -73,15 +96,26 @@ void HttpTransfer::setHeaders() {
 size_t HttpTransfer::takeHeader(char *bytes, size_t size, size_t count, void *self) {
     auto &transfer = *static_cast<HttpTransfer *>(self);
     const size_t length = size * count;
-    const QByteArrayView line(bytes, static_cast<qsizetype>(length));
-    if (line != QByteArrayView("\r\n") && line != QByteArrayView("\n"))
-        return length;
-    long status = 0;
-    curl_easy_getinfo(transfer.m_handle, CURLINFO_RESPONSE_CODE, &status);
-    if (status < firstFinalStatus)
-        return length;
-    transfer.m_isHungUp = transfer.m_receiver->head(static_cast<int>(status)) == HttpReceiver::Next::hangUp;
+    transfer.takeHeaderLine(QByteArrayView(bytes, static_cast<qsizetype>(length)).trimmed());
     return transfer.m_isHungUp ? 0 : length;
+}
+
+void HttpTransfer::takeHeaderLine(QByteArrayView line) {
+    constexpr QByteArrayView location = "location:";
+    m_lastActivity = std::chrono::steady_clock::now();
+    if (line.startsWith("HTTP/"))
+        m_leadsElsewhere = false;
+    if (line.size() > location.size() &&
+        line.first(location.size()).compare(location, Qt::CaseInsensitive) == 0)
+        m_leadsElsewhere = true;
+    if (!line.isEmpty())
+        return;
+    long status = 0;
+    curl_easy_getinfo(m_handle, CURLINFO_RESPONSE_CODE, &status);
+    const bool isFollowed = m_request.redirects == HttpRequest::Redirects::areFollowed && m_leadsElsewhere &&
+                            status >= firstRedirect && status < firstRefusal;
+    if (status >= firstFinalStatus && !isFollowed)
+        m_isHungUp = m_receiver->head(static_cast<int>(status)) == HttpReceiver::Next::hangUp;
 }
 
 size_t HttpTransfer::takeBody(char *bytes, size_t size, size_t count, void *self) {
@@ -89,6 +123,9 @@ size_t HttpTransfer::takeBody(char *bytes, size_t size, size_t count, void *self
     const size_t length = size * count;
     const auto next = transfer.m_receiver->bytes(QByteArray(bytes, static_cast<qsizetype>(length)));
     transfer.m_isHungUp = next == HttpReceiver::Next::hangUp;
+    transfer.m_isHeld = next == HttpReceiver::Next::hold;
+    if (transfer.m_isHeld)
+        return CURL_WRITEFUNC_PAUSE;
     return transfer.m_isHungUp ? 0 : length;
 }
 
@@ -99,6 +136,66 @@ int HttpTransfer::takeProgress(void *self, qint64, qint64 down, qint64, qint64 u
     return 0;
 }
 
-std::string HttpTransfer::describe(int code) const {
-    return m_error.front() ? std::string(m_error.data()) : curl_easy_strerror(static_cast<CURLcode>(code));
+void HttpTransfer::goOn() {
+    if (!std::exchange(m_isHeld, false))
+        return;
+    m_lastActivity = std::chrono::steady_clock::now();
+    // Gives the receiver the piece that it held back, and may be told to hold again.
+    curl_easy_pause(m_handle, CURLPAUSE_CONT);
+}
+
+HttpError::Reason HttpTransfer::reasonOf(int code) const {
+    switch (code) {
+    case CURLE_GOT_NOTHING:
+    case CURLE_PARTIAL_FILE:
+    case CURLE_RECV_ERROR:
+    case CURLE_SEND_ERROR:
+        return HttpError::Reason::lost;
+    case CURLE_COULDNT_CONNECT:
+        return reasonOfNoConnection();
+    case CURLE_COULDNT_RESOLVE_HOST:
+    case CURLE_COULDNT_RESOLVE_PROXY:
+        return hasNetwork() ? HttpError::Reason::unknownHost : HttpError::Reason::notConnected;
+    case CURLE_OPERATION_TIMEDOUT:
+        return HttpError::Reason::timedOut;
+    case CURLE_SSL_CONNECT_ERROR:
+    case CURLE_PEER_FAILED_VERIFICATION:
+    case CURLE_SSL_CERTPROBLEM:
+    case CURLE_SSL_CIPHER:
+    case CURLE_SSL_CACERT_BADFILE:
+    case CURLE_SSL_ISSUER_ERROR:
+    case CURLE_SSL_INVALIDCERTSTATUS:
+        return HttpError::Reason::insecure;
+    case CURLE_URL_MALFORMAT:
+        return HttpError::Reason::badAddress;
+    case CURLE_UNSUPPORTED_PROTOCOL:
+        return m_leadsElsewhere || !wasSent() ? HttpError::Reason::badAddress : HttpError::Reason::badAnswer;
+    case CURLE_TOO_MANY_REDIRECTS:
+        return HttpError::Reason::tooManyRedirects;
+    case CURLE_WEIRD_SERVER_REPLY:
+    case CURLE_BAD_CONTENT_ENCODING:
+        return HttpError::Reason::badAnswer;
+    default:
+        return HttpError::Reason::other;
+    }
+}
+
+bool HttpTransfer::wasSent() const {
+    long bytes = 0;
+    curl_easy_getinfo(m_handle, CURLINFO_REQUEST_SIZE, &bytes);
+    return bytes > 0;
+}
+
+HttpError::Reason HttpTransfer::reasonOfNoConnection() const {
+    long reason = 0;
+    curl_easy_getinfo(m_handle, CURLINFO_OS_ERRNO, &reason);
+    switch (reason) {
+    case ENETUNREACH:
+    case ENETDOWN:
+        return HttpError::Reason::notConnected;
+    case ETIMEDOUT:
+        return HttpError::Reason::timedOut;
+    default:
+        return HttpError::Reason::unreachable;
+    }
 }

@@ -2,7 +2,6 @@
 
 #include "platform/Http.h"
 
-#include <array>
 #include <chrono>
 #include <memory>
 
@@ -25,13 +24,16 @@ public:
     HttpReceiver &receiver() const { return *m_receiver; }
 
     /// When the connection will have been without a byte for too long.
-    Moment deadline() const { return m_lastActivity + m_request.idleTimeout; }
+    Moment deadline() const { return m_isHeld ? Moment::max() : m_lastActivity + m_request.idleTimeout; }
 
     /// The receiver has hung up; nothing more is told to it.
     bool isHungUp() const { return m_isHungUp; }
 
-    /// What libcurl says of an error code, in as many words as it has.
-    std::string describe(int code) const;
+    /// Lets a transfer that its receiver holds back go on.
+    void goOn();
+
+    /// What one of libcurl's error codes means for the reader.
+    HttpError::Reason reasonOf(int code) const;
 
 private:
     static size_t takeHeader(char *bytes, size_t size, size_t count, void *self);
@@ -39,16 +41,22 @@ private:
     static int takeProgress(void *self, qint64 downTotal, qint64 down, qint64 upTotal, qint64 up);
 
     void setOptions();
+    void setRoute();
+    void setCallbacks();
     void setBody();
     void setHeaders();
+    void takeHeaderLine(QByteArrayView line);
+    bool wasSent() const;
+    HttpError::Reason reasonOfNoConnection() const;
 
     const quint64 m_id;
     const HttpRequest m_request;
     const std::shared_ptr<HttpReceiver> m_receiver;
     CURL *m_handle;
     curl_slist *m_headers = nullptr;
-    std::array<char, 256> m_error{};
     Moment m_lastActivity = std::chrono::steady_clock::now();
     qint64 m_moved = 0;
+    bool m_leadsElsewhere = false; ///< the head that is arriving has a Location
+    bool m_isHeld = false;
     bool m_isHungUp = false;
 };

@@ -28,6 +28,7 @@ Task<std::optional<Catalog>> fetchRemoteCatalog(QUrl url, std::stop_token stop) 
     HttpRequest request;
     request.url = url;
     request.idleTimeout = std::chrono::seconds(3);
+    request.redirects = HttpRequest::Redirects::areFollowed;
     try {
         const HttpResponse response = co_await fetch(request, stop);
         if (response.status < 200 || response.status > 299)

@@ -14,6 +14,7 @@ Catalog loadBuiltInCatalog(const QString &resourcesFolder);
 /// for.
 QUrl catalogURL();
 
-/// The catalog at that address; nothing unless it comes with a status from 200 to 299, decodes, and has a
-/// tier, with three seconds of patience. Throws Cancelled once `stop` is requested. Main thread.
+/// The catalog at that address, or where that leads to; nothing unless it comes with a status from 200 to
+/// 299, decodes, and has a tier, with three seconds of patience. Throws Cancelled once `stop` is requested.
+/// Main thread.
 Task<std::optional<Catalog>> fetchRemoteCatalog(QUrl url, std::stop_token stop);

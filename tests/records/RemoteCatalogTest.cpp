@@ -26,6 +26,13 @@ TEST(RemoteCatalog, aCatalogWithTiersIsTaken) {
     EXPECT_TRUE(fetched(Script(299).raw(builtIn())));
 }
 
+TEST(RemoteCatalog, isFollowedToWhereItHasGone) {
+    ScriptedEngine there;
+    there.answer(Script(200).raw(builtIn()));
+    EXPECT_TRUE(fetched(Script(301).header("Location", there.url().toEncoded()).raw("gone")));
+    EXPECT_EQ(there.requests().size(), 1);
+}
+
 TEST(RemoteCatalog, anEmptyListOfTiersIsNone) {
     EXPECT_FALSE(fetched(Script(200).raw(R"({"version":1,"tiers":[]})")));
 }

@@ -13,6 +13,12 @@ QJsonObject completionChunk(const QJsonObject &delta, const QString &finishReaso
     return {{u"object"_s, u"chat.completion.chunk"_s}, {u"choices"_s, QJsonArray{choice}}};
 }
 
+Script Script::plain(int httpStatus) {
+    Script script(httpStatus);
+    script.body = Body::plain;
+    return script;
+}
+
 Script Script::hangUp() {
     Script script;
     script.begin = Begin::hangUp;
@@ -42,6 +48,16 @@ Script &Script::hold() {
 
 Script &Script::drop() {
     steps.append({Step::Kind::drop, {}, 0});
+    return *this;
+}
+
+Script &Script::reset() {
+    steps.append({Step::Kind::reset, {}, 0});
+    return *this;
+}
+
+Script &Script::header(const QByteArray &name, const QByteArray &value) {
+    headers.emplaceBack(name, value);
     return *this;
 }
 

@@ -4,6 +4,8 @@
 #include <QJsonObject>
 #include <QList>
 
+#include <utility>
+
 /// What a scripted engine answers to one request, step by step. A body step goes out as one chunk of a
 /// chunked HTTP body, so a script decides where the reader's pieces end.
 class Script {
@@ -14,6 +16,7 @@ public:
             pause,  ///< do nothing for that long
             hold,   ///< do nothing until the engine is told to go on
             drop,   ///< close the connection in the middle
+            reset,  ///< break the connection in the middle
             repeat, ///< send these bytes for ever, one time a millisecond
         };
         Kind kind;
@@ -22,6 +25,10 @@ public:
     };
 
     explicit Script(int httpStatus = 200) : status(httpStatus) {}
+
+    /// An answer whose body goes out as it is, with no chunks, and ends with the connection. How long it
+    /// is, a header may say, or misstate.
+    static Script plain(int httpStatus = 200);
 
     /// An answer that is never begun: the connection closes without a word.
     static Script hangUp();
@@ -32,6 +39,8 @@ public:
     Script &pause(int milliseconds);
     Script &hold();
     Script &drop();
+    Script &reset();
+    Script &header(const QByteArray &name, const QByteArray &value);
     Script &repeat(const QByteArray &bytes);
 
     /// A "data:" event with this JSON, and the blank line after it.
@@ -51,9 +60,12 @@ public:
     static Script toolCall(const QString &id, const QString &name, const QString &arguments);
 
     enum class Begin { withHead, hangUp, silence };
+    enum class Body { chunked, plain };
 
     int status;
     Begin begin = Begin::withHead;
+    Body body = Body::chunked;
+    QList<std::pair<QByteArray, QByteArray>> headers;
     QList<Step> steps;
 };
 

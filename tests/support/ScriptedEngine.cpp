@@ -128,14 +128,20 @@ void ScriptedEngine::read(const std::shared_ptr<Connection> &connection) {
     {
         const std::lock_guard lock(m_lock);
         m_requests.append(request);
-        if (!m_scripts.empty()) {
-            m_present = m_scripts.front();
-            m_scripts.pop_front();
-        }
-        connection->script = m_present;
+        connection->script = scriptFor(request);
     }
     connection->next = 0;
     begin(connection);
+}
+
+Script ScriptedEngine::scriptFor(const Request &request) {
+    if (m_write)
+        return m_write(request);
+    if (!m_scripts.empty()) {
+        m_present = m_scripts.front();
+        m_scripts.pop_front();
+    }
+    return m_present;
 }
 
 void ScriptedEngine::begin(const std::shared_ptr<Connection> &connection) {

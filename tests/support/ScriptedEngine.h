@@ -54,7 +54,7 @@ public:
 private:
     struct Connection;
 
-    Script scriptFor(const Request &request);
+    Script scriptFor(const Request &request); ///< under the lock
     void accept();
     void read(const std::shared_ptr<Connection> &connection);
     void begin(const std::shared_ptr<Connection> &connection);
