@@ -27,6 +27,8 @@ struct HttpRequest {
     QByteArray body;
     /// How long the connection may stay without a byte in either direction.
     std::chrono::milliseconds idleTimeout{60'000};
+    /// How long the whole exchange may take; nothing for as long as it needs.
+    std::optional<std::chrono::milliseconds> wholeTimeout;
     /// How long a body fetch() reads; a longer one is a failure. A stream has no such limit.
     qsizetype longestBody = 64'000'000;
     Redirects redirects = Redirects::areAnswers;

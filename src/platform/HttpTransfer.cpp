@@ -2,6 +2,7 @@
 
 #include "platform/NetworkState.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 
@@ -40,6 +41,11 @@ HttpTransfer::HttpTransfer(quint64 id, HttpRequest request, std::shared_ptr<Http
 HttpTransfer::~HttpTransfer() {
     curl_easy_cleanup(m_handle);
     curl_slist_free_all(m_headers);
+}
+
+HttpTransfer::Moment HttpTransfer::deadline() const {
+    const Moment ofSilence = m_isHeld ? Moment::max() : m_lastActivity + m_request.idleTimeout;
+    return m_request.wholeTimeout ? std::min(ofSilence, m_start + *m_request.wholeTimeout) : ofSilence;
 }
 
 void HttpTransfer::setOptions() {

@@ -23,8 +23,8 @@ public:
     CURL *handle() const { return m_handle; }
     HttpReceiver &receiver() const { return *m_receiver; }
 
-    /// When the connection will have been without a byte for too long.
-    Moment deadline() const { return m_isHeld ? Moment::max() : m_lastActivity + m_request.idleTimeout; }
+    /// When the connection will have been without a byte for too long, or the whole exchange takes too long.
+    Moment deadline() const;
 
     /// The receiver has hung up; nothing more is told to it.
     bool isHungUp() const { return m_isHungUp; }
@@ -54,7 +54,8 @@ private:
     const std::shared_ptr<HttpReceiver> m_receiver;
     CURL *m_handle;
     curl_slist *m_headers = nullptr;
-    Moment m_lastActivity = std::chrono::steady_clock::now();
+    const Moment m_start = std::chrono::steady_clock::now();
+    Moment m_lastActivity = m_start;
     qint64 m_moved = 0;
     bool m_leadsElsewhere = false; ///< the head that is arriving has a Location
     bool m_isHeld = false;

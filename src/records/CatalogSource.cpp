@@ -7,7 +7,22 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A catalog from outside may be anything. What is reckoned with later must be in the range of a disk.
+bool isUsable(const Catalog &catalog) {
+    constexpr qint64 most = 1'000'000'000'000'000;
+    return !catalog.tiers.isEmpty() &&
+           std::all_of(catalog.tiers.begin(), catalog.tiers.end(), [](const ModelTier &tier) {
+               return tier.sizeBytes >= 0 && tier.sizeBytes <= most && tier.minRAMBytes >= 0;
+           });
+}
+
+} // namespace
 
 Catalog loadBuiltInCatalog(const QString &resourcesFolder) {
     QString path = resourcesFolder + u"/catalog.json"_s;
@@ -27,14 +42,15 @@ QUrl catalogURL() {
 Task<std::optional<Catalog>> fetchRemoteCatalog(QUrl url, std::stop_token stop) {
     HttpRequest request;
     request.url = url;
-    request.idleTimeout = std::chrono::seconds(3);
+    // The start waits for it, so that a server which trickles is no better than one which is silent.
+    request.wholeTimeout = std::chrono::seconds(3);
     request.redirects = HttpRequest::Redirects::areFollowed;
     try {
         const HttpResponse response = co_await fetch(request, stop);
         if (response.status < 200 || response.status > 299)
             co_return std::nullopt;
         const auto catalog = decodeRecord<Catalog>(response.body);
-        co_return catalog.tiers.isEmpty() ? std::nullopt : std::optional(catalog);
+        co_return isUsable(catalog) ? std::optional(catalog) : std::nullopt;
     } catch (const HttpError &) {
         co_return std::nullopt;
     } catch (const DecodingError &) {

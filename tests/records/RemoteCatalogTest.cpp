@@ -5,6 +5,8 @@
 #include "support/EnvironmentVariable.h"
 #include "support/ScriptedEngine.h"
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -54,6 +56,26 @@ TEST(RemoteCatalog, aServerThatHangsUpIsNone) {
 
 TEST(RemoteCatalog, aServerThatSaysNothingIsGivenUpAfterThreeSeconds) {
     EXPECT_FALSE(fetched(Script::silence()));
+}
+
+TEST(RemoteCatalog, aServerThatTricklesIsGivenUpAsWell) {
+    Script trickle(200);
+    for (int piece = 0; piece < 200; ++piece)
+        trickle.raw(" ").pause(100);
+    EXPECT_FALSE(fetched(trickle.raw(builtIn())));
+}
+
+TEST(RemoteCatalog, sizesThatNoDiskHasAreNone) {
+    auto catalog = decodeRecord<Catalog>(builtIn());
+    const auto served = [&] { return fetched(Script(200).raw(encodeRecord(catalog))); };
+    ASSERT_TRUE(served());
+    for (const qint64 size : {std::numeric_limits<qint64>::max(), qint64(-1)}) {
+        catalog.tiers.last().sizeBytes = size;
+        EXPECT_FALSE(served()) << size;
+    }
+    catalog.tiers.last().sizeBytes = 1;
+    catalog.tiers.last().minRAMBytes = -1;
+    EXPECT_FALSE(served());
 }
 
 TEST(RemoteCatalog, anOverrideSaysWhereItIs) {
