@@ -1,7 +1,9 @@
 #include "core/AppState.h"
+#include "core/ProcessRole.h"
 #include "engine/EngineProcessBox.h"
 #include "platform/Clock.h"
 #include "platform/Mailbox.h"
+#include "platform/SingleInstance.h"
 #include "platform/TerminationSignals.h"
 #include "screens/HouseStyle.h"
 #include "screens/MainWindow.h"
@@ -10,19 +12,44 @@
 
 using namespace Qt::StringLiterals;
 
-int main(int argc, char **argv) {
-    QApplication::setApplicationName(u"Ostrelin"_s);
-    QApplication::setOrganizationName(u"Ostrelin"_s);
-    QApplication::setDesktopFileName(u"com.quennarbel.ostrelin"_s);
-    QApplication::setApplicationVersion(QStringLiteral(OSTRELIN_VERSION));
+namespace {
+
+void nameApplication() {
+    QCoreApplication::setApplicationName(u"Ostrelin"_s);
+    QCoreApplication::setOrganizationName(u"Ostrelin"_s);
+    QCoreApplication::setApplicationVersion(QStringLiteral(OSTRELIN_VERSION));
+}
+
+/// The run of one scheduled prompt: without a screen, and without a window even where there is one.
+int runHeadless(int argc, char **argv) {
+    const QCoreApplication application(argc, argv);
+    qCritical("Ostrelin can't run schedules yet.");
+    return EXIT_FAILURE;
+}
+
+int runInteractive(int argc, char **argv) {
+    QGuiApplication::setDesktopFileName(u"com.quennarbel.ostrelin"_s);
     QApplication::setStyle(new HouseStyle);
     QApplication application(argc, argv);
     Mailbox::main();
+
+    // A second program would end the first one's engine.
+    SingleInstance instance;
+    if (!instance.claim())
+        return EXIT_SUCCESS;
 
     AppState app(EngineProcessBox::shared(), Clock::system());
     onTerminationSignal([] { QApplication::quit(); });
     QObject::connect(&application, &QCoreApplication::aboutToQuit, &app, &AppState::shutDown);
     MainWindow window(app, Clock::system());
+    QObject::connect(&instance, &SingleInstance::activationRequested, &window, &MainWindow::comeToFront);
     window.show();
     return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    nameApplication();
+    return isHeadless() ? runHeadless(argc, argv) : runInteractive(argc, argv);
 }

@@ -26,6 +26,9 @@ WatchedProgram::WatchedProgram(const QString &path, const QString &orders,
     variables.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
     variables.insert(u"QT_PLUGIN_PATH"_s, QStringLiteral(DRIVER_FOLDER));
     variables.insert(u"QT_QPA_GENERIC_PLUGINS"_s, u"benchmark:"_s + orders);
+    variables.remove(u"DBUS_SESSION_BUS_ADDRESS"_s);
+    variables.insert(u"XDG_RUNTIME_DIR"_s, m_runtimeFolder.path());
+    variables.insert(u"OSTRELIN_CATALOGURL"_s, u"http://127.0.0.1:9/catalog.json"_s);
     for (const auto &[name, value] : environment)
         variables.insert(name, value);
     m_process.setProcessEnvironment(variables);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QProcess>
+#include <QTemporaryDir>
 
 #include <chrono>
 
@@ -8,7 +9,8 @@
 /// from outside. Any failure to start or to get on is thrown as std::runtime_error.
 class WatchedProgram {
 public:
-    /// Starts it. `orders` are for the driver; `environment` is added to this process's.
+    /// Starts it, where it finds neither another program of its kind nor the network. `orders` are for the
+    /// driver; `environment` is added to this process's.
     WatchedProgram(const QString &path, const QString &orders,
                    const QList<std::pair<QString, QString>> &environment = {});
     ~WatchedProgram();
@@ -33,6 +35,7 @@ public:
     double residentBytes() const;
 
 private:
+    QTemporaryDir m_runtimeFolder;
     std::chrono::nanoseconds m_start;
     QProcess m_process;
 };

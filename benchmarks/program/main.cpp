@@ -5,7 +5,8 @@
 #include "program/WatchedProgram.h"
 #include "records/ChatStore.h"
 #include "records/Folders.h"
-#include "records/Settings.h"
+#include "support/DemoModel.h"
+#include "support/ScriptedEngine.h"
 #include "support/TemporaryApplicationFolder.h"
 
 #include <QCoreApplication>
@@ -38,11 +39,12 @@ void waitUntil(const std::function<bool()> &condition, const char *what) {
     }
 }
 
-/// From the start of the process to the first painted window; with the real engine, which starts then.
-void measureStart(Figure figure) {
+/// From the start of the process to the first painted window; with the real engine, which starts then. The
+/// catalog is asked for at that address.
+void measureStart(Figure figure, const QString &catalog) {
     constexpr int rounds = 15;
-    const auto start = [](const QString &path) {
-        WatchedProgram started(path, u"quit"_s);
+    const auto start = [&](const QString &path) {
+        WatchedProgram started(path, u"quit"_s, {{u"OSTRELIN_CATALOGURL"_s, catalog}});
         const double seconds = started.secondsToPaint();
         started.waitForEnd();
         return seconds * 1000;
@@ -59,6 +61,25 @@ void measureStart(Figure figure) {
     figure.value = median(ours);
     figure.peer = median(bare);
     print(figure);
+}
+
+void measureStartRefused(Figure figure) {
+    measureStart(std::move(figure), u"http://127.0.0.1:9/catalog.json"_s);
+}
+
+void measureStartAnswered(Figure figure) {
+    ScriptedEngine server;
+    QFile catalog(QStringLiteral(CATALOG_PATH));
+    if (!catalog.open(QIODevice::ReadOnly))
+        throw std::runtime_error("there is no catalog");
+    server.answer(Script(200).raw(catalog.readAll()));
+    measureStart(std::move(figure), server.url().toString());
+}
+
+void measureStartSilent(Figure figure) {
+    ScriptedEngine server;
+    server.answer(Script::silence());
+    measureStart(std::move(figure), server.url().toString());
 }
 
 /// Throws if no chat of so many messages has been saved.
@@ -128,10 +149,18 @@ struct Job {
 
 const std::vector<Job> &jobs() {
     static const std::vector<Job> all{
-        {{.name = "start to painted window (peer: bare Qt window)",
+        {{.name = "start to painted window, catalog at hand (peer: bare Qt window)",
           .unit = "ms",
           .budget = {.mostRatio = 2.5}},
-         measureStart},
+         measureStartAnswered},
+        {{.name = "start to painted window, catalog refused (peer: bare Qt window)",
+          .unit = "ms",
+          .budget = {.mostRatio = 2.5}},
+         measureStartRefused},
+        {{.name = "start to painted window, catalog silent (peer: bare Qt window)",
+          .unit = "ms",
+          .budget = {.mostRatio = 2.5}},
+         measureStartSilent},
         {{.name = "memory with 200 messages (peer: bare Qt window)",
           .unit = "MB",
           .budget = {.mostAbovePeer = 60}},
@@ -143,13 +172,10 @@ const std::vector<Job> &jobs() {
     return all;
 }
 
-/// Measures in a new application folder, as somebody who has been welcomed already.
+/// Measures in a new application folder, as somebody who has the demo model.
 bool run(const Job &job) {
     const TemporaryApplicationFolder folder;
-    ensureFolders();
-    Settings settings;
-    settings.didFinishWelcome = true;
-    saveSettings(settings);
+    installDemoModel();
     try {
         job.measure(job.figure);
         return true;

@@ -1,6 +1,5 @@
 #include "e2e/EngineFixture.h"
 
-#include "core/DemoModel.h"
 #include "e2e/EndlessEngine.h"
 #include "platform/AtomicFile.h"
 #include "records/Folders.h"
@@ -12,7 +11,7 @@ using namespace Qt::StringLiterals;
 EngineFixture::EngineFixture() : chat(std::make_unique<ChatController>(&host, Clock::system())) {
     ensureFolders();
     box.setPidFile(enginePidFile());
-    host.tier = demoModel(QStringLiteral(RESOURCES_FOLDER)).tier;
+    host.tier = demoTier();
     host.url.reset();
     // The same at each time: what the model finds most likely.
     host.tier->sampling.temperature = 0;
@@ -63,8 +62,4 @@ Conversation EngineFixture::saved() const {
 
 qint64 EngineFixture::pid() const {
     return readFile(enginePidFile()).value_or("0").toLongLong();
-}
-
-QString EngineFixture::demoModelPath() {
-    return demoModel(QStringLiteral(RESOURCES_FOLDER)).path;
 }

@@ -6,6 +6,7 @@
 #include "platform/Clock.h"
 #include "records/ChatStore.h"
 #include "support/Await.h"
+#include "support/DemoModel.h"
 #include "support/FakeHost.h"
 #include "support/TemporaryApplicationFolder.h"
 
@@ -39,8 +40,6 @@ protected:
 
     /// The engine's process id, from its file; 0 if there is none.
     qint64 pid() const;
-
-    static QString demoModelPath();
 
     TemporaryApplicationFolder folder;
     EngineProcessBox box;

@@ -4,6 +4,7 @@
 #include "platform/AtomicFile.h"
 #include "platform/LoopbackPort.h"
 #include "records/Folders.h"
+#include "support/DemoModel.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -86,8 +87,7 @@ TEST_F(WindowEnd, aProgramThatIsKilledTakesItsEngineAlong) {
 TEST_F(WindowEnd, anEngineThatAnEarlierRunLeftBehindIsEnded) {
     QProcess left;
     left.start(qEnvironmentVariable("OSTRELIN_LLAMA_SERVER"),
-               serverArguments(QStringLiteral(RESOURCES_FOLDER "/demo/sprout.gguf"),
-                               freeLoopbackPort().value(), u"key"_s, 4096, 0));
+               serverArguments(demoModelPath(), freeLoopbackPort().value(), u"key"_s, 4096, 0));
     ASSERT_TRUE(left.waitForStarted());
     const qint64 old = left.processId();
     writeAtomically(enginePidFile(), QByteArray::number(old) + '\n');

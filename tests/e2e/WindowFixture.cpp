@@ -2,7 +2,7 @@
 
 #include "e2e/EndlessEngine.h"
 #include "records/ChatStore.h"
-#include "records/Folders.h"
+#include "support/DemoModel.h"
 
 #include <QFileInfo>
 
@@ -12,7 +12,7 @@ const QString WindowFixture::suggestion =
     u"Write a friendly note thanking a coworker for helping me hit a deadline."_s;
 
 WindowFixture::WindowFixture() {
-    ensureFolders();
+    installDemoModel();
 }
 
 void WindowFixture::SetUp() {

@@ -5,7 +5,8 @@
 #include "support/Await.h"
 #include "support/TemporaryApplicationFolder.h"
 
-/// The whole program with the demo model on a display of its own, in an application folder of its own.
+/// The whole program with the demo model installed, on a display of its own, in an application folder of
+/// its own.
 class WindowFixture : public ::testing::Test {
 protected:
     WindowFixture();

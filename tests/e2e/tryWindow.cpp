@@ -11,9 +11,10 @@
 #include <iostream>
 #include <stdexcept>
 
-/// Tries the program out, as its first user would: starts it in an application folder of its own, waits
-/// for the chat, presses the first suggestion, waits for the whole reply, takes a picture of the window
-/// and closes it. Prints the reply and where the picture lies; the status is 0 only if all that went.
+/// Tries the program out, as its first user would: starts it in an application folder of its own, leaves
+/// the welcome screen, waits for the chat, presses the first suggestion, waits for the whole reply, takes
+/// a picture of the window and closes it. Prints the reply and where the picture lies; the status is 0
+/// only if all that went.
 ///
 ///   ostrelin-try <program> <picture.png>
 
@@ -38,6 +39,10 @@ void require(bool condition, const char *sentence) {
 
 void waitForChat(RunningProgram &program) {
     AccessibleWindow &window = program.window();
+    const auto welcomes = [&] { return window.shows(u"Get started"_s, AccessibleRole::pushButton); };
+    require(QTest::qWaitFor([&] { return !isAlive(program.pid()) || welcomes(); }, startTimeout) &&
+                window.press(u"Get started"_s),
+            "the window showed no welcome within two minutes");
     const auto failed = [&] { return window.shows(u"Try again"_s, AccessibleRole::pushButton); };
     const auto ready = [&] { return window.shows(suggestion, AccessibleRole::pushButton); };
     const bool came =
