@@ -22,6 +22,8 @@ template<typename... Cases>
 struct Choose : Cases... {
     using Cases::operator()...;
 };
+template<typename... Cases>
+Choose(Cases...) -> Choose<Cases...>;
 
 [[noreturn]] void raise(const HttpError &error) {
     if (error.reason() == HttpError::Reason::lost || error.reason() == HttpError::Reason::notConnected)
