@@ -1,5 +1,6 @@
 #include "engine/EngineDevices.h"
 
+#include "platform/Mailbox.h"
 #include "platform/Processes.h"
 #include "support/Await.h"
 
@@ -16,6 +17,8 @@ constexpr quint64 mebibyte = 1'048'576;
 class Engine {
 public:
     explicit Engine(const QByteArray &script) {
+        // As in the program, the mailbox is there before a child's thread posts to it.
+        Mailbox::main();
         QFile file(path());
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write("#!/bin/sh\necho $$ > '" + QFile::encodeName(m_folder.filePath(u"pid"_s)) + "'\n" +
