@@ -23,14 +23,20 @@ void Mailbox::post(Job job) {
 }
 
 Mailbox &Mailbox::main() {
-    static auto *const mailbox = [] {
-        auto *const made = new Mailbox;
-        // The first to post may be another thread.
-        made->moveToThread(QCoreApplication::instance()->thread());
-        return made;
-    }();
+    static auto *const mailbox = new Mailbox;
     return *mailbox;
 }
+
+namespace {
+
+void makeMainMailbox() {
+    Mailbox::main();
+}
+
+} // namespace
+
+// By the main thread, before there is any other that posts.
+Q_COREAPP_STARTUP_FUNCTION(makeMainMailbox)
 
 bool Mailbox::event(QEvent *event) {
     std::deque<Job> jobs;
