@@ -1,0 +1,61 @@
+#include "e2e/ProcessStatus.h"
+#include "e2e/TopLevelWindow.h"
+#include "e2e/WindowFixture.h"
+#include "platform/AtomicFile.h"
+#include "records/Folders.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using WindowSecondStart = WindowFixture;
+
+} // namespace
+
+TEST_F(WindowSecondStart, itShowsTheFirstOnesWindowAndEnds) {
+    startProgram();
+    const qint64 engine = program.enginePid();
+    RunningProgram second(QStringLiteral(PROGRAM_PATH));
+    ASSERT_TRUE(second.start());
+    EXPECT_TRUE(second.waitForEnd());
+    EXPECT_TRUE(second.endedOrderly()) << second.output().toStdString();
+    EXPECT_TRUE(isAlive(engine)) << "the second start has ended the first one's engine";
+    EXPECT_EQ(program.enginePid(), engine);
+    EXPECT_EQ(readFile(enginePidFile()), QByteArray::number(engine));
+    EXPECT_TRUE(window().shows(u"Send message"_s, AccessibleRole::pushButton));
+}
+
+TEST_F(WindowSecondStart, afterTheFirstHasEndedItIsAFirst) {
+    startProgram();
+    ASSERT_TRUE(program.closeWindow());
+    ASSERT_TRUE(program.waitForEnd());
+    startProgram();
+    EXPECT_TRUE(isAlive(program.enginePid()));
+}
+
+TEST_F(WindowSecondStart, theRunOfAScheduleHasNoWindowAndDisturbsNobody) {
+    startProgram();
+    const qint64 engine = program.enginePid();
+    QProcess run;
+    run.start(QStringLiteral(PROGRAM_PATH), {u"--run-schedule"_s, u"6D3A1C52-7C3B-4C0E-9B55-0D2F7E9F3B11"_s});
+    ASSERT_TRUE(run.waitForStarted());
+    const qint64 pid = run.processId();
+    bool hadWindow = false;
+    EXPECT_TRUE(eventually([&] {
+        hadWindow = hadWindow || topLevelWindow(pid) != 0;
+        return run.state() == QProcess::NotRunning;
+    }));
+    EXPECT_FALSE(hadWindow);
+    EXPECT_EQ(run.exitStatus(), QProcess::NormalExit);
+    EXPECT_TRUE(isAlive(engine));
+}
+
+TEST_F(WindowSecondStart, aRunWithoutAProperIdIsAnOrdinaryStart) {
+    QProcess started;
+    started.start(QStringLiteral(PROGRAM_PATH), {u"--run-schedule"_s, u"abc"_s});
+    ASSERT_TRUE(started.waitForStarted());
+    EXPECT_TRUE(eventually([&] { return topLevelWindow(started.processId()) != 0; }));
+    started.terminate();
+    EXPECT_TRUE(started.waitForFinished());
+    EXPECT_EQ(started.exitCode(), 0);
+}
