@@ -3,9 +3,21 @@
 #include "pages/ChartNumber.h"
 #include "pages/Lines.h"
 
+#include <QVarLengthArray>
+
+#include <algorithm>
 #include <array>
 
 namespace {
+
+/// What is being gathered; most lists need no more room.
+template<typename Item>
+using Gathered = QVarLengthArray<Item, 16>;
+
+template<typename Item>
+QList<Item> listOf(const Gathered<Item> &items) {
+    return QList<Item>(items.begin(), items.end());
+}
 
 /// Calls `take` with each line of the body that isn't empty, trimmed.
 template<typename Take>
@@ -16,10 +28,10 @@ void forEachPlainLine(QStringView body, const Take &take) {
     }
 }
 
-QStringList plainLines(QStringView body) {
-    QStringList lines;
-    forEachPlainLine(body, [&](QStringView line) { lines.append(line.toString()); });
-    return lines;
+Texts plainLines(QStringView body) {
+    Gathered<QStringView> lines;
+    forEachPlainLine(body, [&](QStringView line) { lines.append(line); });
+    return listOf(lines);
 }
 
 /// Calls `take` with each label and its value.
@@ -31,32 +43,30 @@ void forEachLabel(QStringView body, const Take &take) {
             return;
         const QStringView label = trimmedLine(line.first(colon));
         if (!label.isEmpty())
-            take(label.toString(), trimmedLine(line.sliced(colon + 1)));
+            take(label, trimmedLine(line.sliced(colon + 1)));
     });
 }
 
 QList<TextPair> labelledValues(QStringView body) {
-    QList<TextPair> rows;
-    forEachLabel(body, [&](const QString &label, QStringView value) {
-        rows.append({label, value.toString()});
-    });
-    return rows;
+    Gathered<TextPair> rows;
+    forEachLabel(body, [&](QStringView label, QStringView value) { rows.append({label, value}); });
+    return listOf(rows);
 }
 
 QList<LabelledNumber> labelledNumbers(QStringView body) {
-    QList<LabelledNumber> rows;
-    forEachLabel(body, [&](const QString &label, QStringView value) {
+    Gathered<LabelledNumber> rows;
+    forEachLabel(body, [&](QStringView label, QStringView value) {
         rows.append({label, parseChartNumber(value)});
     });
-    return rows;
+    return listOf(rows);
 }
 
-QStringList flowSteps(QStringView body) {
-    QStringList steps;
+Texts flowSteps(QStringView body) {
+    Gathered<QStringView> steps;
     const auto add = [&](QStringView piece) {
         const QStringView step = trimmedLine(piece);
-        if (!step.isEmpty() && (steps.isEmpty() || steps.constLast() != step))
-            steps.append(step.toString());
+        if (!step.isEmpty() && (steps.isEmpty() || steps.last() != step))
+            steps.append(step);
     };
     constexpr QStringView arrow = u"->";
     forEachPlainLine(body, [&](QStringView line) {
@@ -67,66 +77,66 @@ QStringList flowSteps(QStringView body) {
         }
         add(line.sliced(start));
     });
-    return steps;
+    return listOf(steps);
 }
 
 /// Cut at the first pipe. Of the two in "a || b" the second stays with the right field.
 QList<TextPair> pairs(QStringView body) {
-    QList<TextPair> rows;
+    Gathered<TextPair> rows;
     forEachPlainLine(body, [&](QStringView line) {
         const qsizetype pipe = line.indexOf(u'|');
         const QStringView left = trimmedLine(pipe < 0 ? line : line.first(pipe));
         const QStringView right = pipe < 0 ? QStringView() : trimmedLine(line.sliced(pipe + 1));
         if (!left.isEmpty())
-            rows.append({left.toString(), right.toString()});
+            rows.append({left, right});
     });
-    return rows;
+    return listOf(rows);
 }
 
 struct Directive {
     QStringView name;
-    MarkdownBlock (*make)(QStringView body, const QString &color);
+    BlockContent (*make)(QStringView body, const QString &color);
 };
 
 template<typename Numbers>
-MarkdownBlock numbersBlock(QStringView body, const QString &color) {
+BlockContent numbersBlock(QStringView body, const QString &color) {
     return Numbers{labelledNumbers(body), color};
 }
 
 template<typename Pairs>
-MarkdownBlock pairsBlock(QStringView body, const QString &color) {
+BlockContent pairsBlock(QStringView body, const QString &color) {
     return Pairs{pairs(body), color};
 }
 
-MarkdownBlock metricBlock(QStringView body, const QString &color) {
+BlockContent metricBlock(QStringView body, const QString &color) {
     return block::Metric{labelledValues(body), color};
 }
 
-MarkdownBlock calloutBlock(QStringView body, const QString &color) {
-    return block::Callout{body.trimmed().toString(), color};
+BlockContent calloutBlock(QStringView body, const QString &color) {
+    return block::Callout{body.trimmed(), color};
 }
 
-MarkdownBlock timelineBlock(QStringView body, const QString &color) {
+BlockContent timelineBlock(QStringView body, const QString &color) {
     return block::Timeline{plainLines(body), color};
 }
 
-MarkdownBlock sourcesBlock(QStringView body, const QString &) {
+BlockContent sourcesBlock(QStringView body, const QString &) {
     return block::Sources{plainLines(body)};
 }
 
-MarkdownBlock flowBlock(QStringView body, const QString &color) {
+BlockContent flowBlock(QStringView body, const QString &color) {
     return block::Flow{flowSteps(body), color};
 }
 
-MarkdownBlock specBlock(QStringView body, const QString &) {
+BlockContent specBlock(QStringView body, const QString &) {
     return block::Spec{pairs(body)};
 }
 
-MarkdownBlock subtitleBlock(QStringView body, const QString &) {
-    return block::Subtitle{body.trimmed().toString()};
+BlockContent subtitleBlock(QStringView body, const QString &) {
+    return block::Subtitle{body.trimmed()};
 }
 
-MarkdownBlock dividerBlock(QStringView, const QString &color) {
+BlockContent dividerBlock(QStringView, const QString &color) {
     return block::Divider{color};
 }
 
@@ -147,18 +157,25 @@ constexpr std::array<Directive, 14> directives{{
     {u"divider", dividerBlock},
 }};
 
-QString nameOf(QStringView text) {
-    return trimmedLine(text).toString().toLower();
+/// Whether `text` is the name, in whatever case: there's no letter beyond ASCII whose lower case is one of
+/// the names' letters.
+bool isNamed(QStringView text, QStringView name) {
+    return text.size() == name.size() &&
+           std::equal(text.begin(), text.end(), name.begin(), [](QChar letter, QChar lower) {
+               const char16_t unit = letter.unicode();
+               return (unit >= u'A' && unit <= u'Z' ? unit + (u'a' - u'A') : unit) == lower.unicode();
+           });
 }
 
 } // namespace
 
-MarkdownBlock directiveBlock(QStringView info, QStringView body) {
+BlockContent directiveBlock(QStringView info, QStringView body) {
     const qsizetype colon = info.indexOf(u':');
-    const QString name = nameOf(colon < 0 ? info : info.first(colon));
+    const QStringView name = trimmedLine(colon < 0 ? info : info.first(colon));
+    const QStringView color = colon < 0 ? QStringView() : trimmedLine(info.sliced(colon + 1));
     for (const Directive &directive : directives) {
-        if (directive.name == name)
-            return directive.make(body, colon < 0 ? QString() : nameOf(info.sliced(colon + 1)));
+        if (isNamed(name, directive.name))
+            return directive.make(body, color.toString().toLower());
     }
-    return block::Code{info.toString(), body.toString()};
+    return block::Code{info, body};
 }

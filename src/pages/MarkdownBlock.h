@@ -2,74 +2,79 @@
 
 #include <QList>
 #include <QString>
-#include <QStringList>
+#include <QStringView>
 
 #include <variant>
 
-/// What a text of the page dialect is made of. Every string is ready to be shown but for its inline
+/// What a text of the page dialect is made of. Every view shows a part of the text, which the block
+/// keeps alive: it holds as long as a copy of the block does. It is ready to be shown but for its inline
 /// Markdown. A `color` is the name that the fence gave, trimmed and in lower case: it is empty if there
 /// was none, and may well be no colour at all (see PageColor.h).
 
+using Texts = QList<QStringView>;
+
 /// A label or left field, and what stands beside it.
 struct TextPair {
-    QString left;
-    QString right;
+    QStringView left;
+    QStringView right;
 
     bool operator==(const TextPair &) const = default;
 };
+Q_DECLARE_TYPEINFO(TextPair, Q_PRIMITIVE_TYPE);
 
 /// A label and its number, which may be any double: negative, infinite, not a number.
 struct LabelledNumber {
-    QString label;
+    QStringView label;
     double value = 0;
 
     bool operator==(const LabelledNumber &) const = default;
 };
+Q_DECLARE_TYPEINFO(LabelledNumber, Q_PRIMITIVE_TYPE);
 
 namespace block {
 
 struct Paragraph {
-    QStringList lines; ///< never empty, and none of them is
+    Texts lines; ///< never empty, and none of them is
 
     bool operator==(const Paragraph &) const = default;
 };
 
 struct Heading {
     int level = 1; ///< 1 to 6
-    QString text;
+    QStringView text;
 
     bool operator==(const Heading &) const = default;
 };
 
 struct Subtitle {
-    QString text;
+    QStringView text;
 
     bool operator==(const Subtitle &) const = default;
 };
 
 struct Bullet {
-    QStringList items;
+    Texts items;
 
     bool operator==(const Bullet &) const = default;
 };
 
 /// Its items are counted from 1, whatever numbers were written.
 struct Numbered {
-    QStringList items;
+    Texts items;
 
     bool operator==(const Numbered &) const = default;
 };
 
 struct Quote {
-    QStringList lines;
+    Texts lines;
 
     bool operator==(const Quote &) const = default;
 };
 
 /// A fence that is no directive. Both strings are as they were written.
 struct Code {
-    QString language;
-    QString code;
+    QStringView language;
+    QStringView code;
 
     bool operator==(const Code &) const = default;
 };
@@ -82,8 +87,8 @@ struct Divider {
 
 /// Rows may be shorter or longer than the header, which has one cell at least.
 struct Table {
-    QStringList header;
-    QList<QStringList> rows;
+    Texts header;
+    QList<Texts> rows;
 
     bool operator==(const Table &) const = default;
 };
@@ -124,27 +129,27 @@ struct Progress {
 };
 
 struct Callout {
-    QString text;
+    QStringView text;
     QString color;
 
     bool operator==(const Callout &) const = default;
 };
 
 struct Timeline {
-    QStringList items;
+    Texts items;
     QString color;
 
     bool operator==(const Timeline &) const = default;
 };
 
 struct Sources {
-    QStringList items;
+    Texts items;
 
     bool operator==(const Sources &) const = default;
 };
 
 struct Flow {
-    QStringList steps; ///< no two equal ones stand side by side
+    Texts steps; ///< no two equal ones stand side by side
     QString color;
 
     bool operator==(const Flow &) const = default;
@@ -176,8 +181,20 @@ struct Rule {
 
 } // namespace block
 
-using MarkdownBlock =
+using BlockContent =
     std::variant<block::Paragraph, block::Heading, block::Subtitle, block::Bullet, block::Numbered,
                  block::Quote, block::Code, block::Divider, block::Table, block::Metric, block::Chart,
                  block::Line, block::Donut, block::Progress, block::Callout, block::Timeline, block::Sources,
                  block::Flow, block::Compare, block::Cards, block::Spec, block::Rule>;
+
+struct MarkdownBlock {
+    QString source; ///< the whole text that was read
+    BlockContent content;
+
+    /// Whether both show the same, wherever it was read.
+    bool operator==(const MarkdownBlock &other) const { return content == other.content; }
+};
+Q_DECLARE_TYPEINFO(MarkdownBlock, Q_RELOCATABLE_TYPE);
+
+/// The lines with a line feed between each two.
+QString joinedLines(const Texts &lines);

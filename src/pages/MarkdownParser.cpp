@@ -4,6 +4,8 @@
 #include "pages/Lines.h"
 #include "pages/NumericCharacters.h"
 
+#include <QVarLengthArray>
+
 #include <algorithm>
 #include <optional>
 
@@ -20,7 +22,7 @@ std::optional<block::Heading> headingOf(QStringView line) {
         ++level;
     if (level == 0 || level > deepest || level == line.size() || line[level] != u' ')
         return std::nullopt;
-    return block::Heading{static_cast<int>(level), trimmedLine(line.sliced(level)).toString()};
+    return block::Heading{static_cast<int>(level), trimmedLine(line.sliced(level))};
 }
 
 /// What a line holds if it is an item of a certain kind; nothing if it isn't one.
@@ -54,30 +56,38 @@ std::optional<QStringView> tableRow(QStringView line) {
     return line;
 }
 
-QStringList cellsOf(QStringView row) {
-    QStringList cells;
-    cells.reserve(row.count(u'|') + 1);
+/// Calls `take` with each cell of a row, trimmed, as long as it gives true; whether it always did.
+template<typename Take>
+bool forEachCell(QStringView row, const Take &take) {
     qsizetype start = 0;
     for (qsizetype end = row.indexOf(u'|'); end >= 0; end = row.indexOf(u'|', start)) {
-        cells.append(trimmedLine(row.sliced(start, end - start)).toString());
+        if (!take(trimmedLine(row.sliced(start, end - start))))
+            return false;
         start = end + 1;
     }
-    cells.append(trimmedLine(row.sliced(start)).toString());
-    return cells;
+    return take(trimmedLine(row.sliced(start)));
 }
 
-bool isSeparator(const QStringList &cells) {
-    const auto isLine = [](const QString &cell) {
+Texts cellsOf(QStringView row) {
+    QVarLengthArray<QStringView, 32> cells;
+    forEachCell(row, [&](QStringView cell) {
+        cells.append(cell);
+        return true;
+    });
+    return Texts(cells.begin(), cells.end());
+}
+
+bool isSeparator(QStringView row) {
+    return forEachCell(row, [](QStringView cell) {
         return !cell.isEmpty() && std::all_of(cell.begin(), cell.end(), [](QChar character) {
             return character == u'-' || character == u':' || character == u' ';
         });
-    };
-    return std::all_of(cells.begin(), cells.end(), isLine);
+    });
 }
 
 class BlockParser {
 public:
-    explicit BlockParser(QStringView text) : m_text(text), m_lines(text) {}
+    explicit BlockParser(const QString &text) : m_text(text), m_lines(m_text) {}
 
     QList<MarkdownBlock> parse() {
         while (!m_lines.isAtEnd())
@@ -103,7 +113,7 @@ private:
             m_lines.advance();
         } else if (!takeList<block::Quote>(quoteItem) && !takeList<block::Bullet>(bulletItem) &&
                    !takeList<block::Numbered>(numberedItem) && !takeTable()) {
-            m_paragraph.append(line.toString());
+            m_pending.append(line);
             m_lines.advance();
         }
     }
@@ -116,7 +126,7 @@ private:
             m_lines.advance();
         // The line feed before the closing line is no part of the body.
         const qsizetype end = std::max(start, m_lines.start() - 1);
-        append(directiveBlock(info, m_text.sliced(start, end - start)));
+        append(directiveBlock(info, QStringView(m_text).sliced(start, end - start)));
         if (!m_lines.isAtEnd())
             m_lines.advance();
     }
@@ -127,10 +137,10 @@ private:
         auto item = itemOf(m_lines.trimmed());
         if (!item)
             return false;
-        QStringList items;
+        flush();
         for (; item; item = nextItem(itemOf))
-            items.append(item->toString());
-        append(List{std::move(items)});
+            m_pending.append(*item);
+        append(List{takePending()});
         return true;
     }
 
@@ -140,9 +150,8 @@ private:
             return false;
         block::Table table{cellsOf(*row), {}};
         while ((row = nextItem(tableRow))) {
-            QStringList cells = cellsOf(*row);
-            if (!isSeparator(cells))
-                table.rows.append(std::move(cells));
+            if (!isSeparator(*row))
+                table.rows.append(cellsOf(*row));
         }
         append(std::move(table));
         return true;
@@ -156,26 +165,31 @@ private:
     }
 
     /// Appends a block behind the paragraph that it ends.
-    void append(MarkdownBlock &&next) {
+    template<typename Block>
+    void append(Block &&next) {
         flush();
-        m_blocks.append(std::move(next));
+        m_blocks.append({m_text, std::forward<Block>(next)});
     }
 
     void flush() {
-        if (m_paragraph.isEmpty())
-            return;
-        m_blocks.append(block::Paragraph{std::move(m_paragraph)});
-        m_paragraph.clear();
+        if (!m_pending.isEmpty())
+            m_blocks.append({m_text, block::Paragraph{takePending()}});
     }
 
-    QStringView m_text;
+    Texts takePending() {
+        Texts lines(m_pending.begin(), m_pending.end());
+        m_pending.clear();
+        return lines;
+    }
+
+    const QString m_text;
     LineWalk m_lines;
-    QStringList m_paragraph; ///< plain lines that are no block yet, trimmed; none is empty
+    QVarLengthArray<QStringView, 64> m_pending; ///< trimmed lines of a paragraph, or of the list being taken
     QList<MarkdownBlock> m_blocks;
 };
 
 } // namespace
 
-QList<MarkdownBlock> parseMarkdownBlocks(QStringView text) {
+QList<MarkdownBlock> parseMarkdownBlocks(const QString &text) {
     return BlockParser(text).parse();
 }

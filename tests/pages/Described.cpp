@@ -6,48 +6,44 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString quoted(const QString &text) {
-    return u'"' + QString(text).replace(u'\n', u"\\n"_s) + u'"';
-}
-
-QString listed(const QStringList &items) {
+QString all(const Texts &items) {
     QStringList each;
-    for (const QString &item : items)
+    for (const QStringView item : items)
         each.append(quoted(item));
-    return u'[' + each.join(u", "_s) + u']';
+    return listed(each);
 }
 
-QString listed(const QList<TextPair> &pairs) {
+QString all(const QList<TextPair> &pairs) {
     QStringList each;
     for (const TextPair &pair : pairs)
-        each.append(quoted(pair.left) + u" = "_s + quoted(pair.right));
-    return u'[' + each.join(u", "_s) + u']';
+        each.append(paired(pair.left, pair.right));
+    return listed(each);
 }
 
-QString listed(const QList<LabelledNumber> &numbers) {
+QString all(const QList<LabelledNumber> &numbers) {
     QStringList each;
     for (const LabelledNumber &number : numbers)
-        each.append(quoted(number.label) + u" = "_s + QString::number(number.value, 'g', 17));
-    return u'[' + each.join(u", "_s) + u']';
+        each.append(numbered(number.label, number.value));
+    return listed(each);
 }
 
 struct Describer {
-    QString operator()(const block::Paragraph &block) const { return u"paragraph "_s + listed(block.lines); }
+    QString operator()(const block::Paragraph &block) const { return u"paragraph "_s + all(block.lines); }
     QString operator()(const block::Heading &block) const {
         return u"heading %1 "_s.arg(block.level) + quoted(block.text);
     }
     QString operator()(const block::Subtitle &block) const { return u"subtitle "_s + quoted(block.text); }
-    QString operator()(const block::Bullet &block) const { return u"bullet "_s + listed(block.items); }
-    QString operator()(const block::Numbered &block) const { return u"numbered "_s + listed(block.items); }
-    QString operator()(const block::Quote &block) const { return u"quote "_s + listed(block.lines); }
+    QString operator()(const block::Bullet &block) const { return u"bullet "_s + all(block.items); }
+    QString operator()(const block::Numbered &block) const { return u"numbered "_s + all(block.items); }
+    QString operator()(const block::Quote &block) const { return u"quote "_s + all(block.lines); }
     QString operator()(const block::Code &block) const {
         return u"code "_s + quoted(block.language) + u' ' + quoted(block.code);
     }
     QString operator()(const block::Divider &block) const { return u"divider "_s + block.color; }
     QString operator()(const block::Table &block) const {
-        QString text = u"table "_s + listed(block.header);
-        for (const QStringList &row : block.rows)
-            text += u" / "_s + listed(row);
+        QString text = u"table "_s + all(block.header);
+        for (const Texts &row : block.rows)
+            text += u" / "_s + all(row);
         return text;
     }
     QString operator()(const block::Metric &block) const { return colored(u"metric "_s, block); }
@@ -59,33 +55,49 @@ struct Describer {
         return u"callout "_s + quoted(block.text) + u' ' + block.color;
     }
     QString operator()(const block::Timeline &block) const { return colored(u"timeline "_s, block); }
-    QString operator()(const block::Sources &block) const { return u"sources "_s + listed(block.items); }
+    QString operator()(const block::Sources &block) const { return u"sources "_s + all(block.items); }
     QString operator()(const block::Flow &block) const {
-        return u"flow "_s + listed(block.steps) + u' ' + block.color;
+        return u"flow "_s + all(block.steps) + u' ' + block.color;
     }
     QString operator()(const block::Compare &block) const {
-        return u"compare "_s + listed(block.rows) + u' ' + block.color;
+        return u"compare "_s + all(block.rows) + u' ' + block.color;
     }
     QString operator()(const block::Cards &block) const { return colored(u"cards "_s, block); }
-    QString operator()(const block::Spec &block) const { return u"spec "_s + listed(block.items); }
+    QString operator()(const block::Spec &block) const { return u"spec "_s + all(block.items); }
     QString operator()(const block::Rule &) const { return u"rule"_s; }
 
 private:
     template<typename Block>
     static QString colored(const QString &name, const Block &block) {
-        return name + listed(block.items) + u' ' + block.color;
+        return name + all(block.items) + u' ' + block.color;
     }
 };
 
 } // namespace
 
+QString quoted(QStringView text) {
+    return u'"' + text.toString().replace(u'\n', u"\\n"_s) + u'"';
+}
+
+QString listed(const QStringList &items) {
+    return u'[' + items.join(u", "_s) + u']';
+}
+
+QString paired(QStringView left, QStringView right) {
+    return quoted(left) + u" = "_s + quoted(right);
+}
+
+QString numbered(QStringView label, double value) {
+    return quoted(label) + u" = "_s + QString::number(value, 'g', 17);
+}
+
 QString described(const QList<MarkdownBlock> &blocks) {
     QStringList lines;
     for (const MarkdownBlock &block : blocks)
-        lines.append(std::visit(Describer(), block));
+        lines.append(std::visit(Describer(), block.content));
     return lines.join(u'\n');
 }
 
 void PrintTo(const MarkdownBlock &block, std::ostream *stream) {
-    *stream << std::visit(Describer(), block).toStdString();
+    *stream << described({block}).toStdString();
 }

@@ -12,8 +12,8 @@ namespace {
 
 template<typename Block>
 Block made(const QString &info, const QString &body) {
-    const MarkdownBlock block = directiveBlock(info, body);
-    EXPECT_TRUE(std::holds_alternative<Block>(block)) << described({block}).toStdString();
+    const BlockContent block = directiveBlock(info, body);
+    EXPECT_TRUE(std::holds_alternative<Block>(block)) << described({{{}, block}}).toStdString();
     return std::holds_alternative<Block>(block) ? std::get<Block>(block) : Block();
 }
 
@@ -104,18 +104,18 @@ TEST(Callout, itsTextIsTrimmedAsAWhole) {
 }
 
 TEST(PlainLines, emptyOnesAreDropped) {
-    const QStringList expected{u"a"_s, u"b c"_s, u"\r"_s};
+    const Texts expected{u"a"_s, u"b c"_s, u"\r"_s};
     EXPECT_EQ(made<block::Timeline>(u"timeline:teal"_s, u" a \n\n\t\n b c\n\r"_s),
               (block::Timeline{expected, u"teal"_s}));
     EXPECT_EQ(made<block::Sources>(u"sources"_s, u" a \n\n\t\n b c\n\r"_s).items, expected);
 }
 
 TEST(Flow, linesAndArrowsGiveOneListWithoutRepeats) {
-    EXPECT_EQ(made<block::Flow>(u"flow"_s, u"A -> A -> B"_s).steps, (QStringList{u"A"_s, u"B"_s}));
+    EXPECT_EQ(made<block::Flow>(u"flow"_s, u"A -> A -> B"_s).steps, (Texts{u"A"_s, u"B"_s}));
     EXPECT_EQ(made<block::Flow>(u"flow:pink"_s, u"A -> B\nB->C\n\n-> D ->-> E\nF"_s),
               (block::Flow{{u"A"_s, u"B"_s, u"C"_s, u"D"_s, u"E"_s, u"F"_s}, u"pink"_s}));
     EXPECT_EQ(made<block::Flow>(u"flow"_s, u"A -> B -> A --> a - > b"_s).steps,
-              (QStringList{u"A"_s, u"B"_s, u"A -"_s, u"a - > b"_s}));
+              (Texts{u"A"_s, u"B"_s, u"A -"_s, u"a - > b"_s}));
 }
 
 TEST(Pairs, theFirstPipeDividesAndTheSecondStaysWithTheRight) {

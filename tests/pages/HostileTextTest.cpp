@@ -65,14 +65,14 @@ TEST(HostileText, aNumberOfAMillionDigitsIsANumber) {
 TEST(HostileText, wideTablesAndLongFlowsAreWhole) {
     const QString row = u"| a"_s.repeated(500) + u"|\n"_s;
     const auto blocks = parsedInTime(row.repeated(500));
-    const auto &table = std::get<block::Table>(blocks.first());
+    const auto &table = std::get<block::Table>(blocks.first().content);
     EXPECT_EQ(table.header.size(), 500);
     EXPECT_EQ(table.rows.size(), 499);
 
     QString flow = u"```flow\n"_s;
     for (int step = 0; step < 10'000; ++step)
         flow += u"step %1 -> "_s.arg(step);
-    EXPECT_EQ(std::get<block::Flow>(parsedInTime(flow).first()).steps.size(), 10'000);
+    EXPECT_EQ(std::get<block::Flow>(parsedInTime(flow).first().content).steps.size(), 10'000);
 }
 
 TEST(HostileText, aPageThatIsMentionedOftenIsLookedForInOnePass) {

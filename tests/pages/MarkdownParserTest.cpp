@@ -8,22 +8,27 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-using Blocks = QList<MarkdownBlock>;
+using Blocks = QList<BlockContent>;
 
+/// The views are good as long as the text is.
 Blocks parsed(const QString &text) {
-    return parseMarkdownBlocks(text);
+    Blocks contents;
+    for (const MarkdownBlock &block : parseMarkdownBlocks(text))
+        contents.append(block.content);
+    return contents;
 }
 
 /// For texts that are one block.
 template<typename Block>
 Block only(const QString &text) {
-    const Blocks blocks = parseMarkdownBlocks(text);
+    const QList<MarkdownBlock> blocks = parseMarkdownBlocks(text);
     EXPECT_EQ(blocks.size(), 1) << text.toStdString() << '\n' << described(blocks).toStdString();
-    EXPECT_TRUE(std::holds_alternative<Block>(blocks.value(0))) << described(blocks).toStdString();
-    return blocks.isEmpty() ? Block() : std::get<Block>(blocks.first());
+    const MarkdownBlock first = blocks.value(0);
+    EXPECT_TRUE(std::holds_alternative<Block>(first.content)) << described(blocks).toStdString();
+    return std::holds_alternative<Block>(first.content) ? std::get<Block>(first.content) : Block();
 }
 
-MarkdownBlock paragraph(const QStringList &lines) {
+BlockContent paragraph(const Texts &lines) {
     return block::Paragraph{lines};
 }
 
@@ -138,7 +143,7 @@ TEST(Heading, itDoesNotTakeTheNextLine) {
 
 TEST(Quote, theBlankIsNotNeededAndAnEmptyLineStays) {
     EXPECT_EQ(only<block::Quote>(u"> a\n>b\n  >\n>> c\n>  # d"_s).lines,
-              (QStringList{u"a"_s, u"b"_s, u""_s, u"> c"_s, u"# d"_s}));
+              (Texts{u"a"_s, u"b"_s, u""_s, u"> c"_s, u"# d"_s}));
 }
 
 TEST(Quote, anEmptyLineEndsIt) {
@@ -148,7 +153,7 @@ TEST(Quote, anEmptyLineEndsIt) {
 
 TEST(Bullet, theThreeMarkersMakeOneFlatList) {
     EXPECT_EQ(only<block::Bullet>(u"- a\n* b\n+ c\n\t  -   d "_s).items,
-              (QStringList{u"a"_s, u"b"_s, u"c"_s, u"d"_s}));
+              (Texts{u"a"_s, u"b"_s, u"c"_s, u"d"_s}));
 }
 
 TEST(Bullet, anEmptyLineEndsIt) {
@@ -166,15 +171,13 @@ TEST(Bullet, aRuleAmongTheItemsEndsTheList) {
 }
 
 TEST(Numbered, theNumbersAreNotKept) {
-    EXPECT_EQ(only<block::Numbered>(u"7. a\n 9.  b. c \n007. d"_s).items,
-              (QStringList{u"a"_s, u"b. c"_s, u"d"_s}));
+    EXPECT_EQ(only<block::Numbered>(u"7. a\n 9.  b. c \n007. d"_s).items, (Texts{u"a"_s, u"b. c"_s, u"d"_s}));
 }
 
 TEST(Numbered, numericCharactersOfEveryKindCount) {
     const QString digits = u"٣|५|½|Ⅳ|㊈|三|〇|1٣|\U0001D7D0|𒐕|\U00020001"_s;
     for (const QString &number : digits.split(u'|'))
-        EXPECT_EQ(only<block::Numbered>(number + u". a"_s).items, QStringList{u"a"_s})
-            << number.toStdString();
+        EXPECT_EQ(only<block::Numbered>(number + u". a"_s).items, Texts{u"a"_s}) << number.toStdString();
 }
 
 TEST(Numbered, whatIsNoNumberedLineIsText) {
@@ -212,9 +215,9 @@ TEST(Table, aSeparatorHasNothingButItsThreeCharacters) {
 TEST(Table, oneBarIsTakenFromEachEndAndNothingIsEscaped) {
     EXPECT_EQ(only<block::Table>(u"|"_s), (block::Table{{u""_s}, {}}));
     EXPECT_EQ(only<block::Table>(u"||"_s), (block::Table{{u""_s}, {}}));
-    EXPECT_EQ(only<block::Table>(u"|||"_s).header, (QStringList{u""_s, u""_s}));
-    EXPECT_EQ(only<block::Table>(u" | a \\| b | "_s).header, (QStringList{u"a \\"_s, u"b"_s}));
-    EXPECT_EQ(only<block::Table>(u"| a | b"_s).header, (QStringList{u"a"_s, u"b"_s}));
+    EXPECT_EQ(only<block::Table>(u"|||"_s).header, (Texts{u""_s, u""_s}));
+    EXPECT_EQ(only<block::Table>(u" | a \\| b | "_s).header, (Texts{u"a \\"_s, u"b"_s}));
+    EXPECT_EQ(only<block::Table>(u"| a | b"_s).header, (Texts{u"a"_s, u"b"_s}));
 }
 
 TEST(Table, rowsMayDifferInLength) {
@@ -224,4 +227,25 @@ TEST(Table, rowsMayDifferInLength) {
 
 TEST(Table, aLineThatOnlyHoldsBarsFurtherOnIsText) {
     EXPECT_EQ(parsed(u"a | b\n--- | ---"_s), Blocks{paragraph({u"a | b"_s, u"--- | ---"_s})});
+}
+
+TEST(MarkdownBlock, itKeepsTheTextThatItShows) {
+    QString text = u"- one\n- "_s + QString(100, u'x');
+    const MarkdownBlock block = parseMarkdownBlocks(text).first();
+    text.fill(u'y');
+    text.clear();
+    EXPECT_EQ(std::get<block::Bullet>(block.content).items, (Texts{u"one", QString(100, u'x')}));
+}
+
+TEST(MarkdownBlock, twoAreEqualIfTheyShowTheSame) {
+    EXPECT_EQ(parseMarkdownBlocks(u"a\n# b"_s).last(), parseMarkdownBlocks(u"# b"_s).last());
+    EXPECT_FALSE(parseMarkdownBlocks(u"# a"_s) == parseMarkdownBlocks(u"# b"_s));
+    EXPECT_FALSE(parseMarkdownBlocks(u"# a"_s) == parseMarkdownBlocks(u"- a"_s));
+}
+
+TEST(JoinedLines, aLineFeedStandsBetweenEachTwo) {
+    EXPECT_EQ(joinedLines({}), u""_s);
+    EXPECT_EQ(joinedLines({u"a"}), u"a"_s);
+    EXPECT_EQ(joinedLines({u"a", u"", u"b"}), u"a\n\nb"_s);
+    EXPECT_EQ(joinedLines({u"", u"a"}), u"\na"_s);
 }

@@ -1,5 +1,7 @@
 #include "pages/PlainDialect.h"
 
+#include "pages/Described.h"
+
 #include <QRegularExpression>
 
 #include <cstdlib>
@@ -42,18 +44,32 @@ QStringList plainLines(const QString &body) {
     return lines;
 }
 
+QString list(const QStringList &items) {
+    QStringList each;
+    for (const QString &item : items)
+        each.append(quoted(item));
+    return listed(each);
+}
+
 /// The two sides of the first mark; nothing on the right without one.
-TextPair cut(const QString &line, QChar mark) {
+std::pair<QString, QString> cut(const QString &line, QChar mark) {
     return {trimmed(line.section(mark, 0, 0)), trimmed(line.section(mark, 1))};
 }
 
-QList<TextPair> labelledValues(const QString &body) {
-    QList<TextPair> rows;
+QList<std::pair<QString, QString>> labelledValues(const QString &body) {
+    QList<std::pair<QString, QString>> rows;
     for (const QString &line : plainLines(body)) {
-        if (line.contains(u':') && !cut(line, u':').left.isEmpty())
+        if (line.contains(u':') && !cut(line, u':').first.isEmpty())
             rows.append(cut(line, u':'));
     }
     return rows;
+}
+
+QString values(const QString &body) {
+    QStringList rows;
+    for (const auto &[label, value] : labelledValues(body))
+        rows.append(paired(label, value));
+    return listed(rows);
 }
 
 double number(QString text) {
@@ -63,11 +79,11 @@ double number(QString text) {
     return bytes.isEmpty() || end != bytes.constData() + bytes.size() ? 1.0 : value;
 }
 
-QList<LabelledNumber> labelledNumbers(const QString &body) {
-    QList<LabelledNumber> rows;
-    for (const TextPair &row : labelledValues(body))
-        rows.append({row.left, number(row.right)});
-    return rows;
+QString numbers(const QString &body) {
+    QStringList rows;
+    for (const auto &[label, value] : labelledValues(body))
+        rows.append(numbered(label, number(value)));
+    return listed(rows);
 }
 
 QStringList flowSteps(const QString &body) {
@@ -81,47 +97,40 @@ QStringList flowSteps(const QString &body) {
     return steps;
 }
 
-QList<TextPair> pairs(const QString &body) {
-    QList<TextPair> rows;
+QString pairs(const QString &body) {
+    QStringList rows;
     for (const QString &line : plainLines(body)) {
-        if (!cut(line, u'|').left.isEmpty())
-            rows.append(cut(line, u'|'));
+        const auto [left, right] = cut(line, u'|');
+        if (!left.isEmpty())
+            rows.append(paired(left, right));
     }
-    return rows;
+    return listed(rows);
 }
 
-MarkdownBlock directive(const QString &info, const QString &body) {
+QString directive(const QString &info, const QString &body) {
     const QString name = trimmed(info.section(u':', 0, 0)).toLower();
-    const QString color = trimmed(info.section(u':', 1)).toLower();
+    const QString color = u' ' + trimmed(info.section(u':', 1)).toLower();
     if (name == u"metric"_s)
-        return block::Metric{labelledValues(body), color};
-    if (name == u"chart"_s)
-        return block::Chart{labelledNumbers(body), color};
-    if (name == u"line"_s)
-        return block::Line{labelledNumbers(body), color};
-    if (name == u"donut"_s)
-        return block::Donut{labelledNumbers(body), color};
-    if (name == u"progress"_s)
-        return block::Progress{labelledNumbers(body), color};
+        return u"metric "_s + values(body) + color;
+    if (name == u"chart"_s || name == u"line"_s || name == u"donut"_s || name == u"progress"_s)
+        return name + u' ' + numbers(body) + color;
     if (name == u"callout"_s)
-        return block::Callout{body.trimmed(), color};
+        return u"callout "_s + quoted(body.trimmed()) + color;
     if (name == u"timeline"_s)
-        return block::Timeline{plainLines(body), color};
+        return u"timeline "_s + list(plainLines(body)) + color;
     if (name == u"sources"_s)
-        return block::Sources{plainLines(body)};
+        return u"sources "_s + list(plainLines(body));
     if (name == u"flow"_s)
-        return block::Flow{flowSteps(body), color};
-    if (name == u"compare"_s)
-        return block::Compare{pairs(body), color};
-    if (name == u"cards"_s)
-        return block::Cards{pairs(body), color};
+        return u"flow "_s + list(flowSteps(body)) + color;
+    if (name == u"compare"_s || name == u"cards"_s)
+        return name + u' ' + pairs(body) + color;
     if (name == u"spec"_s)
-        return block::Spec{pairs(body)};
+        return u"spec "_s + pairs(body);
     if (name == u"subtitle"_s)
-        return block::Subtitle{body.trimmed()};
+        return u"subtitle "_s + quoted(body.trimmed());
     if (name == u"divider"_s)
-        return block::Divider{color};
-    return block::Code{info, body};
+        return u"divider"_s + color;
+    return u"code "_s + quoted(info) + u' ' + quoted(body);
 }
 
 QStringList cells(QString row) {
@@ -140,9 +149,9 @@ bool isSeparator(const QStringList &row) {
 }
 
 /// A line with the pattern's kind of item, whose first group is what the item holds.
-const QString quote = u">(.*)"_s;
-const QString bullet = u"[-*+] (.*)"_s;
-const QString numbered = u"[\\p{N}一二三四五六七八九十百千萬]+\\. (.+)"_s;
+const QString quoteLine = u">(.*)"_s;
+const QString bulletLine = u"[-*+] (.*)"_s;
+const QString numberedLine = u"[\\p{N}一二三四五六七八九十百千萬]+\\. (.+)"_s;
 const QString tableLine = u"\\|.*"_s;
 const QString heading = u"(#{1,6}) (.*)"_s;
 const QString rule = u"---|\\*\\*\\*|___"_s;
@@ -152,7 +161,7 @@ class PlainReader {
 public:
     explicit PlainReader(const QString &text) : m_lines(text.split(u'\n')) {}
 
-    QList<MarkdownBlock> read() {
+    QString read() {
         while (!m_lines.isEmpty()) {
             const QString line = trimmed(m_lines.first());
             if (!readBlock(line) && !line.isEmpty())
@@ -164,7 +173,7 @@ public:
                 m_lines.removeFirst();
         }
         flush();
-        return m_blocks;
+        return m_blocks.join(u'\n');
     }
 
 private:
@@ -172,22 +181,22 @@ private:
         if (is(line, fence))
             m_found.append(readFence(trimmed(match(line, fence).captured(1))));
         else if (is(line, rule))
-            m_found.append(block::Rule{});
+            m_found.append(u"rule"_s);
         else if (const auto found = match(line, heading); found.hasMatch())
-            m_found.append(
-                block::Heading{static_cast<int>(found.capturedLength(1)), trimmed(found.captured(2))});
-        else if (is(line, quote))
-            m_found.append(block::Quote{take(quote)});
-        else if (is(line, bullet))
-            m_found.append(block::Bullet{take(bullet)});
-        else if (is(line, numbered))
-            m_found.append(block::Numbered{take(numbered)});
+            m_found.append(u"heading %1 "_s.arg(found.capturedLength(1)) +
+                           quoted(trimmed(found.captured(2))));
+        else if (is(line, quoteLine))
+            m_found.append(u"quote "_s + list(take(quoteLine)));
+        else if (is(line, bulletLine))
+            m_found.append(u"bullet "_s + list(take(bulletLine)));
+        else if (is(line, numberedLine))
+            m_found.append(u"numbered "_s + list(take(numberedLine)));
         else if (is(line, tableLine))
             m_found.append(readTable());
         return !m_found.isEmpty();
     }
 
-    MarkdownBlock readFence(const QString &info) {
+    QString readFence(const QString &info) {
         m_hasTaken = true;
         m_lines.removeFirst();
         QStringList body;
@@ -198,13 +207,13 @@ private:
         return directive(info, body.join(u'\n'));
     }
 
-    MarkdownBlock readTable() {
+    QString readTable() {
         m_hasTaken = true;
-        block::Table table{cells(trimmed(m_lines.takeFirst())), {}};
+        QString table = u"table "_s + list(cells(trimmed(m_lines.takeFirst())));
         while (!m_lines.isEmpty() && is(trimmed(m_lines.first()), tableLine)) {
             const QStringList row = cells(trimmed(m_lines.takeFirst()));
             if (!isSeparator(row))
-                table.rows.append(row);
+                table += u" / "_s + list(row);
         }
         return table;
     }
@@ -219,20 +228,20 @@ private:
 
     void flush() {
         if (!m_pending.isEmpty())
-            m_blocks.append(block::Paragraph{m_pending});
+            m_blocks.append(u"paragraph "_s + list(m_pending));
         m_pending.clear();
     }
 
     QStringList m_lines;
     QStringList m_pending;
-    QList<MarkdownBlock> m_blocks;
-    QList<MarkdownBlock> m_found;
+    QStringList m_blocks;
+    QStringList m_found;
     bool m_hasTaken = false; ///< the lines of the block are gone already
 };
 
 } // namespace
 
-QList<MarkdownBlock> plainBlocksOf(const QString &text) {
+QString plainlyDescribed(const QString &text) {
     return PlainReader(text).read();
 }
 
