@@ -113,7 +113,7 @@ TEST_F(ModelDownloaderTest, progressIsToldByTheEventLoopOfTheMainThread) {
     const FileServer server(file);
     bool isElsewhere = false;
     downloader->onProgress = [&](const DownloadProgress &progress) {
-        isElsewhere = isElsewhere || QThread::currentThread() != qApp->thread();
+        isElsewhere = isElsewhere || QThread::currentThread() != QCoreApplication::instance()->thread();
         told.append(progress);
     };
     const Run run = begin(tierAt(server.url()));
