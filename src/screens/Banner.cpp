@@ -1,6 +1,5 @@
 #include "screens/Banner.h"
 
-#include "screens/Icon.h"
 #include "screens/Look.h"
 #include "screens/Style.h"
 #include "screens/TextBox.h"
@@ -14,36 +13,57 @@ namespace {
 constexpr double fillOpacity = 0.12;
 constexpr int textLeft = style::spaceWide + style::iconSize + style::space;
 
+Icon iconOf(Banner::Tone tone) {
+    switch (tone) {
+    case Banner::Tone::problem:
+        return Icon::warning;
+    case Banner::Tone::remark:
+        return Icon::information;
+    case Banner::Tone::offer:
+        return Icon::download;
+    }
+    Q_UNREACHABLE();
+}
+
 } // namespace
 
-Banner::Banner(const Look &look, const QString &action, QWidget *parent)
+Banner::Banner(const Look &look, Tone tone, QWidget *parent)
     : QWidget(parent),
       m_look(look),
-      m_text(new TextBox(look, {.text = TextStyle::callout}, style::noticeTextMaximumHeight, this)) {
-    auto *button = new WordButton(look, action, WordButton::Tone::quiet, this);
-    auto *row = new QHBoxLayout(this);
-    row->setContentsMargins(textLeft, style::space, style::space, style::space);
-    row->setSpacing(style::spaceWide);
-    row->addWidget(m_text, 1, Qt::AlignVCenter);
-    row->addWidget(button, 0, Qt::AlignVCenter);
-    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+      m_tone(tone),
+      m_text(new TextBox(look, {.text = TextStyle::callout}, style::noticeTextMaximumHeight, this)),
+      m_row(new QHBoxLayout(this)) {
+    m_row->setContentsMargins(textLeft, style::space, style::space, style::space);
+    m_row->setSpacing(style::spaceSmall);
+    m_row->addWidget(m_text, 1, Qt::AlignVCenter);
+    m_row->addSpacing(style::spaceSmall);
+    // In a low window the text scrolls in less room.
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Maximum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
-    connect(button, &WordButton::clicked, this, &Banner::actionRequested);
     connect(&look, &Look::changed, this, qOverload<>(&QWidget::update));
+    setText({});
+}
+
+WordButton *Banner::addButton(const QString &word) {
+    auto *button = new WordButton(m_look, word, WordButton::Tone::quiet, this);
+    m_row->addWidget(button, 0, Qt::AlignVCenter);
+    return button;
 }
 
 void Banner::setText(const QString &text) {
     m_text->setText(text);
+    setVisible(!text.isEmpty());
 }
 
 void Banner::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QColor color = m_look.palette().bad();
+    const Palette &palette = m_look.palette();
+    const QColor color = m_tone == Tone::problem ? palette.bad() : palette.accent;
     painter.setPen(Qt::NoPen);
     painter.setBrush(withOpacity(color, fillOpacity));
     painter.drawRoundedRect(rect(), style::radiusCard, style::radiusCard);
     const double top = (height() - style::iconSize) / 2.0;
-    drawIcon(painter, Icon::warning, QRectF(style::spaceWide, top, style::iconSize, style::iconSize), color);
+    drawIcon(painter, iconOf(m_tone), QRectF(style::spaceWide, top, style::iconSize, style::iconSize), color);
 }

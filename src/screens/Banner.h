@@ -1,27 +1,41 @@
 #pragma once
 
+#include "screens/Icon.h"
+
 #include <QWidget>
 
 class Look;
+class QHBoxLayout;
 class TextBox;
+class WordButton;
 
-/// A notice over the chat: what is wrong, and the one thing to do about it. A long text scrolls in it.
+/// A notice over the chat: what is wrong or on offer, and what can be done about it. A long text scrolls
+/// in it.
 class Banner : public QWidget {
     Q_OBJECT
 
 public:
+    enum class Tone {
+        problem, ///< something doesn't work
+        remark,  ///< something to know
+        offer,   ///< something to take or leave
+    };
+
     /// `look` must outlive this object.
-    Banner(const Look &look, const QString &action, QWidget *parent = nullptr);
+    Banner(const Look &look, Tone tone, QWidget *parent = nullptr);
 
+    /// Adds a button after those that are there.
+    WordButton *addButton(const QString &word);
+
+    /// Shows the banner with that text, or takes it away where the text is empty.
     void setText(const QString &text);
-
-Q_SIGNALS:
-    void actionRequested();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
     const Look &m_look;
+    const Tone m_tone;
     TextBox *m_text;
+    QHBoxLayout *m_row;
 };

@@ -10,6 +10,7 @@
 #include "screens/Style.h"
 #include "screens/Submission.h"
 #include "screens/Toast.h"
+#include "screens/WordButton.h"
 
 #include <QKeyEvent>
 #include <QStackedLayout>
@@ -38,8 +39,10 @@ ChatScreen::ChatScreen(AppState &app, const Look &look, Clock &clock, QWidget *p
       m_app(app),
       m_look(look),
       m_bar(new ChatBar(look, this)),
-      m_banners(new QWidget(this)),
-      m_engineBanner(new Banner(look, u"Try again"_s, this)),
+      m_moveBanner(new Banner(look, Banner::Tone::remark)),
+      m_upgradeBanner(new Banner(look, Banner::Tone::offer)),
+      m_engineBanner(new Banner(look, Banner::Tone::problem)),
+      m_banners(makeBanners()),
       m_empty(new EmptyState(look, this)),
       m_list(new MessageList(look, this)),
       m_composer(new ComposerView(look, this)),
@@ -59,10 +62,24 @@ void ChatScreen::build() {
     column->setContentsMargins(0, 0, 0, style::composerBottom - reach);
     column->setSpacing(0);
     column->addWidget(m_bar);
-    m_banners->setLayout(inColumn(m_engineBanner, 0, {margin, style::space, margin, 0}));
-    column->addWidget(m_banners);
+    column->addLayout(inColumn(m_banners, 0, {margin, 0, margin, 0}));
     column->addLayout(m_middle, 1);
     column->addLayout(inColumn(m_composer, reach, {margin - reach, 0, margin - reach, 0}));
+}
+
+QWidget *ChatScreen::makeBanners() {
+    auto *banners = new QWidget(this);
+    auto *column = new QVBoxLayout(banners);
+    column->setContentsMargins(0, style::space, 0, 0);
+    column->setSpacing(style::spaceSmall);
+    for (Banner *banner : {m_moveBanner, m_upgradeBanner, m_engineBanner})
+        column->addWidget(banner);
+    connect(m_upgradeBanner->addButton(u"Download"_s), &WordButton::clicked, &m_app,
+            &AppState::acceptUpgrade);
+    connect(m_upgradeBanner->addButton(u"Not now"_s), &WordButton::clicked, &m_app,
+            &AppState::dismissUpgrade);
+    connect(m_engineBanner->addButton(u"Try again"_s), &WordButton::clicked, &m_app, &AppState::resolveModel);
+    return banners;
 }
 
 void ChatScreen::observe() {
@@ -72,7 +89,8 @@ void ChatScreen::observe() {
     connect(&chat, &ChatController::streamingIDChanged, this, &ChatScreen::refresh);
     connect(&m_app.engine(), &EngineManager::statusChanged, this, &ChatScreen::refresh);
     connect(&m_app, &AppState::activeTierChanged, this, &ChatScreen::refresh);
-    connect(m_engineBanner, &Banner::actionRequested, &m_app, &AppState::resolveModel);
+    connect(&m_app, &AppState::needsMoveToApplicationsChanged, this, &ChatScreen::refresh);
+    connect(&chat, &ChatController::upgradeBannerChanged, this, &ChatScreen::refresh);
     connect(m_empty, &EmptyState::suggested, this, [this](const QString &text) { submit(text); });
     connect(m_composer, &ComposerView::textChanged, this, [this](const QString &text) { m_draft = text; });
     connect(m_composer, &ComposerView::sendRequested, this, [this] { submit(); });
@@ -105,7 +123,9 @@ void ChatScreen::refresh() {
                               .streamingID = chat.streamingID(),
                               .isGenerating = chat.isGenerating(),
                               .engine = m_app.engine().status(),
-                              .activeTier = m_app.activeTier()}));
+                              .activeTier = m_app.activeTier(),
+                              .needsMoveToApplications = m_app.needsMoveToApplications(),
+                              .upgradeBanner = chat.upgradeBanner()}));
     if (m_model.conversationID != before)
         focusComposer();
 }
@@ -114,8 +134,10 @@ void ChatScreen::setModel(const ChatScreenModel &model) {
     m_model = model;
     m_bar->setTitle(model.title);
     m_bar->setLamp(model.lamp);
+    m_moveBanner->setText(model.moveHint);
+    m_upgradeBanner->setText(model.upgradeOffer);
     m_engineBanner->setText(model.engineFailure);
-    m_banners->setVisible(!model.engineFailure.isEmpty());
+    m_banners->setVisible(!(model.moveHint + model.upgradeOffer + model.engineFailure).isEmpty());
     m_empty->setHint(model.emptyHint);
     m_list->setRows(model.conversationID, model.rows);
     m_middle->setCurrentIndex(model.showsEmptyState ? 0 : 1);

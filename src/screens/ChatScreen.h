@@ -15,7 +15,7 @@ class MessageList;
 class QStackedLayout;
 class Toast;
 
-/// The chat: the bar, a banner where something is wrong, the messages or the empty state, and the
+/// The chat: the bar, banners where something is wrong or on offer, the messages or the empty state, and the
 /// composer. It holds only the text that is being written; everything else it observes.
 class ChatScreen : public QWidget {
     Q_OBJECT
@@ -43,6 +43,7 @@ protected:
 
 private:
     void build();
+    QWidget *makeBanners();
     void observe();
     void refresh();
     void placeToast();
@@ -52,8 +53,10 @@ private:
     ChatScreenModel m_model;
     QString m_draft;
     ChatBar *m_bar;
-    QWidget *m_banners;
+    Banner *m_moveBanner;
+    Banner *m_upgradeBanner;
     Banner *m_engineBanner;
+    QWidget *m_banners;
     EmptyState *m_empty;
     MessageList *m_list;
     QStackedLayout *m_middle = nullptr;

@@ -39,6 +39,10 @@ QList<MessageRowModel> messageRows(const Conversation &conversation,
 ChatScreenModel chatScreenModel(const ChatScreenState &state) {
     ChatScreenModel model;
     model.lamp = statusLamp(state.engine);
+    if (state.needsMoveToApplications)
+        model.moveHint = u"Ostrelin is running from a temporary location. Move it to the Applications "
+                         "folder, then open it from there."_s;
+    model.upgradeOffer = state.upgradeBanner.value_or(QString());
     if (state.engine.state == EngineStatus::State::failed)
         model.engineFailure = state.engine.failure;
     model.isGenerating = state.isGenerating;

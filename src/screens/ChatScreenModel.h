@@ -18,6 +18,8 @@ struct ChatScreenState {
     bool isGenerating = false;
     EngineStatus engine;
     std::optional<ModelTier> activeTier;
+    bool needsMoveToApplications = false;
+    std::optional<QString> upgradeBanner;
 };
 
 /// What the chat screen shows. A plain value.
@@ -25,7 +27,9 @@ struct ChatScreenModel {
     QUuid conversationID; ///< null while no chat is open
     QString title;
     StatusLamp lamp;
-    QString engineFailure;       ///< the engine banner's text; empty for no banner
+    QString moveHint; ///< the banners' texts; empty for no banner
+    QString upgradeOffer;
+    QString engineFailure;
     QList<MessageRowModel> rows; ///< empty in the empty state
     bool showsEmptyState = false;
     QString emptyHint; ///< under the heading of the empty state; empty for none

@@ -3,6 +3,7 @@
 #include "screens/ComposerTextView.h"
 #include "screens/Look.h"
 #include "screens/RoundButton.h"
+#include "screens/Shadow.h"
 #include "screens/Style.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -83,13 +84,7 @@ void ComposerView::paintEvent(QPaintEvent *) {
     constexpr int reach = style::shadowReach;
     const QRectF box = QRectF(rect()).adjusted(reach, reach, -reach, -reach);
     const Palette &palette = m_look.palette();
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(palette.shadow());
-    // Faint boxes over each other, a little lower than the real one, add up to a soft shadow.
-    for (int step = reach; step > 0; --step) {
-        const QRectF around = box.adjusted(-step, -step, step, step).translated(0, style::shadowDrop);
-        painter.drawRoundedRect(around, style::radiusBubble + step, style::radiusBubble + step);
-    }
+    drawShadow(painter, box, style::radiusBubble, palette.shadow());
     painter.setBrush(palette.background);
     painter.drawRoundedRect(box, style::radiusBubble, style::radiusBubble);
     painter.setBrush(palette.surface);

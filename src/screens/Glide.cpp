@@ -1,8 +1,9 @@
 #include "screens/Glide.h"
 
-Glide::Glide(std::chrono::milliseconds duration, QObject *parent) : QObject(parent) {
+Glide::Glide(std::chrono::milliseconds duration, QEasingCurve::Type curve, QObject *parent)
+    : QObject(parent) {
     m_animation.setDuration(int(duration.count()));
-    m_animation.setEasingCurve(QEasingCurve::OutCubic);
+    m_animation.setEasingCurve(curve);
     connect(&m_animation, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
         // Setting its ends makes an animation tell a value too.
         if (!isUnderWay())

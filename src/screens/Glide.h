@@ -6,12 +6,14 @@
 
 #include <chrono>
 
-/// A number on its eased way to another. Main thread only.
+/// A number on its way to another. Main thread only.
 class Glide : public QObject {
     Q_OBJECT
 
 public:
-    explicit Glide(std::chrono::milliseconds duration, QObject *parent = nullptr);
+    /// `curve` is how it goes: fast at first and slow in the end, unless said otherwise.
+    explicit Glide(std::chrono::milliseconds duration, QEasingCurve::Type curve = QEasingCurve::OutCubic,
+                   QObject *parent = nullptr);
 
     /// Sets out; a way that is under way ends where it is. With reduced motion it is there at once.
     void go(double from, double to, Motion motion);

@@ -13,8 +13,22 @@ QString fileOf(Icon icon) {
     switch (icon) {
     case Icon::arrowUp:
         return u":/icons/arrow-up.svg"_s;
+    case Icon::chip:
+        return u":/icons/chip.svg"_s;
+    case Icon::clock:
+        return u":/icons/clock.svg"_s;
+    case Icon::download:
+        return u":/icons/download.svg"_s;
+    case Icon::information:
+        return u":/icons/information.svg"_s;
+    case Icon::page:
+        return u":/icons/page.svg"_s;
+    case Icon::palette:
+        return u":/icons/palette.svg"_s;
     case Icon::stop:
         return u":/icons/stop.svg"_s;
+    case Icon::trash:
+        return u":/icons/trash.svg"_s;
     case Icon::warning:
         return u":/icons/warning.svg"_s;
     }

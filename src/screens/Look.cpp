@@ -1,6 +1,7 @@
 #include "screens/Look.h"
 
 #include <QApplication>
+#include <QToolTip>
 
 void Look::follow(const Settings &settings) {
     const TextPreferences text{settings.textSize, settings.typeFace};
@@ -23,4 +24,10 @@ void Look::applyToApplication() const {
     const QFont body = font(TextStyle::body);
     if (QApplication::font() != body)
         QApplication::setFont(body);
+    // Tool tips have colours and a font of their own, which the application's replace.
+    const QFont remark = font(TextStyle::caption);
+    if (QToolTip::palette() != colors)
+        QToolTip::setPalette(colors);
+    if (QToolTip::font() != remark)
+        QToolTip::setFont(remark);
 }

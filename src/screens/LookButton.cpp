@@ -19,6 +19,14 @@ LookButton::LookButton(const Look &look, const QString &name, QWidget *parent)
     });
 }
 
+void LookButton::setName(const QString &name) {
+    if (text() == name)
+        return;
+    setText(name);
+    setAccessibleName(name);
+    updateGeometry();
+}
+
 QColor LookButton::byState(const QColor &rest, const QColor &hovered, const QColor &pressed) const {
     if (isDown())
         return pressed;

@@ -13,6 +13,9 @@ public:
     /// `look` must outlive this object. `name` is what the button is called, on screen or aloud.
     LookButton(const Look &look, const QString &name, QWidget *parent = nullptr);
 
+    /// Calls the button something else, on screen and aloud.
+    void setName(const QString &name);
+
     /// True while the focus is here because of a key.
     bool showsFocus() const { return m_showsFocus && hasFocus(); }
 

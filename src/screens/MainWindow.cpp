@@ -1,11 +1,16 @@
 #include "screens/MainWindow.h"
 
 #include "core/AppState.h"
-#include "screens/ChatScreen.h"
+#include "screens/ApplicationIcon.h"
 #include "screens/Front.h"
+#include "screens/PageListView.h"
 #include "screens/RootView.h"
+#include "screens/ScheduleListView.h"
+#include "screens/SettingsView.h"
+#include "screens/SideWindow.h"
 #include "screens/Style.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QMenuBar>
 
@@ -15,9 +20,12 @@ MainWindow::MainWindow(AppState &app, Clock &clock) : m_app(app) {
     // The settings are read here already, so that the first picture has the person's own colours.
     m_look.follow(loadSettings());
     setWindowTitle(u"Ostrelin"_s);
+    setWindowIcon(applicationIcon());
     auto *root = new RootView(app, m_look, clock);
     setCentralWidget(root);
-    buildMenu();
+    m_commands.fill(*menuBar()->addMenu(u"&File"_s), *this);
+    connectCommands();
+    addWindows();
     takeLook();
     resize(style::windowWidth, style::windowHeight);
 
@@ -34,13 +42,43 @@ void MainWindow::comeToFront(const QString &activationToken) {
     bringToFront(*this, activationToken);
 }
 
-void MainWindow::buildMenu() {
-    QMenu *file = menuBar()->addMenu(u"&File"_s);
-    m_newChat = file->addAction(u"New Chat"_s, QKeySequence(Qt::CTRL | Qt::Key_N), &m_app.chat(),
-                                &ChatController::newChat);
-    file->addSeparator();
-    QAction *quit = file->addAction(u"Quit"_s, QKeySequence(Qt::CTRL | Qt::Key_Q), qApp, &QApplication::quit);
-    quit->setMenuRole(QAction::QuitRole);
+void MainWindow::connectCommands() {
+    const auto opens = [this](QAction *command, QStringView id) {
+        connect(command, &QAction::triggered, this, [this, id] { m_windows.open(id); });
+    };
+    opens(m_commands.schedules(), windowid::schedules);
+    opens(m_commands.pages(), windowid::pages);
+    opens(m_commands.settings(), windowid::settings);
+    connect(m_commands.newChat(), &QAction::triggered, this, &MainWindow::startNewChat);
+    connect(m_commands.quit(), &QAction::triggered, qApp, &QApplication::quit);
+}
+
+void MainWindow::addWindows() {
+    m_windows.add(windowid::schedules, [this] {
+        return sideWindow(u"Scheduled Runs"_s, new ScheduleListView(m_look),
+                          {style::schedulesWidth, style::schedulesHeight});
+    });
+    m_windows.add(windowid::pages, [this] {
+        return sideWindow(u"Pages"_s, new PageListView(m_look), {style::pagesWidth, style::pagesHeight});
+    });
+    m_windows.add(windowid::settings, [this] {
+        return sideWindow(u"Settings"_s, new SettingsView(m_app, m_look),
+                          {style::settingsWidth, style::settingsHeight});
+    });
+}
+
+std::unique_ptr<QWidget> MainWindow::sideWindow(const QString &title, QWidget *content, const QSize &size) {
+    auto window = std::make_unique<SideWindow>(m_look, title, content);
+    window->resize(size);
+    m_commands.equip(*window);
+    return window;
+}
+
+void MainWindow::startNewChat() {
+    m_app.chat().newChat();
+    // The wish may come from a window beside this one.
+    if (!isActiveWindow())
+        comeToFront();
 }
 
 void MainWindow::takeLook() {
@@ -53,5 +91,5 @@ void MainWindow::followSettings() {
 }
 
 void MainWindow::followPhase() {
-    m_newChat->setEnabled(std::holds_alternative<phase::Ready>(m_app.phase()));
+    m_commands.newChat()->setEnabled(isIn<phase::Ready>(m_app.phase()));
 }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "platform/ReducedMotion.h"
+#include "screens/Commands.h"
 #include "screens/Look.h"
+#include "screens/Windows.h"
 
 #include <QMainWindow>
 
@@ -9,8 +11,9 @@ class AppState;
 class Clock;
 class RootView;
 
-/// The program's main window, with its menu. It keeps the look of the whole application in step with
-/// the settings and with the person's wish for less motion.
+/// The program's main window, with its menu and the windows that the menu opens. It keeps the look of the
+/// whole application in step with the settings and with the person's wish for less motion. Closing it
+/// hides it: it can come back as long as another window is open, and the program ends with the last one.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
@@ -19,13 +22,17 @@ public:
     MainWindow(AppState &app, Clock &clock);
 
     const Look &look() const { return m_look; }
+    Windows &windows() { return m_windows; }
 
     /// Shows the window again where it was closed or minimised, and gives it the focus as far as the
     /// desktop lets it; `activationToken` as for bringToFront().
     void comeToFront(const QString &activationToken = {});
 
 private:
-    void buildMenu();
+    void connectCommands();
+    void addWindows();
+    std::unique_ptr<QWidget> sideWindow(const QString &title, QWidget *content, const QSize &size);
+    void startNewChat();
     void takeLook();
     void followSettings();
     void followPhase();
@@ -33,5 +40,6 @@ private:
     AppState &m_app;
     Look m_look;
     ReducedMotion m_reducedMotion;
-    QAction *m_newChat = nullptr;
+    Commands m_commands;
+    Windows m_windows;
 };

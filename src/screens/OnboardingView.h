@@ -5,13 +5,18 @@
 #include <QWidget>
 
 class AppState;
+class ApplicationIcon;
 class Label;
+class LoadingWordmark;
 class Look;
+class OnboardingButtons;
+class ProgressBar;
+class Sheet;
 class Spinner;
 class TextBox;
 
-/// The one centred screen that stands wherever the chat isn't ready: the program's name, and under it
-/// what goes on or what went wrong.
+/// The one centred screen that stands wherever the chat isn't ready: the program's name or icon, and under
+/// it what goes on, what went wrong, and what to do. The name stands at the same height in every phase.
 class OnboardingView : public QWidget {
     Q_OBJECT
 
@@ -21,15 +26,35 @@ public:
 
     /// Shows that state.
     void setModel(const OnboardingModel &model);
+    const OnboardingModel &model() const { return m_model; }
+
+protected:
+    void showEvent(QShowEvent *event) override;
 
 private:
-    QWidget *makeHelp();
+    QWidget *makeTop();
+    QWidget *makeDownload();
+    QWidget *makeRoom();
+    Sheet *makeWhySize(const Look &look);
+    void observe();
+    void refresh();
+    void followWhySize();
+    void giveFocus();
+    void act(OnboardingModel::Button button);
     void copyDiagnostics() const;
 
     AppState &m_app;
-    const Look &m_look;
+    OnboardingModel m_model;
+    ApplicationIcon *m_icon;
+    LoadingWordmark *m_name;
     Spinner *m_spinner;
+    Label *m_tagline;
     Label *m_callout;
     TextBox *m_message;
-    QWidget *m_help;
+    Label *m_headline;
+    ProgressBar *m_progress;
+    Label *m_status;
+    QWidget *m_download;
+    OnboardingButtons *m_buttons;
+    Sheet *m_whySize;
 };

@@ -1,7 +1,6 @@
 #include "screens/Palette.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -16,6 +15,12 @@ constexpr double pressedOpacity = 0.16;
 constexpr double selectionShare = 0.32;
 constexpr double livelyAccentShare = 0.1;
 constexpr double pressedAccentShare = 0.2;
+constexpr double destructiveShareOnDark = 0.36;
+constexpr double destructiveShareOnLight = 0.12;
+constexpr double destructiveOpacity = 0.1;
+constexpr double livelyDestructiveOpacity = 0.16;
+constexpr double pressedDestructiveOpacity = 0.24;
+constexpr double grooveOpacity = 0.12;
 constexpr double edgeOpacity = 0.08;
 constexpr double livelyEdgeOpacity = 0.18;
 
@@ -113,6 +118,10 @@ QColor Palette::cardFill() const {
     return withOpacity(ink, cardOpacity);
 }
 
+QColor Palette::raisedFill() const {
+    return appearance == Appearance::dark ? pressedFill() : background;
+}
+
 QColor Palette::onAccent() const {
     return *std::max_element(bubbleInks.begin(), bubbleInks.end(),
                              [this](const QColor &one, const QColor &other) {
@@ -136,6 +145,35 @@ QColor Palette::livelyAccent() const {
 
 QColor Palette::pressedAccent() const {
     return mixed(accent, onAccent(), pressedAccentShare);
+}
+
+QColor Palette::destructiveInk() const {
+    return mixed(bad(), ink,
+                 appearance == Appearance::dark ? destructiveShareOnDark : destructiveShareOnLight);
+}
+
+QColor Palette::destructiveFill() const {
+    return withOpacity(bad(), destructiveOpacity);
+}
+
+QColor Palette::livelyDestructiveFill() const {
+    return withOpacity(bad(), livelyDestructiveOpacity);
+}
+
+QColor Palette::pressedDestructiveFill() const {
+    return withOpacity(bad(), pressedDestructiveOpacity);
+}
+
+QColor Palette::veil() const {
+    return withOpacity(Qt::black, appearance == Appearance::dark ? 0.5 : 0.28);
+}
+
+QColor Palette::done() const {
+    return waking();
+}
+
+QColor Palette::groove() const {
+    return withOpacity(ink, grooveOpacity);
 }
 
 QColor Palette::good() const {
@@ -174,6 +212,10 @@ QString displayName(Theme theme) {
 
 QColor amber() {
     return rgb(0.965, 0.651, 0.227);
+}
+
+std::array<QColor, 3> sunColors() {
+    return {rgb(1, 0.914, 0.651), amber(), rgb(0.91, 0.51, 0.227)};
 }
 
 double contrast(const QColor &one, const QColor &other) {

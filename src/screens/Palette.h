@@ -5,6 +5,8 @@
 #include <QColor>
 #include <QPalette>
 
+#include <array>
+
 /// The appearance that a theme forces on the application.
 enum class Appearance { light, dark };
 
@@ -28,6 +30,9 @@ struct Palette {
     QColor livelyFill() const;
     QColor pressedFill() const;
 
+    /// Behind the one of several quiet things that is chosen.
+    QColor raisedFill() const;
+
     /// Behind cards that are buttons, at rest.
     QColor cardFill() const;
 
@@ -42,6 +47,19 @@ struct Palette {
     QColor livelyAccent() const;
     QColor pressedAccent() const;
 
+    /// Words that warn of what can't be undone, and behind them: at rest, under the pointer, pressed.
+    QColor destructiveInk() const;
+    QColor destructiveFill() const;
+    QColor livelyDestructiveFill() const;
+    QColor pressedDestructiveFill() const;
+
+    /// What lies over a window behind a sheet.
+    QColor veil() const;
+
+    /// The part of a bar that is done, and the groove that it fills.
+    QColor done() const;
+    QColor groove() const;
+
     /// The lamp's colours for an engine that is ready, waking up, failed.
     QColor good() const;
     QColor waking() const;
@@ -54,6 +72,10 @@ struct Palette {
     QColor shadow() const;
 };
 
+/// All themes, in the order in which the settings show them.
+inline constexpr std::array themes = {Theme::lightBlue, Theme::pink,      Theme::crispWhite,
+                                      Theme::gray,      Theme::nearBlack, Theme::softGreen};
+
 /// The colours of a theme.
 const Palette &paletteOf(Theme theme);
 
@@ -62,6 +84,9 @@ QString displayName(Theme theme);
 
 /// The amber of the program's own mark, the same in every theme.
 QColor amber();
+
+/// The three colours of the program's sun, from top to bottom, the same in every theme.
+std::array<QColor, 3> sunColors();
 
 /// The contrast of two opaque colours, 1 to 21 (WCAG 2.1, "contrast ratio").
 double contrast(const QColor &one, const QColor &other);

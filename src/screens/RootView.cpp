@@ -33,11 +33,10 @@ void RootView::paintEvent(QPaintEvent *event) {
 }
 
 void RootView::showPhase() {
-    const bool isReady = std::holds_alternative<phase::Ready>(m_app.phase());
+    const bool isReady = isIn<phase::Ready>(m_app.phase());
     if (isReady && !m_chat) {
         m_chat = new ChatScreen(m_app, m_look, m_clock);
         m_stack->addWidget(m_chat);
     }
-    m_onboarding->setModel(onboardingModel(m_app.phase()));
     m_stack->setCurrentWidget(isReady ? static_cast<QWidget *>(m_chat) : m_onboarding);
 }

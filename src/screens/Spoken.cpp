@@ -14,6 +14,13 @@ public:
         const auto *spoken = dynamic_cast<const Spoken *>(object());
         return kind == QAccessible::Name && spoken ? spoken->spokenName() : QAccessibleWidget::text(kind);
     }
+
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        const auto *spoken = dynamic_cast<const Spoken *>(object());
+        state.modal = state.modal || (spoken && spoken->isSpokenModal());
+        return state;
+    }
 };
 
 QAccessibleInterface *interfaceOf(const QString &, QObject *object) {

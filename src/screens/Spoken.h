@@ -11,6 +11,9 @@ public:
     virtual QAccessible::Role spokenRole() const = 0;
     virtual QString spokenName() const = 0;
 
+    /// True if nothing else in the window can be reached while this is seen.
+    virtual bool isSpokenModal() const { return false; }
+
     /// Makes such widgets known to the toolkit. Further calls do nothing. Main thread.
     static void install();
 };

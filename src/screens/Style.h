@@ -24,6 +24,7 @@ inline constexpr int spaceWide = 16;
 inline constexpr int spaceLarge = 24;
 
 // Radii.
+inline constexpr int radiusMark = 7;
 inline constexpr int radiusButton = 9;
 inline constexpr int radiusCard = 12;
 inline constexpr int radiusBubble = 16;
@@ -77,12 +78,51 @@ inline constexpr int lampArea = 24;
 inline constexpr auto lampPulse = 1400ms;
 
 // The onboarding screen.
+inline constexpr int applicationIcon = 112;
 inline constexpr int onboardingTextWidth = 520;
 inline constexpr int onboardingTextHeight = 132;
-inline constexpr int onboardingRoom = 190;
+inline constexpr int onboardingRoom = 204;
+inline constexpr auto wordmarkShine = 2200ms;
+inline constexpr int progressWidth = 380;
+inline constexpr int progressHeight = 6;
+inline constexpr auto progressGlide = 180ms;
 inline constexpr int spinner = 22;
 inline constexpr int spinnerWeight = 2;
 inline constexpr auto spinnerTurn = 1000ms;
+
+// Sheets.
+inline constexpr int sheetWidth = 440;
+inline constexpr int sheetPadding = 24;
+inline constexpr auto sheetFade = 160ms;
+
+// The settings window.
+inline constexpr int settingsWidth = 780;
+inline constexpr int settingsHeight = 560;
+inline constexpr int paneListWidth = 184;
+inline constexpr int paneRowHeight = 32;
+inline constexpr int panePadding = 24;
+inline constexpr int formPadding = 16;
+inline constexpr int formRowHeight = 44;
+inline constexpr int segmentPadding = 12;
+inline constexpr int segmentInset = 2;
+inline constexpr int swatchWidth = 28;
+inline constexpr int swatchHeight = 20;
+inline constexpr int swatchRadius = 4;
+inline constexpr int swatchDot = 6;
+inline constexpr int swatchGap = 3;
+
+// The further windows.
+inline constexpr int quietSymbol = 40;
+inline constexpr int schedulesWidth = 640;
+inline constexpr int schedulesHeight = 520;
+inline constexpr int schedulesMinimumWidth = 520;
+inline constexpr int schedulesMinimumHeight = 420;
+inline constexpr int pagesMinimumWidth = 360;
+inline constexpr int pagesMinimumHeight = 420;
+inline constexpr int pagesWidth = 900;
+inline constexpr int pagesHeight = 640;
+inline constexpr int pageListWidth = 240;
+inline constexpr int pageListMinimumWidth = 200;
 
 // The typing indicator.
 inline constexpr int typingDot = 7;

@@ -32,5 +32,6 @@ QSize TextBox::sizeHint() const {
 }
 
 int TextBox::heightForWidth(int width) const {
-    return std::min(m_text->heightForWidth(width), m_maximumHeight);
+    // A layout may offer more than the box would take.
+    return std::min(m_text->heightForWidth(std::min(width, maximumWidth())), m_maximumHeight);
 }

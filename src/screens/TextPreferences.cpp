@@ -2,8 +2,6 @@
 
 #include <QFontDatabase>
 
-#include <array>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -28,12 +26,16 @@ int sizeOf(TextStyle style, int body) {
         return wordmarkSize;
     case TextStyle::heading:
         return body + 13;
+    case TextStyle::headline:
+    case TextStyle::tagline:
+        return body + 2;
     case TextStyle::title:
     case TextStyle::callout:
         return body - 1;
     case TextStyle::body:
         return body;
     case TextStyle::control:
+    case TextStyle::caption:
         return body - 2;
     }
     Q_UNREACHABLE();
@@ -44,12 +46,15 @@ QFont::Weight weightOf(TextStyle style) {
     case TextStyle::wordmark:
     case TextStyle::heading:
         return QFont::Bold;
+    case TextStyle::headline:
     case TextStyle::title:
         return QFont::DemiBold;
     case TextStyle::control:
         return QFont::Medium;
+    case TextStyle::tagline:
     case TextStyle::body:
     case TextStyle::callout:
+    case TextStyle::caption:
         return QFont::Normal;
     }
     Q_UNREACHABLE();

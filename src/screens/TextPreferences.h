@@ -4,14 +4,19 @@
 
 #include <QFont>
 
+#include <array>
+
 /// The steps of the one type scale.
 enum class TextStyle {
     wordmark, ///< the program's name at the start
     heading,  ///< the one large line of a screen
+    headline, ///< what goes on, under the program's name; the heading of a sheet
+    tagline,  ///< the same, said in passing
     title,    ///< the name of what a window shows
     body,     ///< messages, and what a person writes
     callout,  ///< text that goes with something
     control,  ///< words on buttons
+    caption,  ///< a remark under something
 };
 
 /// The person's choice of text, from which every font of the windows follows. A plain value.
@@ -27,6 +32,11 @@ int bodySize(TextSize size);
 
 /// The space between two lines of body text, added to the font's own height.
 int lineSpacing(TextSize size);
+
+/// All sizes and faces, in the order in which the settings show them.
+inline constexpr std::array textSizes = {TextSize::small, TextSize::medium, TextSize::large,
+                                         TextSize::extraLarge};
+inline constexpr std::array typeFaces = {TypeFace::sans, TypeFace::serif};
 
 /// The size's and the face's names as the settings show them.
 QString displayName(TextSize size);

@@ -134,3 +134,13 @@ TEST(SubmissionTest, nothingIsSentWithoutAWord) {
 TEST(SubmissionTest, aTextGoesOutAsItWasWritten) {
     EXPECT_EQ(submission(u" Hi \n"_s, false), (Submission{Submission::Kind::send, u" Hi \n"_s}));
 }
+
+TEST(ChatScreenModelTest, aTemporaryPlaceAndABetterModelHaveTheirBanners) {
+    EXPECT_EQ(chatScreenModel({}).moveHint, QString());
+    EXPECT_EQ(chatScreenModel({}).upgradeOffer, QString());
+    const ChatScreenModel model =
+        chatScreenModel({.needsMoveToApplications = true, .upgradeBanner = u"Better?"_s});
+    EXPECT_EQ(model.moveHint, u"Ostrelin is running from a temporary location. Move it to the Applications "
+                              "folder, then open it from there."_s);
+    EXPECT_EQ(model.upgradeOffer, u"Better?"_s);
+}

@@ -42,6 +42,12 @@ protected:
         return texts;
     }
 
+    bool shows(const QString &wanted) const {
+        const auto texts = screen.findChildren<TextView *>();
+        return std::any_of(texts.begin(), texts.end(),
+                           [&](const TextView *text) { return text->isVisible() && text->text() == wanted; });
+    }
+
     StillLook look;
     ChatScreen screen;
 };
@@ -152,10 +158,7 @@ TEST_F(ChatScreenTest, aFailedEngineHasABannerAndARedLamp) {
     screen.setModel(model);
     EXPECT_TRUE(buttonNamed(screen, u"Try again"_s));
     EXPECT_EQ(spokenName(screen.findChild<StatusDot *>()), u"Ostrelin status: Engine error"_s);
-    const auto texts = screen.findChildren<TextView *>();
-    EXPECT_TRUE(std::any_of(texts.begin(), texts.end(), [](const TextView *text) {
-        return text->isVisible() && text->text() == u"It broke."_s;
-    }));
+    EXPECT_TRUE(shows(u"It broke."_s));
 }
 
 TEST_F(ChatScreenTest, theBannersButtonStartsTheEngineAnew) {
@@ -166,6 +169,24 @@ TEST_F(ChatScreenTest, theBannersButtonStartsTheEngineAnew) {
     click(buttonNamed(screen, u"Try again"_s));
     EXPECT_EQ(phases.count(), 2);
     EXPECT_TRUE(isIn<phase::Ready>(app.phase()));
+}
+
+TEST_F(ChatScreenTest, aBetterModelIsOfferedAndCanBeTaken) {
+    EXPECT_FALSE(buttonNamed(screen, u"Download"_s));
+    app.chat().setUpgradeBanner(u"Your Mac can run more."_s);
+    EXPECT_TRUE(shows(u"Your Mac can run more."_s));
+    ASSERT_TRUE(buttonNamed(screen, u"Not now"_s));
+    click(buttonNamed(screen, u"Not now"_s));
+    EXPECT_FALSE(app.chat().upgradeBanner());
+    EXPECT_FALSE(buttonNamed(screen, u"Not now"_s));
+}
+
+TEST_F(ChatScreenTest, aTemporaryPlaceIsPointedOut) {
+    ChatScreenModel model = screen.model();
+    model.moveHint = u"Move it."_s;
+    screen.setModel(model);
+    EXPECT_TRUE(shows(u"Move it."_s));
+    EXPECT_FALSE(buttonNamed(screen, u"Try again"_s));
 }
 
 TEST_F(ChatScreenTest, pageKeysInTheComposerMoveTheMessages) {
@@ -191,6 +212,8 @@ TEST_F(ChatScreenTest, everyButtonHasANameAndAKeyboardWay) {
 TEST_F(ChatScreenTest, atItsSmallestNothingOverlaps) {
     ChatScreenModel model = screen.model();
     model.engineFailure = u"A long line of the engine's log. "_s.repeated(30);
+    model.upgradeOffer = u"Your Mac can run a smarter version of Ostrelin. Download (9.0 GB)?"_s;
+    model.moveHint = u"Ostrelin is running from a temporary location. "_s.repeated(2);
     for (const TextSize size : {TextSize::small, TextSize::extraLarge}) {
         Settings settings;
         settings.textSize = size;

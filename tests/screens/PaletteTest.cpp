@@ -6,9 +6,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::array themes = {Theme::lightBlue, Theme::pink,      Theme::crispWhite,
-                               Theme::gray,      Theme::nearBlack, Theme::softGreen};
-
 QColor rgb(double red, double green, double blue) {
     return QColor::fromRgbF(float(red), float(green), float(blue));
 }
@@ -43,6 +40,28 @@ TEST(PaletteTest, theGivenColorsStandInTheirThemes) {
 TEST(PaletteTest, hairlinesOfTheDarkThemesAreBlackWithoutATint) {
     EXPECT_EQ(paletteOf(Theme::gray).hairline, withOpacity(Qt::black, 0.4));
     EXPECT_EQ(paletteOf(Theme::nearBlack).hairline, withOpacity(Qt::black, 0.5));
+}
+
+TEST(PaletteTest, crispWhitesComposerStandsOutByBeingDarker) {
+    const Palette &palette = paletteOf(Theme::crispWhite);
+    EXPECT_EQ(palette.background.rgb(), QColor(Qt::white).rgb());
+    EXPECT_LT(palette.surface.lightnessF(), palette.background.lightnessF());
+    for (const Theme theme : {Theme::lightBlue, Theme::pink, Theme::softGreen})
+        EXPECT_EQ(paletteOf(theme).surface.rgb(), QColor(Qt::white).rgb());
+}
+
+TEST(PaletteTest, wordsThatWarnCanBeRead) {
+    for (const Theme theme : themes) {
+        const Palette &palette = paletteOf(theme);
+        const QColor ground = mixed(palette.background, palette.bad(), palette.destructiveFill().alphaF());
+        EXPECT_GE(contrast(palette.destructiveInk(), ground), 4.5) << displayName(theme).toStdString();
+    }
+}
+
+TEST(PaletteTest, theSunHasItsThreeColors) {
+    EXPECT_EQ(sunColors()[0], rgb(1, 0.914, 0.651));
+    EXPECT_EQ(sunColors()[1], rgb(0.965, 0.651, 0.227));
+    EXPECT_EQ(sunColors()[2], rgb(0.91, 0.51, 0.227));
 }
 
 TEST(PaletteTest, textOnTheAccentIsTheBestOfThree) {

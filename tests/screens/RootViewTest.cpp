@@ -36,6 +36,27 @@ TEST_F(RootViewTest, theStartBeginsOnceTheViewHasAppeared) {
     EXPECT_FALSE(root.findChild<OnboardingView *>()->isVisible());
 }
 
+TEST_F(RootViewTest, theChatIsThereExactlyWhileTheProgramIsReady) {
+    StillLook look;
+    RootView root(app, look, clock);
+    root.show();
+    const auto *onboarding = root.findChild<OnboardingView *>();
+    const auto agrees = [&] {
+        const bool chats = root.chatScreen() && root.chatScreen()->isVisible();
+        return chats == isReady() && onboarding->isVisible() == !isReady();
+    };
+    int phases = 0;
+    QObject::connect(&app, &AppState::phaseChanged, &root, [&] {
+        ++phases;
+        EXPECT_TRUE(agrees()) << app.phase().index();
+    });
+    ASSERT_TRUE(reaches<phase::Ready>());
+    app.deleteEverything();
+    app.finishWelcome();
+    ASSERT_TRUE(reaches<phase::Downloading>());
+    EXPECT_GE(phases, 4);
+}
+
 TEST_F(RootViewTest, withoutAnEngineTheErrorStandsAndMayBeTriedAgain) {
     const EnvironmentVariable noAddress("OSTRELIN_ENGINE_URL", "");
     const EnvironmentVariable noServer("OSTRELIN_LLAMA_SERVER", "/nonexistent");

@@ -34,6 +34,34 @@ TEST(TextPreferencesTest, theScaleFollowsTheBodyAndTheWordmarkStands) {
     EXPECT_LT(fontOf(TextStyle::control, large).pixelSize(), fontOf(TextStyle::heading, large).pixelSize());
 }
 
+TEST(TextPreferencesTest, everyStepButTheWordmarkGrowsWithTheSize) {
+    for (const TextStyle style :
+         {TextStyle::heading, TextStyle::headline, TextStyle::tagline, TextStyle::title, TextStyle::body,
+          TextStyle::callout, TextStyle::control, TextStyle::caption}) {
+        int before = 0;
+        for (const TextSize size : textSizes) {
+            const int pixels = fontOf(style, {size, TypeFace::sans}).pixelSize();
+            EXPECT_GT(pixels, before);
+            EXPECT_EQ(fontOf(style, {size, TypeFace::serif}).pixelSize(), pixels);
+            before = pixels;
+        }
+    }
+}
+
+TEST(TextPreferencesTest, serifIsAnotherFamilyInEveryStep) {
+    for (const TextStyle style : {TextStyle::wordmark, TextStyle::heading, TextStyle::headline,
+                                  TextStyle::body, TextStyle::control, TextStyle::caption})
+        EXPECT_NE(fontOf(style, {TextSize::large, TypeFace::serif}).family(),
+                  fontOf(style, {TextSize::large, TypeFace::sans}).family());
+}
+
+TEST(TextPreferencesTest, sizesAndFacesAreShownInTheirOrder) {
+    QStringList names;
+    for (const TextSize size : textSizes)
+        names.append(displayName(size));
+    EXPECT_EQ(names, (QStringList{u"Small"_s, u"Medium"_s, u"Large"_s, u"Extra large"_s}));
+}
+
 TEST(TextPreferencesTest, theFamiliesAreTakenWhereTheyAreInstalled) {
     if (QFontDatabase::hasFamily(u"Inter"_s)) {
         EXPECT_EQ(fontOf(TextStyle::body, {}).family(), u"Inter"_s);

@@ -1,0 +1,87 @@
+#include "screens/PaneList.h"
+
+#include "screens/Focus.h"
+#include "screens/Look.h"
+#include "screens/Style.h"
+
+#include <QFocusEvent>
+#include <QPainter>
+#include <QStyledItemDelegate>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Draws a pane's row: its symbol, its name, and the marker of the chosen one.
+class PaneDelegate : public QStyledItemDelegate {
+public:
+    PaneDelegate(const Look &look, PaneList &list) : QStyledItemDelegate(&list), m_look(look), m_list(list) {}
+
+    QSize sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const override {
+        const int text = QFontMetrics(m_look.font(TextStyle::callout)).height();
+        return {0, std::max(style::paneRowHeight, text + 2 * style::spaceSmall)};
+    }
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override {
+        const Palette &palette = m_look.palette();
+        const bool isChosen = option.state.testFlag(QStyle::State_Selected);
+        const bool isLively = option.state.testFlag(QStyle::State_MouseOver);
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(isChosen   ? palette.livelyFill()
+                          : isLively ? palette.cardFill()
+                                     : QColor(Qt::transparent));
+        painter->drawRoundedRect(option.rect, style::radiusMark, style::radiusMark);
+        QRect inside = option.rect.adjusted(style::rowSpacing, 0, -style::rowSpacing, 0);
+        const double top = inside.top() + (inside.height() - style::iconSize) / 2.0;
+        drawIcon(*painter, iconOf(settingsPanes.at(size_t(index.row()))),
+                 QRectF(inside.left(), top, style::iconSize, style::iconSize), palette.ink);
+        inside.setLeft(inside.left() + style::iconSize + style::rowSpacing);
+        painter->setFont(m_look.font(TextStyle::callout));
+        painter->setPen(palette.ink);
+        painter->drawText(inside, Qt::AlignLeft | Qt::AlignVCenter, index.data().toString());
+        if (isChosen && m_list.showsFocus())
+            drawRing(*painter, option.rect, style::radiusMark, palette.accent);
+    }
+
+private:
+    const Look &m_look;
+    PaneList &m_list;
+};
+
+} // namespace
+
+PaneList::PaneList(const Look &look, QWidget *parent) : QListWidget(parent) {
+    setAccessibleName(u"Settings"_s);
+    setFrameShape(QFrame::NoFrame);
+    setItemDelegate(new PaneDelegate(look, *this));
+    setMouseTracking(true);
+    setSpacing(1);
+    setTabKeyNavigation(false);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    viewport()->setAutoFillBackground(false);
+    for (const SettingsPane pane : settingsPanes)
+        addItem(nameOf(pane));
+    connect(this, &QListWidget::currentRowChanged, this, [this] { Q_EMIT paneChanged(pane()); });
+    connect(&look, &Look::changed, this, [this] { scheduleDelayedItemsLayout(); });
+}
+
+SettingsPane PaneList::pane() const {
+    return settingsPanes.at(size_t(std::max(0, currentRow())));
+}
+
+void PaneList::setPane(SettingsPane pane) {
+    setCurrentRow(int(pane));
+}
+
+void PaneList::focusInEvent(QFocusEvent *event) {
+    if (event->reason() != Qt::ActiveWindowFocusReason)
+        m_showsFocus = isKeyboardReason(event->reason());
+    QListWidget::focusInEvent(event);
+}
+
+void PaneList::keyPressEvent(QKeyEvent *event) {
+    m_showsFocus = true;
+    QListWidget::keyPressEvent(event);
+}

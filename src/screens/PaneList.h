@@ -1,0 +1,32 @@
+#pragma once
+
+#include "screens/SettingsPane.h"
+
+#include <QListWidget>
+
+class Look;
+
+/// The list of the settings' panes, one of which is chosen.
+class PaneList : public QListWidget {
+    Q_OBJECT
+
+public:
+    /// `look` must outlive this object.
+    explicit PaneList(const Look &look, QWidget *parent = nullptr);
+
+    SettingsPane pane() const;
+    void setPane(SettingsPane pane);
+
+    /// True while the focus is here because of a key.
+    bool showsFocus() const { return m_showsFocus && hasFocus(); }
+
+Q_SIGNALS:
+    void paneChanged(SettingsPane pane);
+
+protected:
+    void focusInEvent(QFocusEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    bool m_showsFocus = false;
+};

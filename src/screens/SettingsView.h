@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QWidget>
+
+class AppState;
+class Look;
+class PaneList;
+class QStackedLayout;
+class Sheet;
+
+/// The settings: the list of panes on the left, the chosen pane on the right. Every control writes at once.
+class SettingsView : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Both must outlive this object.
+    SettingsView(AppState &app, const Look &look, QWidget *parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void addPanes();
+    Sheet *makeConfirmation();
+
+    AppState &m_app;
+    const Look &m_look;
+    PaneList *m_list;
+    QStackedLayout *m_panes;
+    Sheet *m_confirmErase;
+};

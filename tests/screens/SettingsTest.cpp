@@ -1,0 +1,264 @@
+#include "screens/AppFixture.h"
+#include "screens/Label.h"
+#include "screens/ModelFormModel.h"
+#include "screens/PaneList.h"
+#include "screens/SettingsView.h"
+#include "screens/Sheet.h"
+#include "screens/TextView.h"
+#include "screens/ThemePicker.h"
+#include "screens/ThemeSwatch.h"
+
+#include <QSignalSpy>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class SettingsViewTest : public AppFixture {
+protected:
+    SettingsViewTest() : view((start(), app), look) { present(view); }
+
+    void choose(SettingsPane pane) {
+        list()->setPane(pane);
+        QCoreApplication::processEvents();
+    }
+
+    /// Everything that is to be read in the chosen pane, in no order.
+    QStringList texts() const {
+        QStringList all;
+        for (const Label *label : view.findChildren<Label *>()) {
+            if (label->isVisible())
+                all.append(label->text());
+        }
+        for (const TextView *text : view.findChildren<TextView *>()) {
+            if (text->isVisible())
+                all.append(text->text());
+        }
+        return all;
+    }
+    bool reads(const QString &text) const { return texts().contains(text); }
+
+    PaneList *list() const { return view.findChild<PaneList *>(); }
+    Sheet *sheet() const { return view.findChild<Sheet *>(); }
+    QPushButton *button(const QString &word) const { return buttonNamed(view, word); }
+
+    StillLook look;
+    SettingsView view;
+};
+
+const QString eraseWords = u"Delete all my data related to Ostrelin (including my downloaded LLMs)"_s;
+
+} // namespace
+
+TEST_F(SettingsViewTest, itOpensOnTheFirstPane) {
+    EXPECT_EQ(view.size(), QSize(780, 560));
+    EXPECT_EQ(list()->pane(), SettingsPane::appearance);
+    QStringList names;
+    for (int row = 0; row < list()->count(); ++row)
+        names.append(list()->item(row)->text());
+    EXPECT_EQ(names, (QStringList{u"Appearance"_s, u"Model"_s, u"Data"_s}));
+    EXPECT_TRUE(reads(u"Appearance"_s));
+    EXPECT_TRUE(reads(u"Text"_s));
+    EXPECT_FALSE(reads(u"Storage"_s));
+}
+
+TEST_F(SettingsViewTest, theListIsWalkedByKeysAndReadAloud) {
+    list()->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(list(), Qt::Key_Down);
+    EXPECT_EQ(list()->pane(), SettingsPane::model);
+    EXPECT_TRUE(reads(u"Storage"_s));
+    EXPECT_EQ(spokenRole(list()), QAccessible::List);
+    QTest::keyClick(list(), Qt::Key_End);
+    EXPECT_EQ(list()->pane(), SettingsPane::data);
+}
+
+TEST_F(SettingsViewTest, theSixThemesStandInTheirOrder) {
+    const auto swatches = view.findChildren<ThemeSwatch *>();
+    QStringList names;
+    for (ThemeSwatch *swatch : swatches) {
+        names.append(spokenName(swatch));
+        EXPECT_EQ(spokenRole(swatch), QAccessible::RadioButton);
+        EXPECT_EQ(swatch->swatch().size(), QSizeF(28, 20));
+    }
+    EXPECT_EQ(names, (QStringList{u"Light blue"_s, u"Pink"_s, u"Crisp white"_s, u"Gray"_s, u"Near black"_s,
+                                  u"Soft green"_s}));
+    EXPECT_TRUE(
+        std::is_sorted(swatches.begin(), swatches.end(),
+                       [](const QWidget *one, const QWidget *other) { return one->x() < other->x(); }));
+    EXPECT_TRUE(button(u"Gray"_s)->isChecked());
+    EXPECT_EQ(spokenName(view.findChild<ThemePicker *>()), u"Theme"_s);
+}
+
+TEST_F(SettingsViewTest, aSwatchIsDrawnInItsThemesColors) {
+    for (const Theme theme : themes) {
+        ThemeSwatch *swatch = view.findChild<ThemePicker *>()->swatch(theme);
+        const QImage image = swatch->grab().toImage();
+        const QPoint centre = swatch->swatch().center().toPoint();
+        EXPECT_EQ(image.pixel(centre), paletteOf(theme).accent.rgb());
+        EXPECT_EQ(image.pixel(centre - QPoint(8, 0)), paletteOf(theme).swatch.rgb());
+        const bool hasOutline =
+            image.pixel(centre.x(), int(swatch->swatch().top()) - 4) == paletteOf(theme).accent.rgb();
+        EXPECT_EQ(hasOutline, theme == Theme::gray);
+    }
+}
+
+TEST_F(SettingsViewTest, aClickOnASwatchSetsTheThemeAndSaves) {
+    click(button(u"Soft green"_s));
+    EXPECT_EQ(app.settings().theme, Theme::softGreen);
+    EXPECT_EQ(loadSettings().theme, Theme::softGreen);
+    EXPECT_TRUE(button(u"Soft green"_s)->isChecked());
+    EXPECT_FALSE(button(u"Gray"_s)->isChecked());
+}
+
+TEST_F(SettingsViewTest, theArrowKeysGoFromThemeToTheme) {
+    QPushButton *gray = button(u"Gray"_s);
+    gray->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(gray, Qt::Key_Right);
+    EXPECT_EQ(app.settings().theme, Theme::nearBlack);
+    EXPECT_TRUE(button(u"Near black"_s)->hasFocus());
+    // One stop for Tab, whichever is chosen.
+    QTest::keyClick(view.focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(spokenName(view.focusWidget()), u"Large"_s);
+}
+
+TEST_F(SettingsViewTest, sizeAndTypefaceAreChosenByTheirNames) {
+    for (const TextSize size : textSizes) {
+        click(button(displayName(size)));
+        EXPECT_EQ(loadSettings().textSize, size);
+    }
+    for (const TypeFace face : {TypeFace::serif, TypeFace::sans}) {
+        click(button(displayName(face)));
+        EXPECT_EQ(loadSettings().typeFace, face);
+    }
+    EXPECT_TRUE(reads(u"Text size"_s));
+    EXPECT_TRUE(reads(u"Typeface"_s));
+}
+
+TEST_F(SettingsViewTest, aChangeFromElsewhereShows) {
+    Settings settings = app.settings();
+    settings.theme = Theme::pink;
+    settings.textSize = TextSize::small;
+    app.saveSettings(settings);
+    EXPECT_TRUE(button(u"Pink"_s)->isChecked());
+    EXPECT_TRUE(button(u"Small"_s)->isChecked());
+}
+
+TEST_F(SettingsViewTest, theModelsStorageIsTold) {
+    choose(SettingsPane::model);
+    for (const QString &text : {u"Storage"_s, u"House"_s, u"Size"_s, u"3.0 GB"_s, u"Location"_s,
+                                modelsFolder(), u"Current: House · 3.0 GB"_s, u"Use a smaller model"_s,
+                                u"Try a larger model"_s, u"May be slow or unstable on this Mac"_s})
+        EXPECT_TRUE(reads(text)) << text.toStdString();
+    EXPECT_TRUE(button(u"Reveal in Finder"_s));
+}
+
+TEST_F(SettingsViewTest, withoutAModelThereIsNoneToTellOf) {
+    choose(SettingsPane::model);
+    Settings settings = app.settings();
+    settings.installed.reset();
+    app.saveSettings(settings);
+    EXPECT_TRUE(reads(u"No model downloaded yet."_s));
+    EXPECT_FALSE(reads(u"Location"_s));
+    EXPECT_FALSE(button(u"Delete model"_s));
+    EXPECT_FALSE(button(u"Tent"_s));
+}
+
+TEST_F(SettingsViewTest, aDeletedModelIsChosenAndDownloadedAgain) {
+    choose(SettingsPane::model);
+    click(button(u"Delete model"_s));
+    EXPECT_FALSE(QFile::exists(modelsFolder() + u'/' + house.filename));
+    EXPECT_TRUE(reads(u"No model downloaded yet."_s));
+    EXPECT_TRUE(reaches<phase::Downloading>());
+}
+
+TEST_F(SettingsViewTest, anotherModelIsDownloadedWhetherItFitsOrNot) {
+    choose(SettingsPane::model);
+    click(button(u"Mansion"_s));
+    EXPECT_TRUE(isIn<phase::Downloading>(app.phase()));
+    EXPECT_EQ(app.pendingTier(), mansion);
+    EXPECT_EQ(app.engine().status().state, EngineStatus::State::stopped);
+}
+
+TEST_F(SettingsViewTest, nothingIsDeletedBeforeItIsConfirmed) {
+    choose(SettingsPane::data);
+    click(button(eraseWords));
+    EXPECT_TRUE(sheet()->isVisible());
+    EXPECT_EQ(spokenName(sheet()), u"Delete everything?"_s);
+    EXPECT_EQ(spokenRole(sheet()), QAccessible::Dialog);
+    EXPECT_TRUE(reads(u"Your chats, pages, memory, scheduled runs, settings and downloaded models will be "
+                      "removed from this Mac. This can't be undone."_s));
+    EXPECT_TRUE(button(u"Cancel"_s)->hasFocus());
+    click(button(u"Cancel"_s));
+    EXPECT_FALSE(sheet()->isVisible());
+    EXPECT_TRUE(QFile::exists(modelsFolder() + u'/' + house.filename));
+    click(button(eraseWords));
+    QTest::keyClick(view.focusWidget(), Qt::Key_Escape);
+    EXPECT_FALSE(sheet()->isVisible());
+    EXPECT_TRUE(isIn<phase::Ready>(app.phase()));
+}
+
+TEST_F(SettingsViewTest, onceItIsConfirmedEverythingIsDeleted) {
+    choose(SettingsPane::data);
+    click(button(eraseWords));
+    QTest::keyClick(view.focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(spokenName(view.focusWidget()), u"Delete everything"_s);
+    QTest::keyClick(view.focusWidget(), Qt::Key_Return);
+    EXPECT_TRUE(isIn<phase::NeedsInitialization>(app.phase()));
+    EXPECT_FALSE(QFile::exists(settingsFile()));
+    EXPECT_FALSE(sheet()->isVisible());
+}
+
+TEST_F(SettingsViewTest, everyControlHasANameAndAKeyboardWay) {
+    for (const SettingsPane pane : settingsPanes) {
+        choose(pane);
+        for (QPushButton *control : view.findChildren<QPushButton *>())
+            EXPECT_FALSE(spokenName(control).isEmpty());
+    }
+}
+
+TEST_F(SettingsViewTest, nothingIsCutOffAtAnySizeOfText) {
+    for (const TypeFace face : typeFaces) {
+        Settings settings = app.settings();
+        settings.textSize = TextSize::extraLarge;
+        settings.typeFace = face;
+        app.saveSettings(settings);
+        look.follow(settings);
+        for (const SettingsPane pane : settingsPanes) {
+            choose(pane);
+            for (const QPushButton *control : view.findChildren<QPushButton *>()) {
+                if (!control->isVisible())
+                    continue;
+                EXPECT_GE(control->width(), control->sizeHint().width()) << control->text().toStdString();
+                EXPECT_LE(control->mapTo(&view, control->rect().bottomRight()).x(), view.width());
+            }
+        }
+    }
+}
+
+TEST(ModelFormModelTest, theHeaviestHasNoLargerAndTheLightestNoSmaller) {
+    ModelTier large;
+    large.id = u"large"_s;
+    ModelTier small;
+    small.id = u"small"_s;
+    const Catalog catalog{1, {large, small}};
+    Settings settings;
+    settings.installed = InstalledModel{.tierId = u"large"_s};
+    EXPECT_TRUE(modelFormModel(settings, catalog, {}).larger.isEmpty());
+    EXPECT_EQ(modelFormModel(settings, catalog, {}).smaller, QList{small});
+    settings.installed->tierId = u"small"_s;
+    EXPECT_EQ(modelFormModel(settings, catalog, {}).larger, QList{large});
+    EXPECT_TRUE(modelFormModel(settings, catalog, {}).smaller.isEmpty());
+}
+
+TEST(ModelFormModelTest, aModelOutsideTheCatalogHasNeither) {
+    ModelTier other;
+    other.id = u"other"_s;
+    Settings settings;
+    settings.installed =
+        InstalledModel{.tierId = u"gone"_s, .displayName = u"Gone"_s, .sizeBytes = 640'000'000};
+    const ModelFormModel model = modelFormModel(settings, {1, {other}}, u"/models"_s);
+    EXPECT_TRUE(model.larger.isEmpty());
+    EXPECT_TRUE(model.smaller.isEmpty());
+    EXPECT_EQ(model.installed->current, u"Current: Gone · 640 MB"_s);
+    EXPECT_EQ(model.installed->location, u"/models"_s);
+}

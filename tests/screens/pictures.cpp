@@ -1,0 +1,220 @@
+#include "screens/AppFixture.h"
+#include "screens/ChatScreen.h"
+#include "screens/HouseStyle.h"
+#include "screens/OnboardingView.h"
+#include "screens/PageListView.h"
+#include "screens/ScheduleListView.h"
+#include "screens/SettingsView.h"
+#include "screens/Sheet.h"
+#include "screens/SideWindow.h"
+#include "screens/Style.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QListWidget>
+#include <QPainter>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+/// Draws every screen in all six themes: one picture a screen, for looking at. No display is needed.
+///
+///   ostrelin_pictures <folder> [--size 760x520] [--text extraLarge] [--face serif] [--scale 2]
+///                              [--only <name>] [--width <pixels of one theme>] [--colors <levels>]
+
+namespace {
+
+constexpr int columns = 3;
+constexpr int gap = 8;
+
+/// A screen, and how it comes to look as it does.
+struct Screen {
+    QString name;
+    QSize size; ///< its own; empty for the size that is asked for
+    std::function<QWidget *()> make;
+};
+
+class Pictures : public AppFixture {
+public:
+    explicit Pictures(const QCommandLineParser &options) : m_options(options) {
+        look.setMotion(Motion::reduced);
+        start();
+    }
+
+    void TestBody() override {}
+
+    void drawAll() {
+        const QString only = m_options.value(u"only"_s);
+        for (const Screen &screen : screens()) {
+            if (only.isEmpty() || screen.name == only)
+                draw(screen);
+        }
+    }
+
+private:
+    QList<Screen> screens() {
+        const OnboardingState state{.phase = phase::Downloading{},
+                                    .activeTier = house,
+                                    .downloadProgress =
+                                        DownloadProgress{1'740'000'000, 3'000'000'000, 3.5e6}};
+        OnboardingState paused = state;
+        paused.isDownloadPaused = true;
+        const auto in = [](const AppPhase &phase) { return OnboardingState{.phase = phase}; };
+        OnboardingState waking = state;
+        waking.phase = phase::Starting{};
+        return {
+            onboarding(u"checking"_s, in(phase::Checking{})),
+            onboarding(u"welcome"_s, in(phase::Welcome{})),
+            onboarding(u"start"_s, in(phase::NeedsInitialization{})),
+            onboarding(u"downloading"_s, state),
+            onboarding(u"paused"_s, paused),
+            onboarding(u"starting"_s, waking),
+            onboarding(u"error"_s, in(phase::Error{failure, true})),
+            onboarding(u"unsupported"_s, in(phase::Unsupported{unsupported})),
+            {u"why-this-size"_s, {}, [this, state] { return whySize(state); }},
+            {u"banners"_s, {}, [this] { return banners(); }},
+            {u"settings-appearance"_s, settingsSize, [this] { return settings(0); }},
+            {u"settings-model"_s, settingsSize, [this] { return settings(1); }},
+            {u"settings-data"_s, settingsSize, [this] { return settings(2); }},
+            {u"settings-confirm"_s, settingsSize, [this] { return confirmation(); }},
+            {u"schedules"_s, {640, 520}, [this] { return new ScheduleListView(look); }},
+            {u"pages"_s, {900, 640}, [this] { return new PageListView(look); }},
+        };
+    }
+
+    Screen onboarding(const QString &name, const OnboardingState &state) {
+        return {name, {}, [this, state] {
+                    auto *view = new OnboardingView(app, look);
+                    view->setModel(onboardingModel(state));
+                    return view;
+                }};
+    }
+
+    QWidget *whySize(const OnboardingState &state) {
+        auto *view = new OnboardingView(app, look);
+        view->setModel(onboardingModel(state));
+        view->findChild<Sheet *>()->setShown(true);
+        return view;
+    }
+
+    QWidget *banners() {
+        auto *screen = new ChatScreen(app, look, clock);
+        screen->setModel(chatScreenModel(
+            {.engine = EngineStatus::failed(failure),
+             .needsMoveToApplications = true,
+             .upgradeBanner = u"Your Mac can run a smarter version of Ostrelin. Download (9.0 GB)?"_s}));
+        return screen;
+    }
+
+    QWidget *settings(int pane) {
+        auto *view = new SettingsView(app, look);
+        view->findChild<QListWidget *>()->setCurrentRow(pane);
+        return view;
+    }
+
+    QWidget *confirmation() {
+        QWidget *view = settings(2);
+        view->findChild<Sheet *>()->setShown(true);
+        return view;
+    }
+
+    QImage drawn(const Screen &screen, Theme theme) {
+        Settings wanted = app.settings();
+        wanted.theme = theme;
+        wanted.textSize = decoded(m_options.value(u"text"_s), TextSize::large);
+        wanted.typeFace = decoded(m_options.value(u"face"_s), TypeFace::sans);
+        app.saveSettings(wanted);
+        look.follow(wanted);
+        look.applyToApplication();
+        const QStringList sides = m_options.value(u"size"_s).split(u'x');
+        SideWindow window(look, screen.name, screen.make());
+        window.resize(screen.size.isEmpty() ? QSize(sides.value(0).toInt(), sides.value(1).toInt())
+                                            : screen.size);
+        window.show();
+        QCoreApplication::processEvents();
+        const double scale = m_options.value(u"scale"_s).toDouble();
+        QImage image(window.size() * scale, QImage::Format_RGB32);
+        image.setDevicePixelRatio(scale);
+        window.render(&image);
+        return image;
+    }
+
+    template<typename Enum>
+    static Enum decoded(const QString &name, Enum otherwise) {
+        const auto names = caseNames(otherwise);
+        const auto found = std::find(names.begin(), names.end(), name);
+        return found == names.end() ? otherwise : Enum(found - names.begin());
+    }
+
+    void draw(const Screen &screen) {
+        QImage sheet;
+        QPainter painter;
+        int place = 0;
+        for (const Theme theme : themes) {
+            QImage picture = drawn(screen, theme);
+            picture.setDevicePixelRatio(1);
+            if (const int width = m_options.value(u"width"_s).toInt())
+                picture = picture.scaledToWidth(width, Qt::SmoothTransformation);
+            const QSize cell = picture.size() + QSize(gap, gap);
+            if (sheet.isNull()) {
+                sheet = QImage(cell.width() * columns - gap,
+                               cell.height() * int(themes.size()) / columns - gap, QImage::Format_RGB32);
+                sheet.fill(QColor(0x80, 0x80, 0x80));
+                painter.begin(&sheet);
+            }
+            painter.drawImage(cell.width() * (place % columns), cell.height() * (place / columns), picture);
+            ++place;
+        }
+        painter.end();
+        const QString path = QDir(m_options.positionalArguments().value(0)).filePath(screen.name + u".png"_s);
+        if (!coarse(sheet).save(path, "PNG", 0))
+            qFatal("can't write %s", qPrintable(path));
+        std::puts(qPrintable(path));
+    }
+
+    /// Fewer shades make a far smaller file.
+    QImage coarse(QImage image) const {
+        const int levels = m_options.value(u"colors"_s).toInt();
+        if (levels < 2)
+            return image;
+        const auto step = [levels](int value) {
+            return qRound(qRound(value * (levels - 1) / 255.0) * 255.0 / (levels - 1));
+        };
+        for (int y = 0; y < image.height(); ++y) {
+            auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
+            for (int x = 0; x < image.width(); ++x)
+                line[x] = qRgb(step(qRed(line[x])), step(qGreen(line[x])), step(qBlue(line[x])));
+        }
+        return image;
+    }
+
+    const QCommandLineParser &m_options;
+    const QSize settingsSize{style::settingsWidth, style::settingsHeight};
+    const QString failure =
+        u"The engine ended before it was ready.\nllama_model_load: error loading model: tensor 'blk.12' is "
+        "not within the file bounds; the model is damaged or incomplete."_s;
+    const QString unsupported = u"Ostrelin runs on Apple Silicon Macs with 8 GB of memory or more."_s;
+    Look look;
+};
+
+} // namespace
+
+int main(int argc, char **argv) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication::setStyle(new HouseStyle);
+    const QApplication application(argc, argv);
+    QCommandLineParser options;
+    options.addOptions({{u"size"_s, {}, u"size"_s, u"1040x760"_s},
+                        {u"text"_s, {}, u"size"_s},
+                        {u"face"_s, {}, u"face"_s},
+                        {u"scale"_s, {}, u"factor"_s, u"1"_s},
+                        {u"only"_s, {}, u"name"_s},
+                        {u"width"_s, {}, u"pixels"_s},
+                        {u"colors"_s, {}, u"levels"_s}});
+    options.process(application);
+    Pictures(options).drawAll();
+    return 0;
+}
