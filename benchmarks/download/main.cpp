@@ -94,10 +94,10 @@ void measureAll(const std::string &filter) {
     measure("onto the disk (peer: curl | tee | sha256sum; sync)", 1.25, disk, ours(disk),
             shell(curl + " | tee " + copy + " | sha256sum; sync " + copy), nothing, filter);
 
+    const QString partial = memory + u"/model.gguf.partial"_s;
     measure(
         "1 GB partial file checked (peer: openssl dgst)", 1.1, memory, ours(memory),
-        {"openssl", "dgst", "-sha256", source.toStdString()},
-        [&] { QFile::copy(source, memory + u"/model.gguf.partial"_s); }, filter);
+        {"openssl", "dgst", "-sha256", partial.toStdString()}, [&] { QFile::copy(source, partial); }, filter);
 }
 
 } // namespace
