@@ -64,7 +64,17 @@ PaneList::PaneList(const Look &look, QWidget *parent) : QListWidget(parent) {
     for (const SettingsPane pane : settingsPanes)
         addItem(nameOf(pane));
     connect(this, &QListWidget::currentRowChanged, this, [this] { Q_EMIT paneChanged(pane()); });
+    connect(this, &QListWidget::itemSelectionChanged, this, &PaneList::followSelection);
     connect(&look, &Look::changed, this, [this] { scheduleDelayedItemsLayout(); });
+}
+
+void PaneList::followSelection() {
+    QList<QListWidgetItem *> chosen = selectedItems();
+    if (chosen.isEmpty() && currentItem())
+        currentItem()->setSelected(true);
+    chosen.removeAll(currentItem());
+    if (!chosen.isEmpty())
+        setCurrentItem(chosen.first());
 }
 
 SettingsPane PaneList::pane() const {

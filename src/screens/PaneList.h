@@ -28,5 +28,9 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
+    /// A screen reader chooses a row without going to it, and may take its choice back: there is always a
+    /// chosen pane, and it is the one that shows.
+    void followSelection();
+
     bool m_showsFocus = false;
 };

@@ -73,9 +73,8 @@ bool AccessibleWindow::press(const QString &name, AccessibleRole role) {
         return false;
     const int count = property(item->path, action, u"NActions"_s).toInt();
     for (int index = 0; index < count; ++index) {
-        const QVariantList actionName = call(item->path, action, u"GetName"_s, {index});
-        if (!actionName.isEmpty() &&
-            actionName.first().toString().compare(u"press"_s, Qt::CaseInsensitive) == 0)
+        const QString actionName = call(item->path, action, u"GetName"_s, {index}).value(0).toString();
+        if (actionName == u"Press"_s || actionName == u"Toggle"_s)
             return call(item->path, action, u"DoAction"_s, {index}).value(0).toBool();
     }
     return false;
@@ -121,6 +120,14 @@ bool AccessibleWindow::type(const QString &text) {
 bool AccessibleWindow::typeKey(int keysym) {
     constexpr quint32 pressAndRelease = 3;
     return generateKey(keysym, {}, pressAndRelease);
+}
+
+bool AccessibleWindow::typeWithControl(int keysym) {
+    constexpr int controlKeycode = 37; // of the usual keyboard of an X11 display
+    constexpr quint32 pressOnly = 0;
+    constexpr quint32 releaseOnly = 1;
+    return generateKey(controlKeycode, {}, pressOnly) && typeKey(keysym) &&
+           generateKey(controlKeycode, {}, releaseOnly);
 }
 
 bool AccessibleWindow::generateKey(int keysym, const QString &text, quint32 kind) {

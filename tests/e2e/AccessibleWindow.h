@@ -24,7 +24,7 @@ public:
     bool waitFor(const QString &name, AccessibleRole role, int milliseconds = 15'000);
     bool waitUntilGone(const QString &name, AccessibleRole role, int milliseconds = 15'000);
 
-    /// Presses the button or the menu item of that name. False if none is showing.
+    /// Presses the button, or chooses the item, of that name. False if none is showing.
     bool press(const QString &name, AccessibleRole role = AccessibleRole::pushButton);
 
     /// Replaces the text of the field of that name. False if none is showing.
@@ -42,6 +42,9 @@ public:
     /// Types a text, or the key with that X11 keysym, into the window that has the keyboard.
     bool type(const QString &text);
     bool typeKey(int keysym);
+
+    /// The same while the control key is held down.
+    bool typeWithControl(int keysym);
 
 private:
     struct Item {

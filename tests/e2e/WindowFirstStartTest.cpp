@@ -1,5 +1,6 @@
 #include "e2e/ProcessStatus.h"
 #include "e2e/RunningProgram.h"
+#include "e2e/TopLevelWindow.h"
 #include "platform/AtomicFile.h"
 #include "platform/Machine.h"
 #include "records/Coder.h"
@@ -13,7 +14,7 @@
 #include "support/ScriptedEngine.h"
 #include "support/TemporaryApplicationFolder.h"
 
-#include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
 
 #include <csignal>
@@ -105,4 +106,29 @@ TEST_F(WindowFirstStart, quittingInMidDownloadIsQuickAndKeepsWhatCame) {
     EXPECT_TRUE(program.waitForEnd(3000));
     EXPECT_TRUE(program.endedOrderly());
     EXPECT_EQ(partialSize(), model.size() / 2);
+}
+
+TEST_F(WindowFirstStart, deletingEverythingLeavesAnEmptyFolderAndTheStartScreen) {
+    downloadHalf();
+    server.goOn();
+    ASSERT_TRUE(program.waitUntilReady());
+    const qint64 engine = program.enginePid();
+    ASSERT_TRUE(press(u"Write a friendly note thanking a coworker for helping me hit a deadline."_s));
+    ASSERT_TRUE(eventually([this] { return !window().said(u"Ostrelin"_s).value(0).isEmpty(); }, 30'000));
+
+    ASSERT_TRUE(focusTopLevelWindow(program.pid()));
+    ASSERT_TRUE(window().typeWithControl(','));
+    ASSERT_TRUE(window().waitFor(u"Data"_s, AccessibleRole::listItem));
+    ASSERT_TRUE(window().press(u"Data"_s, AccessibleRole::listItem));
+    ASSERT_TRUE(press(u"Delete all my data related to Ostrelin (including my downloaded LLMs)"_s));
+    ASSERT_TRUE(press(u"Delete everything"_s));
+
+    ASSERT_TRUE(window().waitFor(u"Start"_s, AccessibleRole::pushButton));
+    EXPECT_TRUE(shows(u"To get started, initialize Ostrelin."_s));
+    EXPECT_FALSE(isAlive(engine));
+    QStringList left;
+    QDirIterator files(applicationFolder(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (files.hasNext())
+        left.append(QFileInfo(files.next()).fileName());
+    EXPECT_EQ(left, QStringList(u"CACHEDIR.TAG"_s));
 }

@@ -72,6 +72,20 @@ TEST_F(SettingsViewTest, theListIsWalkedByKeysAndReadAloud) {
     EXPECT_EQ(list()->pane(), SettingsPane::data);
 }
 
+TEST_F(SettingsViewTest, aScreenReaderChoosesAPaneToo) {
+    QAccessibleInterface *const data =
+        QAccessible::queryAccessibleInterface(list())->child(int(SettingsPane::data));
+    const auto toggle = [&] {
+        data->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    };
+    toggle();
+    EXPECT_EQ(list()->pane(), SettingsPane::data);
+    EXPECT_TRUE(button(eraseWords));
+    toggle();
+    EXPECT_EQ(list()->selectedItems(), QList{list()->item(int(SettingsPane::data))})
+        << "there is always a chosen pane";
+}
+
 TEST_F(SettingsViewTest, theSixThemesStandInTheirOrder) {
     const auto swatches = view.findChildren<ThemeSwatch *>();
     QStringList names;
