@@ -67,7 +67,7 @@ int HouseStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, cons
 
 int HouseStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                           QStyleHintReturn *result) const {
-    if (hint == SH_ScrollBar_Transient || hint == SH_UnderlineShortcut)
+    if (hint == SH_ScrollBar_Transient || hint == SH_UnderlineShortcut || hint == SH_EtchDisabledText)
         return 0;
     return QProxyStyle::styleHint(hint, option, widget, result);
 }

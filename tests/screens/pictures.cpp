@@ -8,6 +8,7 @@
 #include "screens/Sheet.h"
 #include "screens/SideWindow.h"
 #include "screens/Style.h"
+#include "screens/TextView.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -20,9 +21,10 @@
 using namespace Qt::StringLiterals;
 
 /// Draws every screen in all six themes: one picture a screen, for looking at. No display is needed.
+/// docs/screenshots holds what "docs/screenshots --width 380" has drawn.
 ///
 ///   ostrelin_pictures <folder> [--size 760x520] [--text extraLarge] [--face serif] [--scale 2]
-///                              [--only <name>] [--width <pixels of one theme>] [--colors <levels>]
+///                              [--only <name>] [--width <pixels of one theme>]
 
 namespace {
 
@@ -111,6 +113,11 @@ private:
     QWidget *settings(int pane) {
         auto *view = new SettingsView(app, look);
         view->findChild<QListWidget *>()->setCurrentRow(pane);
+        // Where models lie for most people, rather than in the folder of this run.
+        for (TextView *text : view->findChildren<TextView *>()) {
+            if (text->text() == modelsFolder())
+                text->setText(u"/home/you/.local/share/Ostrelin/models"_s);
+        }
         return view;
     }
 
@@ -169,25 +176,9 @@ private:
         }
         painter.end();
         const QString path = QDir(m_options.positionalArguments().value(0)).filePath(screen.name + u".png"_s);
-        if (!coarse(sheet).save(path, "PNG", 0))
+        if (!sheet.save(path, "PNG", 0))
             qFatal("can't write %s", qPrintable(path));
         std::puts(qPrintable(path));
-    }
-
-    /// Fewer shades make a far smaller file.
-    QImage coarse(QImage image) const {
-        const int levels = m_options.value(u"colors"_s).toInt();
-        if (levels < 2)
-            return image;
-        const auto step = [levels](int value) {
-            return qRound(qRound(value * (levels - 1) / 255.0) * 255.0 / (levels - 1));
-        };
-        for (int y = 0; y < image.height(); ++y) {
-            auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
-            for (int x = 0; x < image.width(); ++x)
-                line[x] = qRgb(step(qRed(line[x])), step(qGreen(line[x])), step(qBlue(line[x])));
-        }
-        return image;
     }
 
     const QCommandLineParser &m_options;
@@ -212,8 +203,7 @@ int main(int argc, char **argv) {
                         {u"face"_s, {}, u"face"_s},
                         {u"scale"_s, {}, u"factor"_s, u"1"_s},
                         {u"only"_s, {}, u"name"_s},
-                        {u"width"_s, {}, u"pixels"_s},
-                        {u"colors"_s, {}, u"levels"_s}});
+                        {u"width"_s, {}, u"pixels"_s}});
     options.process(application);
     Pictures(options).drawAll();
     return 0;
