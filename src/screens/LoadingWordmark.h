@@ -1,7 +1,7 @@
 #pragma once
 
+#include "pages/drawing/Spoken.h"
 #include "screens/MovingWidget.h"
-#include "screens/Spoken.h"
 
 /// The program's name. It fills with the colours of the sun from the left as a download goes on, and a
 /// white shine runs across it while the engine wakes up; not so where motion is reduced.

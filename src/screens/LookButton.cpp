@@ -1,6 +1,6 @@
 #include "screens/LookButton.h"
 
-#include "screens/Focus.h"
+#include "pages/drawing/Focus.h"
 #include "screens/Look.h"
 
 #include <QFocusEvent>

@@ -1,6 +1,6 @@
 #include "screens/MessageRow.h"
 
-#include "screens/Focus.h"
+#include "pages/drawing/Focus.h"
 #include "screens/Look.h"
 #include "screens/TypingIndicator.h"
 

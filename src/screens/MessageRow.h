@@ -1,7 +1,7 @@
 #pragma once
 
+#include "pages/drawing/Spoken.h"
 #include "screens/MessageRowModel.h"
-#include "screens/Spoken.h"
 #include "screens/TextView.h"
 
 #include <QWidget>

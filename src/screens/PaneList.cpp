@@ -1,6 +1,6 @@
 #include "screens/PaneList.h"
 
-#include "screens/Focus.h"
+#include "pages/drawing/Focus.h"
 #include "screens/Look.h"
 #include "screens/Style.h"
 

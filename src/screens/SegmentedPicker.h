@@ -1,6 +1,6 @@
 #pragma once
 
-#include "screens/Spoken.h"
+#include "pages/drawing/Spoken.h"
 
 #include <QWidget>
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "pages/drawing/Spoken.h"
 #include "screens/Glide.h"
-#include "screens/Spoken.h"
 #include "screens/WordButton.h"
 
 #include <QPointer>

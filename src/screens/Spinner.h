@@ -1,7 +1,7 @@
 #pragma once
 
+#include "pages/drawing/Spoken.h"
 #include "screens/MovingWidget.h"
-#include "screens/Spoken.h"
 
 /// A small turning arc in the program's amber: something is under way. It stands still where motion is
 /// reduced.

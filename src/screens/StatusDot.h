@@ -1,7 +1,7 @@
 #pragma once
 
+#include "pages/drawing/Spoken.h"
 #include "screens/MovingWidget.h"
-#include "screens/Spoken.h"
 #include "screens/StatusLamp.h"
 
 /// The engine's lamp: a small round light whose colour tells how the engine is, with a soft halo that

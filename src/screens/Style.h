@@ -1,5 +1,7 @@
 #pragma once
 
+#include "pages/drawing/Focus.h"
+
 #include <chrono>
 
 /// Every size and every duration of the windows, by name. Sizes are in device-independent pixels.
@@ -47,7 +49,7 @@ inline constexpr int buttonHeight = 28;
 inline constexpr int buttonPadding = 11;
 inline constexpr int roundButton = 32;
 inline constexpr int iconSize = 16;
-inline constexpr int focusRing = 2;
+inline constexpr int focusRing = focusRingWeight;
 inline constexpr int focusGap = 2;
 
 // The composer.

@@ -1,6 +1,6 @@
 #include "screens/TextPreferences.h"
 
-#include <QFontDatabase>
+#include "pages/drawing/Typefaces.h"
 
 using namespace Qt::StringLiterals;
 
@@ -11,13 +11,7 @@ constexpr double headingTracking = -0.4;
 constexpr double wordmarkTracking = -1;
 
 const QString &family(TypeFace typeFace) {
-    static const auto choose = [](const QString &wanted, const QString &otherwise) {
-        return QFontDatabase::hasFamily(wanted) ? wanted : otherwise;
-    };
-    static const QString system = QFontDatabase::systemFont(QFontDatabase::GeneralFont).family();
-    static const QString sans = choose(u"Inter"_s, system);
-    static const QString serif = choose(u"Noto Serif"_s, u"serif"_s);
-    return typeFace == TypeFace::serif ? serif : sans;
+    return typeFace == TypeFace::serif ? serifFamily() : sansFamily();
 }
 
 int sizeOf(TextStyle style, int body) {

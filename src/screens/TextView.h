@@ -1,7 +1,7 @@
 #pragma once
 
-#include "screens/Spoken.h"
-#include "screens/TextFlow.h"
+#include "pages/drawing/Spoken.h"
+#include "pages/drawing/TextFlow.h"
 #include "screens/TextPreferences.h"
 
 #include <QBasicTimer>

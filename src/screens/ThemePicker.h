@@ -1,7 +1,7 @@
 #pragma once
 
+#include "pages/drawing/Spoken.h"
 #include "records/Settings.h"
-#include "screens/Spoken.h"
 
 #include <QWidget>
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "pages/drawing/Spoken.h"
 #include "platform/TaskHandle.h"
 #include "screens/Glide.h"
-#include "screens/Spoken.h"
 
 #include <QWidget>
 

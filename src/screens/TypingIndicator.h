@@ -1,7 +1,7 @@
 #pragma once
 
+#include "pages/drawing/Spoken.h"
 #include "screens/MovingWidget.h"
-#include "screens/Spoken.h"
 
 /// Three dots that breathe while a reply has no text yet. They stand still where motion is reduced.
 class TypingIndicator : public MovingWidget, public Spoken {

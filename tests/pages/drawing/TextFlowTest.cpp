@@ -1,6 +1,6 @@
-#include "screens/TextFlow.h"
+#include "pages/drawing/TextFlow.h"
 
-#include "screens/TextPreferences.h"
+#include "pages/drawing/DrawingTheme.h"
 
 #include <QFontMetricsF>
 #include <QImage>
@@ -21,7 +21,7 @@ protected:
     TextFlowTest() { prepare(flow); }
 
     static void prepare(TextFlow &flow) {
-        flow.setFormat(fontOf(TextStyle::body, {}), spacing, Qt::AlignLeft);
+        flow.setFormat(paperTheme().font(TextStep::body), spacing, Qt::AlignLeft);
         flow.setWidth(width);
     }
 

@@ -25,9 +25,9 @@ struct TextSelection {
     bool operator==(const TextSelection &) const = default;
 };
 
-/// Plain text laid into lines of a given width, paragraph by paragraph, and a very long paragraph in
-/// pieces that can't be seen. A change of the text lays only what comes after what stayed the same, so a
-/// text that grows at its end costs what its last piece costs. No widget; needs a QGuiApplication.
+/// Text laid into lines of a given width, paragraph by paragraph, and a very long paragraph in pieces that
+/// can't be seen. A change of the text lays only what comes after what stayed the same, so a text that
+/// grows at its end costs what its last piece costs. No widget; needs a QGuiApplication.
 class TextFlow {
 public:
     enum class Move {
@@ -50,8 +50,11 @@ public:
 
     const QString &text() const { return m_text; }
 
+    /// Parts of the text in a format of their own, in order, none over another.
+    using Formats = QList<QTextLayout::FormatRange>;
+
     /// Gives the distance from the top at which the drawing changes; nothing above it does.
-    double setText(const QString &text);
+    double setText(const QString &text, const Formats &formats = {});
 
     /// `lineSpacing` comes between two lines, in addition to their height. With `alignment` left, a
     /// paragraph that is written from the right stands at the right.
@@ -69,6 +72,8 @@ public:
 
     /// The place in the text nearest to a point.
     int positionAt(const QPointF &point) const;
+    /// What a part of the text covers, line by line.
+    QList<QRectF> areasOf(int start, int end) const;
     /// Where a caret before `position` stands.
     QRectF caretAt(int position) const;
     /// The place that a caret comes to; the same one if there is nowhere to go.
@@ -87,7 +92,9 @@ private:
     /// Makes a piece of the first lines of a long paragraph's rest; false if it can't be divided there.
     bool layBeginning(Piece &piece) const;
     /// Gives the height, with the spacing after the last line.
-    double layOut(QTextLayout &layout, const QString &text) const;
+    double layOut(QTextLayout &layout, int start, int length) const;
+    /// The formats that a stretch of the text has, in its own places.
+    Formats formatsIn(int start, int length) const;
     void stack(size_t first);
     /// What a piece draws of a selection, in its own places.
     TextSelection partOf(const TextSelection &selection, const Piece &piece) const;
@@ -99,6 +106,7 @@ private:
     QTextLine lineOf(const Piece &piece, int position) const;
 
     QString m_text;
+    Formats m_formats;
     QFont m_font;
     QTextOption m_option;
     int m_lineSpacing = 0;

@@ -1,12 +1,13 @@
 #pragma once
 
-#include "screens/Style.h"
-
 #include <QColor>
 #include <QPainter>
 #include <Qt>
 
 /// How the windows show where the keyboard is.
+
+/// The ring's weight in device-independent pixels.
+inline constexpr int focusRingWeight = 2;
 
 /// True if a focus that came for this reason is one to show: the person moves by keys.
 inline bool isKeyboardReason(Qt::FocusReason reason) {
@@ -16,9 +17,9 @@ inline bool isKeyboardReason(Qt::FocusReason reason) {
 
 /// Draws the ring just inside `area`.
 inline void drawRing(QPainter &painter, const QRectF &area, double radius, const QColor &color) {
-    const double inset = style::focusRing / 2.0;
+    const double inset = focusRingWeight / 2.0;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(color, style::focusRing));
+    painter.setPen(QPen(color, focusRingWeight));
     painter.drawRoundedRect(area.adjusted(inset, inset, -inset, -inset), radius, radius);
 }

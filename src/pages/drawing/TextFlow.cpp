@@ -1,6 +1,7 @@
-#include "screens/TextFlow.h"
+#include "pages/drawing/TextFlow.h"
 
-#include "screens/LongParagraph.h"
+#include "pages/drawing/GlyphContext.h"
+#include "pages/drawing/LongParagraph.h"
 
 #include <QPainter>
 #include <QTextBoundaryFinder>
@@ -13,6 +14,18 @@ constexpr int caretWidth = 1;
 /// The layout of a piece goes on after it, so that its last line is laid as one within a paragraph.
 /// Those lines stand where nothing is drawn.
 constexpr double outOfSight = 1'000'000;
+
+/// Where two lists of formats begin to differ; `otherwise` if they don't.
+int firstDifference(const TextFlow::Formats &one, const TextFlow::Formats &other, int otherwise) {
+    const auto [first, second] = std::mismatch(one.begin(), one.end(), other.begin(), other.end());
+    const bool oneEnds = first == one.end();
+    const bool otherEnds = second == other.end();
+    if (oneEnds || otherEnds)
+        return oneEnds && otherEnds ? otherwise : oneEnds ? second->start : first->start;
+    if (first->start == second->start && first->format == second->format)
+        return first->start + std::min(first->length, second->length);
+    return std::min(first->start, second->start);
+}
 
 } // namespace
 
@@ -38,16 +51,19 @@ TextFlow::TextFlow() {
 
 TextFlow::~TextFlow() = default;
 
-double TextFlow::setText(const QString &text) {
+double TextFlow::setText(const QString &text, const Formats &formats) {
     const auto differing = std::mismatch(m_text.cbegin(), m_text.cend(), text.cbegin(), text.cend());
-    const int same = int(std::distance(m_text.cbegin(), differing.first));
-    if (same == m_text.size() && same == text.size())
+    const int sameText = int(std::distance(m_text.cbegin(), differing.first));
+    const int longer = int(std::max(m_text.size(), text.size()));
+    const int same = std::min(sameText, firstDifference(m_formats, formats, longer));
+    if (same == longer)
         return height();
     const auto changed = std::find_if(m_pieces.begin(), m_pieces.end(),
                                       [same](const auto &piece) { return piece->reach > same; });
     const auto first = size_t(std::distance(m_pieces.begin(), changed));
     const double top = m_pieces[first]->top;
     m_text = text;
+    m_formats = formats;
     layPieces(first);
     return top;
 }
@@ -209,16 +225,15 @@ std::unique_ptr<TextFlow::Piece> TextFlow::laidPiece(int start) const {
         return piece;
     piece->length = length;
     piece->reach = piece->end() + 1;
-    piece->height = layOut(piece->layout, m_text.mid(start, length));
+    piece->height = layOut(piece->layout, start, length);
     piece->lineCount = piece->layout.lineCount();
     return piece;
 }
 
 bool TextFlow::layBeginning(Piece &piece) const {
-    const QString text = m_text.mid(piece.start, longParagraph::pieceReach);
-    if (!longParagraph::runsFromTheLeft(text))
+    if (!longParagraph::runsFromTheLeft(QStringView(m_text).sliced(piece.start, longParagraph::pieceReach)))
         return false;
-    layOut(piece.layout, text);
+    layOut(piece.layout, piece.start, longParagraph::pieceReach);
     piece.lineCount = longParagraph::separableLines(piece.layout);
     if (piece.lineCount == 0)
         return false;
@@ -231,13 +246,16 @@ bool TextFlow::layBeginning(Piece &piece) const {
     return true;
 }
 
-double TextFlow::layOut(QTextLayout &layout, const QString &text) const {
+double TextFlow::layOut(QTextLayout &layout, int start, int length) const {
+    const QString text = m_text.mid(start, length);
     QTextOption option = m_option;
     if (option.alignment() == Qt::AlignLeft && text.isRightToLeft())
         option.setAlignment(Qt::AlignRight);
     layout.setText(text);
     layout.setFont(m_font);
     layout.setTextOption(option);
+    if (const Formats formats = formatsIn(start, length); !formats.isEmpty())
+        layout.setFormats(formats);
     layout.setCacheEnabled(true);
     double height = 0;
     layout.beginLayout();
@@ -248,6 +266,40 @@ double TextFlow::layOut(QTextLayout &layout, const QString &text) const {
     }
     layout.endLayout();
     return height;
+}
+
+TextFlow::Formats TextFlow::formatsIn(int start, int length) const {
+    Formats formats;
+    const auto isBefore = [](const QTextLayout::FormatRange &range, int place) {
+        return range.start + range.length <= place;
+    };
+    auto range = std::lower_bound(m_formats.begin(), m_formats.end(), start, isBefore);
+    for (; range != m_formats.end() && range->start < start + length; ++range) {
+        const int first = std::max(range->start - start, 0);
+        const int last = std::min(range->start + range->length - start, length);
+        formats.append({first, last - first, range->format});
+    }
+    return formats + glyphsApart(QStringView(m_text).sliced(start, length));
+}
+
+QList<QRectF> TextFlow::areasOf(int start, int end) const {
+    QList<QRectF> areas;
+    for (const auto &piece : m_pieces) {
+        if (piece->end() <= start || piece->start >= end)
+            continue;
+        const int first = std::max(start - piece->start, 0);
+        const int last = std::min(end - piece->start, piece->length);
+        for (int index = 0; index < piece->lineCount; ++index) {
+            const QTextLine line = piece->layout.lineAt(index);
+            const int from = std::max(first, line.textStart());
+            const int to = std::min(last, line.textStart() + line.textLength());
+            if (from >= to)
+                continue;
+            const auto [left, right] = std::minmax({line.cursorToX(from), line.cursorToX(to)});
+            areas.append({left, piece->top + line.y(), right - left, line.height()});
+        }
+    }
+    return areas;
 }
 
 void TextFlow::stack(size_t first) {

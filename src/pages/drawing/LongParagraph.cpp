@@ -1,4 +1,4 @@
-#include "screens/LongParagraph.h"
+#include "pages/drawing/LongParagraph.h"
 
 #include <QTextLayout>
 

@@ -1,4 +1,4 @@
-#include "screens/Spoken.h"
+#include "pages/drawing/Spoken.h"
 
 #include <QAccessibleWidget>
 #include <QWidget>

@@ -1,7 +1,7 @@
-#include "screens/LongParagraph.h"
+#include "pages/drawing/LongParagraph.h"
 
-#include "screens/TextFlow.h"
-#include "screens/TextPreferences.h"
+#include "pages/drawing/DrawingTheme.h"
+#include "pages/drawing/TextFlow.h"
 
 #include <QImage>
 #include <QPainter>
@@ -17,14 +17,14 @@ constexpr double width = 400;
 constexpr int spacing = 5;
 
 void prepare(TextFlow &flow) {
-    flow.setFormat(fontOf(TextStyle::body, {}), spacing, Qt::AlignLeft);
+    flow.setFormat(paperTheme().font(TextStep::body), spacing, Qt::AlignLeft);
     flow.setWidth(width);
 }
 
 /// A paragraph laid in one go, to compare with.
 class Whole {
 public:
-    explicit Whole(const QString &text) : m_layout(text, fontOf(TextStyle::body, {})) {
+    explicit Whole(const QString &text) : m_layout(text, paperTheme().font(TextStep::body)) {
         QTextOption option;
         option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
         option.setAlignment(text.isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft);

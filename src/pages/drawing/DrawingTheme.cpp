@@ -1,0 +1,108 @@
+#include "pages/drawing/DrawingTheme.h"
+
+#include "pages/PageColor.h"
+#include "pages/drawing/ColorOf.h"
+#include "pages/drawing/Typefaces.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr int captionSize = 10;
+constexpr int valueSize = 26;
+constexpr int codeSize = 13;
+constexpr int buttonSize = 12;
+
+/// The scale of the steps, in parts of the body's size.
+constexpr double title2Scale = 22.0 / 17;
+constexpr double title3Scale = 20.0 / 17;
+
+/// Letters that stand apart by as little as this are never joined to one glyph, which a PDF would not give
+/// back as the letters.
+constexpr double least = 1.0 / 64;
+
+int sizeOf(TextStep step, int body) {
+    switch (step) {
+    case TextStep::title2:
+        return int(std::lround(body * title2Scale));
+    case TextStep::title3:
+        return int(std::lround(body * title3Scale));
+    case TextStep::headline:
+    case TextStep::body:
+    case TextStep::quote:
+        return body;
+    case TextStep::callout:
+        return body - 1;
+    case TextStep::monospacedCallout:
+        return body - 2;
+    case TextStep::caption:
+    case TextStep::arrow:
+        return captionSize;
+    case TextStep::caption2:
+        return captionSize;
+    case TextStep::value:
+        return valueSize;
+    case TextStep::code:
+        return codeSize;
+    case TextStep::button:
+        return buttonSize;
+    }
+    Q_UNREACHABLE();
+}
+
+QFont::Weight weightOf(TextStep step) {
+    switch (step) {
+    case TextStep::title2:
+        return QFont::Bold;
+    case TextStep::headline:
+    case TextStep::caption:
+    case TextStep::value:
+    case TextStep::arrow:
+        return QFont::DemiBold;
+    case TextStep::button:
+        return QFont::Medium;
+    default:
+        return QFont::Normal;
+    }
+}
+
+bool isMonospaced(TextStep step) {
+    return step == TextStep::monospacedCallout || step == TextStep::caption || step == TextStep::code;
+}
+
+} // namespace
+
+QFont DrawingTheme::font(TextStep step, double tracking) const {
+    QFont font(family.isEmpty() ? sansFamily() : family);
+    font.setPixelSize(sizeOf(step, bodySize));
+    font.setWeight(weightOf(step));
+    font.setLetterSpacing(QFont::AbsoluteSpacing, std::max(tracking, least));
+    if (step == TextStep::quote) {
+        font.setFamily(serifFamily());
+        font.setItalic(true);
+    }
+    if (isMonospaced(step)) {
+        font.setFamily(monospacedFamily());
+        // Arrows stay the signs that were written.
+        font.setStyleStrategy(QFont::PreferNoShaping);
+    }
+    return font;
+}
+
+QColor DrawingTheme::shade(double opacity) const {
+    return faded(primary, opacity);
+}
+
+QColor DrawingTheme::tint(QStringView name, const QColor &otherwise) const {
+    const std::optional<Color> color = pageColor(name);
+    return color ? colorOf(*color) : otherwise;
+}
+
+DrawingTheme paperTheme() {
+    DrawingTheme theme;
+    theme.primary = QColor::fromRgbF(0.11F, 0.11F, 0.12F);
+    theme.secondary = QColor::fromRgbF(0.42F, 0.42F, 0.44F);
+    theme.link = QColor::fromRgbF(0.09F, 0.36F, 0.76F);
+    theme.selection = QColor::fromRgbF(0.75F, 0.85F, 0.98F);
+    return theme;
+}

@@ -1,0 +1,56 @@
+#include "pages/drawing/GlyphContext.h"
+
+#include "pages/drawing/DrawingTheme.h"
+#include "pages/drawing/Typefaces.h"
+
+#include <QGlyphRun>
+#include <QRawFont>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString printable() {
+    QString all = u"–—•"_s;
+    for (char16_t character = u' '; character < 0x7F; ++character)
+        all += character;
+    return all;
+}
+
+QList<quint32> glyphsOf(const QString &text, const QFont &font) {
+    QTextLayout layout(text, font);
+    layout.setFormats(glyphsApart(text));
+    layout.beginLayout();
+    layout.createLine().setLineWidth(1000);
+    layout.endLayout();
+    QList<quint32> glyphs;
+    for (const QGlyphRun &run : layout.glyphRuns())
+        glyphs += run.glyphIndexes();
+    return glyphs;
+}
+
+} // namespace
+
+TEST(GlyphContext, everyGlyphStandsForItsCharacter) {
+    const QString all = printable();
+    DrawingTheme serif = paperTheme();
+    serif.family = serifFamily();
+    for (const QFont &font : {paperTheme().font(TextStep::body), paperTheme().font(TextStep::code),
+                              paperTheme().font(TextStep::quote), serif.font(TextStep::body)}) {
+        const QRawFont raw = QRawFont::fromFont(font);
+        for (const QChar one : all) {
+            for (const QChar two : all) {
+                const QString text = u"A1"_s + one + two + u"B 2 "_s + two + one;
+                ASSERT_EQ(glyphsOf(text, font), raw.glyphIndexesForString(text))
+                    << font.family().toStdString() << ": " << text.toStdString();
+            }
+        }
+    }
+}
+
+TEST(GlyphContext, aMarkStaysWithItsLetter) {
+    EXPECT_TRUE(glyphsApart(u"a-\u0301b").isEmpty());
+    EXPECT_EQ(glyphsApart(u"a-b").size(), 1);
+}
