@@ -2,7 +2,6 @@
 #include "core/ProcessRole.h"
 #include "engine/EngineProcessBox.h"
 #include "platform/Clock.h"
-#include "platform/Mailbox.h"
 #include "platform/SingleInstance.h"
 #include "platform/TerminationSignals.h"
 #include "screens/HouseStyle.h"
@@ -31,7 +30,6 @@ int runInteractive(int argc, char **argv) {
     QGuiApplication::setDesktopFileName(u"com.quennarbel.ostrelin"_s);
     QApplication::setStyle(new HouseStyle);
     QApplication application(argc, argv);
-    Mailbox::main();
 
     // A second program would end the first one's engine.
     SingleInstance instance;

@@ -51,6 +51,7 @@ AppState::~AppState() {
 void AppState::bootstrap() {
     if (std::exchange(m_didBootstrap, true) || isHeadless())
         return;
+    m_isStarting = true;
     m_bootstrapTask.start([this](std::stop_token stop) { return start(stop); });
 }
 
@@ -59,6 +60,7 @@ Task<> AppState::start(std::stop_token stop) {
     try {
         ensureFolders();
     } catch (const FileError &) {
+        m_isStarting = false;
         setPhase(phase::Error{u"Ostrelin couldn't create its folder."_s, false});
         co_return;
     }
@@ -80,13 +82,14 @@ Task<> AppState::start(std::stop_token stop) {
     publish(m_report, report, &AppState::reportChanged);
     publish(m_needsMoveToApplications, isInTemporaryLocation(), &AppState::needsMoveToApplicationsChanged);
 
+    m_isStarting = false;
     if (!m_report.isAppleSilicon || m_report.isRosetta)
         setPhase(phase::Unsupported{u"Ostrelin runs on Apple Silicon Macs with 8 GB of memory or more."_s});
     else if (m_catalog.tiers.isEmpty())
         setPhase(phase::Error{u"Ostrelin couldn't read its model list."_s, false});
     else if (m_settings.didFinishWelcome)
         resolveModel();
-    else
+    else if (!isIn<phase::NeedsInitialization>(m_phase)) // as after everything was deleted meanwhile
         setPhase(phase::Welcome{});
 }
 
@@ -109,6 +112,7 @@ void AppState::setShowsWhySize(bool shows) {
 void AppState::deleteEverything() {
     stopEngine();
     cancelWork();
+    m_downloader.stop();
     QDir(applicationFolder()).removeRecursively();
     try {
         ensureFolders();

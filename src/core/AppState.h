@@ -118,6 +118,9 @@ public:
     /// an earlier start of the engine are over.
     void beginDownload(const ModelTier &tier);
 
+    /// Ends the engine and downloads another model, whether it fits or not.
+    void switchModel(const ModelTier &tier);
+
     /// Pauses the download, or goes on with it.
     void togglePause();
 
@@ -136,7 +139,7 @@ public:
     void revealModel() const;
 
     /// The path of the installed model's file; nothing if no model is installed or its file is gone.
-    std::optional<QString> installedModelURL() const;
+    std::optional<QString> installedModelPath() const;
 
     /// Offers the better model that this machine can run, if there is one, through the chat's banner.
     void refreshUpgradeOffer();
@@ -210,6 +213,7 @@ private:
     ChatController m_chat;
 
     bool m_didBootstrap = false;
+    bool m_isStarting = false; ///< the start hasn't come to its decision yet
     std::optional<ModelTier> m_pendingTier;
     std::shared_ptr<void> m_keepAwake;
     TaskHandle m_bootstrapTask;

@@ -4,6 +4,8 @@
 #include "core/AppState.h"
 #include "core/TierChoice.h"
 #include "engine/DownloadError.h"
+#include "platform/AtomicFile.h"
+#include "platform/BackupExclusion.h"
 #include "platform/FileManager.h"
 #include "records/Folders.h"
 
@@ -67,6 +69,15 @@ void removeOtherModels(const QString &filename) {
     }
 }
 
+/// What marks the folder is among the files that were removed.
+void keepOutOfBackups() {
+    try {
+        excludeFromBackup(modelsFolder());
+    } catch (const FileError &) {
+        // The next start marks it again.
+    }
+}
+
 /// The sentence of an error that a person may read.
 QString descriptionOf(const std::exception &error) {
     return QString::fromUtf8(error.what());
@@ -76,6 +87,11 @@ QString descriptionOf(const std::exception &error) {
 
 void AppState::resolveModel() {
     cancelWork();
+    if (m_isStarting) {
+        // Nothing is known of models and machine yet; the start itself leads here at its end.
+        setPhase(phase::Checking{});
+        return;
+    }
     m_resolveTask.start([this](std::stop_token stop) { return resolve(stop); });
 }
 
@@ -88,7 +104,7 @@ Task<> AppState::resolve(std::stop_token stop) {
         co_await startEngine(named, tier, stop);
         co_return;
     }
-    if (const std::optional<QString> path = installedModelURL()) {
+    if (const std::optional<QString> path = installedModelPath()) {
         const InstalledModel installed = *m_settings.installed;
         const ModelTier tier = tierWithId(installed.tierId, m_catalog).value_or(tierOf(installed, *path));
         co_await startEngine(*path, tier, stop);
@@ -140,6 +156,7 @@ Task<> AppState::provide(ModelTier tier, std::stop_token stop) {
         setPhase(phase::Error{*failure, hasLighter(tier)});
     } else {
         removeOtherModels(tier.filename);
+        keepOutOfBackups();
         Settings settings = m_settings;
         settings.installed = installedFrom(tier);
         saveSettings(settings);
@@ -164,6 +181,8 @@ Task<> AppState::startEngine(QString modelPath, std::optional<ModelTier> tier, s
     if (stop.stop_requested())
         co_return;
     if (failure) {
+        // A server that didn't get ready must not hold the memory meanwhile.
+        m_engine.stop();
         setPhase(phase::Error{*failure, hasLighter(tier)});
         co_return;
     }
@@ -171,6 +190,11 @@ Task<> AppState::startEngine(QString modelPath, std::optional<ModelTier> tier, s
     if (!m_chat.conversation())
         m_chat.newChat();
     setPhase(phase::Ready{});
+}
+
+void AppState::switchModel(const ModelTier &tier) {
+    stopEngine();
+    beginDownload(tier);
 }
 
 void AppState::togglePause() {
@@ -192,8 +216,8 @@ void AppState::resumeDownload() {
 }
 
 void AppState::takeProgress(const DownloadProgress &progress) {
-    // The last word of a download that is over may still come.
-    if (isIn<phase::Downloading>(m_phase))
+    // The last word of a download that is over, of this model or of another, may still come.
+    if (isIn<phase::Downloading>(m_phase) && m_pendingTier && progress.total == m_pendingTier->sizeBytes)
         publish(m_downloadProgress, std::optional(progress), &AppState::downloadProgressChanged);
 }
 
@@ -210,11 +234,11 @@ void AppState::deleteModel() {
 }
 
 void AppState::revealModel() const {
-    if (const std::optional<QString> path = installedModelURL())
+    if (const std::optional<QString> path = installedModelPath())
         revealFile(*path);
 }
 
-std::optional<QString> AppState::installedModelURL() const {
+std::optional<QString> AppState::installedModelPath() const {
     if (!m_settings.installed)
         return std::nullopt;
     const QString path = modelsFolder() + u'/' + m_settings.installed->filename;
@@ -231,8 +255,7 @@ void AppState::acceptUpgrade() {
     if (!tier)
         return;
     m_chat.setUpgradeBanner(std::nullopt);
-    stopEngine();
-    beginDownload(*tier);
+    switchModel(*tier);
 }
 
 void AppState::dismissUpgrade() {
@@ -248,10 +271,8 @@ void AppState::dismissUpgrade() {
 void AppState::tryLighter() {
     const std::optional<ModelTier> current = m_activeTier ? m_activeTier : m_pendingTier;
     const auto next = current ? lighterTier(*current, m_catalog) : std::nullopt;
-    if (!next)
-        return;
-    stopEngine();
-    beginDownload(*next);
+    if (next)
+        switchModel(*next);
 }
 
 bool AppState::hasLighter(const std::optional<ModelTier> &tier) const {

@@ -71,10 +71,12 @@ QString DownloadAttempt::resume() {
                 return finish();
             },
             [this](const RangeIsEmpty &) { return finish(); },
+            // The hash of all of it would say the same, once the disk is full.
             [this](const TooLong &) -> QString { discard(); },
             [](const Refused &refused) -> QString { throw DownloadError::http(refused.status); },
             [](const Failed &failed) -> QString { raise(failed.error); },
-            [](const auto &) -> QString { throw Cancelled(); },
+            [](const CutOff &) -> QString { throw Cancelled(); },
+            [](const RangeIgnored &) -> QString { throw DownloadError::http(ok); },
         },
         ending);
 }
@@ -95,11 +97,16 @@ void DownloadAttempt::hashPartial() {
         m_hasher.update(piece);
         return !m_order.stop.stop_requested();
     });
+    throwIfStopped();
+}
+
+void DownloadAttempt::throwIfStopped() const {
     if (m_order.stop.stop_requested())
         throw Cancelled();
 }
 
 DownloadAttempt::Ending DownloadAttempt::request(const QUrl &url) {
+    throwIfStopped();
     if (!m_file)
         m_file.emplace(m_partialPath);
     std::stop_source cut;
@@ -110,8 +117,7 @@ DownloadAttempt::Ending DownloadAttempt::request(const QUrl &url) {
     if (!m_order.pause.stop_requested())
         onPause.emplace(m_order.pause, cutOff);
     Ending ending = receive(url, cut.get_token());
-    if (m_order.stop.stop_requested())
-        throw Cancelled();
+    throwIfStopped();
     if (m_order.pause.stop_requested())
         throw DownloadError(DownloadError::Kind::paused);
     return ending;
@@ -184,6 +190,7 @@ void DownloadAttempt::startAgain() {
 }
 
 QString DownloadAttempt::finish() {
+    throwIfStopped();
     if (m_hasher.hexDigest() != m_order.tier.sha256.toLower() || partialSize() != m_order.tier.sizeBytes)
         discard();
     // The name is a promise that has to hold also after the power has failed.

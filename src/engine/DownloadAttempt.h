@@ -51,6 +51,8 @@ private:
     bool take(const QList<QByteArray> &pieces);
     void startAgain();
 
+    /// Nothing is made, opened or renamed once the stop is requested.
+    void throwIfStopped() const;
     QString finish();
     [[noreturn]] void discard();
     qint64 partialSize() const;

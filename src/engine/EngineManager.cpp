@@ -33,24 +33,29 @@ Task<> EngineManager::start(QString modelPath, qint64 contextLength, std::stop_t
     }
     this->stop();
     const QPointer self(this);
-    const int launchesBefore = m_launches;
+    int launches = m_launches + 1;
     try {
-        co_await launch(modelPath, contextLength, stop);
-        co_return;
-    } catch (const EngineError &error) {
-        if (error.kind() == EngineError::Kind::missingBinary)
+        try {
+            co_await launch(modelPath, contextLength, stop);
+            co_return;
+        } catch (const EngineError &error) {
+            if (error.kind() == EngineError::Kind::missingBinary)
+                throw;
+        } catch (const Cancelled &) {
             throw;
+        } catch (...) {
+            // Whatever it was, the second attempt may do better.
+        }
+        this->stop();
+        launches = m_launches + 1;
+        co_await launch(modelPath, contextLength, stop);
     } catch (const Cancelled &) {
-        // Nobody waits for a second attempt any more. The first one's server must not stay behind, but
-        // another start may have put its own in the place already.
-        if (self && self->m_launches == launchesBefore + 1)
+        // Nobody waits for the server any more, so it must not stay behind. But another start may have put
+        // its own in the place already.
+        if (self && self->m_launches == launches)
             self->stop();
         throw;
-    } catch (...) {
-        // Whatever it was, the second attempt may do better.
     }
-    this->stop();
-    co_await launch(modelPath, contextLength, stop);
 }
 
 void EngineManager::stop() {

@@ -26,7 +26,7 @@ struct ModelDownloader::Shared : std::enable_shared_from_this<ModelDownloader::S
     ModelDownloader *owner; ///< main thread; nothing once it is gone
     const World world;
     std::stop_source pause; ///< of the downloads that there are; those to come have another
-    std::stop_source gone;  ///< the owner is going
+    std::stop_source end;   ///< the same for a stop
     Turnstile turns;
     std::shared_ptr<OwnThread<QString>> thread; ///< of the running attempt
     DownloadMeter meter;                        ///< belongs to the running attempt's thread
@@ -42,8 +42,7 @@ ModelDownloader::World completed(ModelDownloader::World world) {
 
 /// Where the tier's file belongs; throws for a name that leads out of the folder.
 QString filePath(const QString &folder, const QString &name) {
-    if (folder.isEmpty() || name.isEmpty() || name == u"."_s || name == u".."_s || name.contains(u'/') ||
-        name.contains(QChar::Null))
+    if (folder.isEmpty() || !isModelFilename(name))
         throw DownloadError::message(u"The download could not be saved."_s);
     return folder + u'/' + name;
 }
@@ -86,7 +85,7 @@ Task<QString> ModelDownloader::Shared::download(std::shared_ptr<Shared> self, Mo
                                                 std::stop_token pause, std::stop_token stop) {
     std::stop_source end;
     const std::stop_callback onStop(stop, [&end] { end.request_stop(); });
-    const std::stop_callback onGone(self->gone.get_token(), [&end] { end.request_stop(); });
+    const std::stop_callback onEnd(self->end.get_token(), [&end] { end.request_stop(); });
     const Turnstile::Turn turn = co_await self->turns.enter(end.get_token());
     if (end.stop_requested())
         throw Cancelled();
@@ -106,6 +105,9 @@ Task<QString> ModelDownloader::Shared::download(std::shared_ptr<Shared> self, Mo
         throw Cancelled();
     if (pause.stop_requested())
         throw DownloadError(DownloadError::Kind::paused);
+    // What failed may have come after the file was in its place.
+    if (QFileInfo(path).isFile())
+        co_return path;
     order.url = *tier.mirrorURL;
     co_return co_await attempt(self, order);
 }
@@ -124,14 +126,18 @@ ModelDownloader::ModelDownloader(World world) : m_shared(std::make_shared<Shared
 
 ModelDownloader::~ModelDownloader() {
     m_shared->owner = nullptr;
-    m_shared->gone.request_stop();
-    if (const auto thread = m_shared->thread)
-        thread->join();
+    stop();
 }
 
 Task<QString> ModelDownloader::download(ModelTier tier, QString modelsFolder, std::stop_token stop) {
     return Shared::download(m_shared, std::move(tier), std::move(modelsFolder), m_shared->pause.get_token(),
                             stop);
+}
+
+void ModelDownloader::stop() {
+    std::exchange(m_shared->end, std::stop_source()).request_stop();
+    if (const auto thread = m_shared->thread)
+        thread->join();
 }
 
 void ModelDownloader::pause() {

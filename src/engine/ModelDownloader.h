@@ -34,7 +34,7 @@ public:
     ModelDownloader();
     explicit ModelDownloader(World world);
 
-    /// Ends a download that runs, as a requested stop does, and waits until its file is closed.
+    /// As stop().
     ~ModelDownloader();
     ModelDownloader(const ModelDownloader &) = delete;
     ModelDownloader &operator=(const ModelDownloader &) = delete;
@@ -58,6 +58,10 @@ public:
     /// partial file is being hashed there is no request yet: the pause then takes effect when the request
     /// that follows has ended. Nothing happens where no download runs.
     void pause();
+
+    /// Ends the downloads that there are, as a requested stop does, and waits until the running one has
+    /// closed its file: from then on nothing is written any more.
+    void stop();
 
 private:
     struct Shared;

@@ -3,6 +3,8 @@
 #include "platform/Channel.h"
 #include "platform/HttpThread.h"
 
+#include <algorithm>
+
 namespace {
 
 const char *sentence(HttpError::Reason reason) {
@@ -39,7 +41,9 @@ HttpError::HttpError(Reason reason) : std::runtime_error(sentence(reason)), m_re
 
 bool isLoopback(const QString &host) {
     return host == QLatin1String("localhost") || host == QLatin1String("::1") ||
-           host.startsWith(QLatin1String("127."));
+           (host.startsWith(QLatin1String("127.")) && std::all_of(host.begin(), host.end(), [](QChar each) {
+                return each == u'.' || (each >= u'0' && each <= u'9');
+            }));
 }
 
 HttpExchange::HttpExchange(HttpRequest request, std::shared_ptr<HttpReceiver> receiver)

@@ -51,6 +51,8 @@ HttpTransfer::Moment HttpTransfer::deadline() const {
 void HttpTransfer::setOptions() {
     curl_easy_setopt(m_handle, CURLOPT_PRIVATE, this);
     curl_easy_setopt(m_handle, CURLOPT_NOSIGNAL, 1L);
+    // A name server that doesn't answer must not hold up the end of a request, and all others with it.
+    curl_easy_setopt(m_handle, CURLOPT_QUICK_EXIT, 1L);
     // A connection of its own: on one that was kept, a request is sent again when the server hangs up.
     curl_easy_setopt(m_handle, CURLOPT_FRESH_CONNECT, 1L);
     curl_easy_setopt(m_handle, CURLOPT_FORBID_REUSE, 1L);
@@ -102,7 +104,10 @@ void HttpTransfer::setHeaders() {
 size_t HttpTransfer::takeHeader(char *bytes, size_t size, size_t count, void *self) {
     auto &transfer = *static_cast<HttpTransfer *>(self);
     const size_t length = size * count;
-    transfer.takeHeaderLine(QByteArrayView(bytes, static_cast<qsizetype>(length)).trimmed());
+    QByteArrayView line(bytes, static_cast<qsizetype>(length));
+    while (line.endsWith('\n') || line.endsWith('\r'))
+        line.chop(1);
+    transfer.takeHeaderLine(line);
     return transfer.m_isHungUp ? 0 : length;
 }
 

@@ -13,13 +13,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A catalog from outside may be anything. What is reckoned with later must be in the range of a disk.
+/// A catalog from outside may be anything. What is reckoned with later must be in the range of a disk, and
+/// what the engine and the disk are given must be what they can take.
+bool isUsable(const ModelTier &tier) {
+    constexpr qint64 mostBytes = 1'000'000'000'000'000;
+    constexpr qint64 mostTokens = 100'000'000;
+    return tier.sizeBytes >= 0 && tier.sizeBytes <= mostBytes && tier.minRAMBytes >= 0 &&
+           tier.contextLength >= 1 && tier.contextLength <= mostTokens && isModelFilename(tier.filename);
+}
+
 bool isUsable(const Catalog &catalog) {
-    constexpr qint64 most = 1'000'000'000'000'000;
-    return !catalog.tiers.isEmpty() &&
-           std::all_of(catalog.tiers.begin(), catalog.tiers.end(), [](const ModelTier &tier) {
-               return tier.sizeBytes >= 0 && tier.sizeBytes <= most && tier.minRAMBytes >= 0;
-           });
+    return !catalog.tiers.isEmpty() && std::all_of(catalog.tiers.begin(), catalog.tiers.end(),
+                                                   [](const ModelTier &tier) { return isUsable(tier); });
 }
 
 } // namespace
@@ -44,6 +49,7 @@ Task<std::optional<Catalog>> fetchRemoteCatalog(QUrl url, std::stop_token stop) 
     request.url = url;
     // The start waits for it, so that a server which trickles is no better than one which is silent.
     request.wholeTimeout = std::chrono::seconds(3);
+    request.longestBody = 1'000'000;
     request.redirects = HttpRequest::Redirects::areFollowed;
     try {
         const HttpResponse response = co_await fetch(request, stop);

@@ -67,3 +67,8 @@ void decode(const QJsonValue &json, Catalog &value) {
 void decode(const QJsonValue &json, InstalledModel &value) {
     decodeFields(json, value, installedModelFields);
 }
+
+bool isModelFilename(const QString &name) {
+    return !name.isEmpty() && name != u"."_s && name != u".."_s && !name.contains(u'/') &&
+           !name.contains(QChar::Null) && !name.endsWith(u".partial"_s) && name != u"CACHEDIR.TAG"_s;
+}

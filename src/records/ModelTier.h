@@ -26,6 +26,10 @@ struct ModelTier {
     bool operator==(const ModelTier &) const = default;
 };
 
+/// True for a name that a model's file may have inside the models folder: a plain name, and none that means
+/// something else there.
+bool isModelFilename(const QString &name);
+
 /// The models on offer, from the heaviest and best to the lightest.
 struct Catalog {
     qint64 version = 0;

@@ -67,7 +67,5 @@ QList<QWidget *> ModelForm::makeButtons(const QList<ModelTier> &tiers) {
 }
 
 void ModelForm::use(const ModelTier &tier) {
-    m_app.chat().stop();
-    m_app.engine().stop();
-    m_app.beginDownload(tier);
+    m_app.switchModel(tier);
 }

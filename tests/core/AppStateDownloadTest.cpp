@@ -34,8 +34,9 @@ TEST_F(AppStateDownloadTest, aModelArrivesIsInstalledAndRuns) {
     app->bootstrap();
     ASSERT_TRUE(reaches<phase::Ready>());
     EXPECT_EQ(phases, (QStringList{u"downloading"_s, u"starting"_s, u"ready"_s}));
-    EXPECT_EQ(filesIn(modelsFolder()), (QStringList{u"other.gguf.partial"_s, u"small.gguf"_s}))
-        << "other models go, what is half downloaded stays";
+    EXPECT_EQ(filesIn(modelsFolder()),
+              (QStringList{u"CACHEDIR.TAG"_s, u"other.gguf.partial"_s, u"small.gguf"_s}))
+        << "other models go; what is half downloaded, and what keeps the folder out of backups, stays";
     EXPECT_EQ(readFile(modelsFolder() + u"/small.gguf"_s), bytes);
     const InstalledModel installed = loadSettings().installed.value();
     EXPECT_EQ(installed.tierId, u"small"_s);
@@ -45,7 +46,7 @@ TEST_F(AppStateDownloadTest, aModelArrivesIsInstalledAndRuns) {
     EXPECT_EQ(installed.sizeBytes, bytes.size());
     EXPECT_TRUE(installed.supportsTools);
     EXPECT_EQ(installed.license, u"MIT"_s);
-    EXPECT_EQ(app->installedModelURL(), modelsFolder() + u"/small.gguf"_s);
+    EXPECT_EQ(app->installedModelPath(), modelsFolder() + u"/small.gguf"_s);
     EXPECT_EQ(recordedModel(), (modelsFolder() + u"/small.gguf"_s).toLocal8Bit());
 }
 

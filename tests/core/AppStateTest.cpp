@@ -131,7 +131,7 @@ TEST_F(AppStateTest, aModelThatLeftTheCatalogRunsAsItWasInstalled) {
 TEST_F(AppStateTest, anInstalledModelWhoseFileIsGoneIsDownloadedWithoutAWord) {
     hasModel(tier(u"gone"_s, modelBytes));
     QFile::remove(modelsFolder() + u"/gone.gguf"_s);
-    EXPECT_FALSE(app->installedModelURL());
+    EXPECT_FALSE(app->installedModelPath());
     serveCatalog({small});
     network.answer(Script(200).raw(modelBytes));
     app->bootstrap();

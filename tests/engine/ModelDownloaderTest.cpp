@@ -127,10 +127,15 @@ TEST_F(ModelDownloaderTest, progressIsToldByTheEventLoopOfTheMainThread) {
 TEST_F(ModelDownloaderTest, whileTheClockStandsAllBytesAreToldOnceAndTheEndOnce) {
     const ModelDownloader::Moment moment{};
     useWorld({.now = [moment] { return moment; }});
-    const FileServer server(file, {.pieceSize = 1000});
-    download(tierAt(server.url()));
-    ASSERT_EQ(told.size(), 2);
+    FileServer server(file, {.holdAt = 1000});
+    const Run run = begin(tierAt(server.url()));
+    ASSERT_TRUE(eventually([&] { return !told.isEmpty(); }));
     EXPECT_LT(told.first().received, file.size());
+    server.setManner({});
+    server.goOn();
+    ASSERT_TRUE(eventually([&] { return run->hasEnded; }));
+    ASSERT_EQ(told.size(), 2);
+    EXPECT_EQ(told.last().received, file.size());
     // The quiet time outlives the download: of the next one's bytes nothing is told before its end.
     QFile::remove(finalPath());
     told.clear();

@@ -78,6 +78,27 @@ TEST(RemoteCatalog, sizesThatNoDiskHasAreNone) {
     EXPECT_FALSE(served());
 }
 
+TEST(RemoteCatalog, contextsThatNoEngineHasAreNone) {
+    auto catalog = decodeRecord<Catalog>(builtIn());
+    for (const qint64 tokens : {qint64(0), qint64(-5), std::numeric_limits<qint64>::max()}) {
+        catalog.tiers.last().contextLength = tokens;
+        EXPECT_FALSE(fetched(Script(200).raw(encodeRecord(catalog)))) << tokens;
+    }
+}
+
+TEST(RemoteCatalog, namesThatNoModelMayHaveAreNone) {
+    auto catalog = decodeRecord<Catalog>(builtIn());
+    for (const QString &name :
+         {u""_s, u"."_s, u".."_s, u"../x.gguf"_s, u"a/b"_s, u"x.gguf.partial"_s, u"CACHEDIR.TAG"_s}) {
+        catalog.tiers.last().filename = name;
+        EXPECT_FALSE(fetched(Script(200).raw(encodeRecord(catalog)))) << name.toStdString();
+    }
+}
+
+TEST(RemoteCatalog, aTextOfManyMegabytesIsNoneEvenIfItDecodes) {
+    EXPECT_FALSE(fetched(Script(200).raw(builtIn() + QByteArray(2'000'000, ' '))));
+}
+
 TEST(RemoteCatalog, anOverrideSaysWhereItIs) {
     const EnvironmentVariable elsewhere("OSTRELIN_CATALOGURL", "http://127.0.0.1:1/catalog.json");
     EXPECT_EQ(catalogURL(), QUrl(u"http://127.0.0.1:1/catalog.json"_s));
