@@ -2,12 +2,15 @@
 #include "core/ProcessRole.h"
 #include "engine/EngineProcessBox.h"
 #include "platform/Clock.h"
+#include "platform/FolderLock.h"
 #include "platform/SingleInstance.h"
 #include "platform/TerminationSignals.h"
+#include "records/Folders.h"
 #include "screens/HouseStyle.h"
 #include "screens/MainWindow.h"
 
 #include <QApplication>
+#include <QDir>
 
 using namespace Qt::StringLiterals;
 
@@ -17,6 +20,13 @@ void nameApplication() {
     QCoreApplication::setApplicationName(u"Ostrelin"_s);
     QCoreApplication::setOrganizationName(u"Ostrelin"_s);
     QCoreApplication::setApplicationVersion(QStringLiteral(OSTRELIN_VERSION));
+}
+
+/// The folder that everything is kept beside: the application folder itself may be deleted and made anew.
+QString dataFolder() {
+    QString folder = QFileInfo(applicationFolder()).path();
+    QDir().mkpath(folder);
+    return folder;
 }
 
 /// The run of one scheduled prompt: without a screen, and without a window even where there is one.
@@ -35,6 +45,12 @@ int runInteractive(int argc, char **argv) {
     SingleInstance instance;
     if (!instance.claim())
         return EXIT_SUCCESS;
+    // Not even from another session of the person's.
+    const FolderLock lock(dataFolder());
+    if (!lock.isHeld()) {
+        qCritical("Ostrelin is running in another session already.");
+        return EXIT_FAILURE;
+    }
 
     AppState app(EngineProcessBox::shared(), Clock::system());
     onTerminationSignal([] { QApplication::quit(); });

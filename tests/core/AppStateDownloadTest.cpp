@@ -253,6 +253,59 @@ TEST_F(AppStateDeleteTest, aStartOfTheEngineEndsAndStaysEnded) {
     expectEmpty();
 }
 
+TEST_F(AppStateDeleteTest, aPausedDownloadIsForgotten) {
+    beginDownload({small});
+    app->togglePause();
+    ASSERT_TRUE(eventually([&] { return network.openConnections() == 0; }));
+    app->deleteEverything();
+    expectEmpty();
+    app->togglePause();
+    app->togglePause();
+    letPass(50);
+    expectEmpty();
+}
+
+TEST_F(AppStateDeleteTest, whileTheStartIsUnderWayItIsTheLastWord) {
+    hasModel(small);
+    network.answer(Script(200).hold().raw(encodeRecord(Catalog{1, {small}})));
+    app->bootstrap();
+    ASSERT_TRUE(eventually([&] { return network.requests().size() == 1; }));
+    app->deleteEverything();
+    expectEmpty();
+    network.goOn();
+    ASSERT_TRUE(eventually([&] { return !app->catalog().tiers.isEmpty(); }));
+    letPass(50);
+    expectEmpty();
+}
+
+TEST_F(AppStateDeleteTest, theStartButtonWaitsForAStartThatIsUnderWay) {
+    network.answer(Script(200).hold().raw(encodeRecord(Catalog{1, {small}})));
+    app->bootstrap();
+    ASSERT_TRUE(eventually([&] { return network.requests().size() == 1; }));
+    app->deleteEverything();
+    app->finishWelcome();
+    EXPECT_TRUE(isIn<phase::Checking>(app->phase()));
+    network.goOn();
+    network.answer(Script(200).raw(bytes));
+    ASSERT_TRUE(reaches<phase::Ready>());
+    EXPECT_EQ(phases, (QStringList{u"needsInitialization"_s, u"checking"_s, u"downloading"_s, u"starting"_s,
+                                   u"ready"_s}));
+}
+
+TEST_F(AppStateDeleteTest, aModelThatIsDeletedDuringTheStartIsDownloadedAtItsEnd) {
+    hasModel(small);
+    network.answer(Script(200).hold().raw(encodeRecord(Catalog{1, {small}})));
+    app->bootstrap();
+    ASSERT_TRUE(eventually([&] { return network.requests().size() == 1; }));
+    app->deleteModel();
+    EXPECT_TRUE(isIn<phase::Checking>(app->phase()));
+    EXPECT_FALSE(QFile::exists(modelsFolder() + u"/small.gguf"_s));
+    network.goOn();
+    network.answer(Script(200).raw(bytes));
+    ASSERT_TRUE(reaches<phase::Ready>());
+    EXPECT_EQ(readFile(modelsFolder() + u"/small.gguf"_s), bytes);
+}
+
 TEST_F(AppStateDeleteTest, theStartButtonBeginsAnewAndARelaunchWelcomes) {
     hasModel(small);
     serveCatalog({small});

@@ -50,6 +50,12 @@ public:
         return XCB_WINDOW_NONE;
     }
 
+    xcb_window_t focusedWindow() const {
+        const auto reply =
+            own(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+        return reply ? reply->focus : xcb_window_t(XCB_WINDOW_NONE);
+    }
+
     /// Waits until the server has done that; what is still on its way when the connection ends is lost.
     bool isDone(xcb_void_cookie_t request) const {
         return !own(xcb_request_check(m_connection, request)) && !xcb_connection_has_error(m_connection);
@@ -102,4 +108,8 @@ bool focusTopLevelWindow(qint64 processIdentifier) {
         return false;
     return display.isDone(
         xcb_set_input_focus_checked(display.connection(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME));
+}
+
+quint32 focusedWindow() {
+    return Display().focusedWindow();
 }

@@ -13,3 +13,6 @@ bool closeTopLevelWindow(qint64 processIdentifier);
 
 /// Gives the keyboard to the window.
 bool focusTopLevelWindow(qint64 processIdentifier);
+
+/// The number of the window that has the keyboard, whoever's it is.
+quint32 focusedWindow();

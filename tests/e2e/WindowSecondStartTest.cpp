@@ -15,14 +15,37 @@ using WindowSecondStart = WindowFixture;
 TEST_F(WindowSecondStart, itShowsTheFirstOnesWindowAndEnds) {
     startProgram();
     const qint64 engine = program.enginePid();
+    const quint32 mainWindow = topLevelWindow(program.pid());
+    ASSERT_TRUE(focusTopLevelWindow(program.pid()));
+    ASSERT_TRUE(window().typeWithControl(','));
+    ASSERT_TRUE(eventually([&] { return focusedWindow() != mainWindow; })) << "the settings stand before it";
     RunningProgram second(QStringLiteral(PROGRAM_PATH));
     ASSERT_TRUE(second.start());
     EXPECT_TRUE(second.waitForEnd());
     EXPECT_TRUE(second.endedOrderly()) << second.output().toStdString();
+    EXPECT_TRUE(eventually([&] { return focusedWindow() == mainWindow; }));
     EXPECT_TRUE(isAlive(engine)) << "the second start has ended the first one's engine";
     EXPECT_EQ(program.enginePid(), engine);
     EXPECT_EQ(readFile(enginePidFile()), QByteArray::number(engine));
     EXPECT_TRUE(window().shows(u"Send message"_s, AccessibleRole::pushButton));
+}
+
+TEST_F(WindowSecondStart, inAnotherSessionOnTheSameFilesItEndsToo) {
+    startProgram();
+    const qint64 engine = program.enginePid();
+    const QTemporaryDir runtime;
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nowhere/bus"_s);
+    environment.insert(u"XDG_RUNTIME_DIR"_s, runtime.path());
+    QProcess other;
+    other.setProcessEnvironment(environment);
+    other.start(QStringLiteral(PROGRAM_PATH), QStringList());
+    ASSERT_TRUE(other.waitForFinished());
+    EXPECT_EQ(other.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(other.exitCode(), EXIT_FAILURE);
+    EXPECT_TRUE(other.readAllStandardError().contains("Ostrelin is running in another session already."));
+    EXPECT_TRUE(isAlive(engine));
+    EXPECT_EQ(readFile(enginePidFile()), QByteArray::number(engine));
 }
 
 TEST_F(WindowSecondStart, afterTheFirstHasEndedItIsAFirst) {

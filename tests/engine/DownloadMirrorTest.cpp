@@ -33,6 +33,13 @@ TEST_F(DownloadMirrorTest, theMirrorTakesOverWhenTheServerIsNotThere) {
     expectVerified(download(tierAt(server, mirror.url())));
 }
 
+TEST_F(DownloadMirrorTest, theMirrorTakesOverAfterATimeOut) {
+    useWorld({.idleTimeout = std::chrono::milliseconds(200)});
+    const FileServer server(file, {.holdAt = 120'000});
+    expectVerified(download(tierAt(server.url(), mirror.url())));
+    EXPECT_EQ(mirror.ranges(), QByteArrayList{"bytes=120000-"});
+}
+
 TEST_F(DownloadMirrorTest, theMirrorsOutcomeIsTheOutcome) {
     const FileServer server(file, {.status = 404});
     const FileServer other(file, {.status = 503});

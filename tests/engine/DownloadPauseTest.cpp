@@ -105,6 +105,23 @@ TEST_F(DownloadPauseInHashTest, aPauseDuringTheHashTakesEffectOnlyWhenTheFollowi
     EXPECT_EQ(m_server.requests().size(), 1) << "the file was whole";
 }
 
+TEST_F(DownloadPauseInHashTest, aStopAfterTheHashSendsNothingAndMakesNothing) {
+    for (const QByteArray &partial : {QByteArray(), QByteArray(file.first(100'000))}) {
+        m_hasWaited = m_isWaiting = false;
+        QFile::remove(partialPath());
+        if (!partial.isEmpty())
+            putPartial(partial);
+        const Run run = begin(tierAt(m_server.url()));
+        ASSERT_TRUE(eventually([&] { return m_isWaiting.load(); }));
+        run->stop.request_stop();
+        m_goOn.release();
+        ASSERT_TRUE(hasEnded(run));
+        EXPECT_TRUE(run->wasCancelled());
+        EXPECT_TRUE(m_server.requests().isEmpty());
+        EXPECT_EQ(QFile::exists(partialPath()), !partial.isEmpty());
+    }
+}
+
 TEST_F(DownloadPauseInHashTest, thePauseGoesBeforeWhateverTheRequestEndsWith) {
     for (const Manner &manner : {Manner{.status = 404}, Manner{.status = 416}, Manner{.dropAt = 150'000},
                                  Manner{.range = Manner::Range::ignored}}) {
@@ -152,6 +169,35 @@ TEST_F(DownloadPauseTest, aStopEndsTheHashOfALargePartialFile) {
     ASSERT_TRUE(hasEnded(run));
     EXPECT_TRUE(run->wasCancelled());
     EXPECT_TRUE(m_server.requests().isEmpty());
+}
+
+TEST_F(DownloadPauseTest, afterAStopOfAllNothingIsWrittenAnyMore) {
+    const Run running = beginUntil(100'000);
+    const Run waiting = begin(tierAt(m_server.url()));
+    downloader->stop();
+    QFile::remove(partialPath());
+    m_server.goOn();
+    ASSERT_TRUE(hasEnded(running));
+    ASSERT_TRUE(hasEnded(waiting));
+    EXPECT_TRUE(running->wasCancelled());
+    EXPECT_TRUE(waiting->wasCancelled());
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList());
+    m_server.setManner({});
+    expectVerified(download(tierAt(m_server.url())));
+}
+
+TEST_F(DownloadPauseTest, aStopOfAllLeavesAWholePartialFileUnderItsName) {
+    QFile partial(partialPath());
+    ASSERT_TRUE(partial.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(partial.resize(40'000'000'000)) << "with nothing in it";
+    ModelTier tier = tierAt(m_server.url());
+    tier.sizeBytes = 40'000'000'000;
+    const Run run = begin(tier);
+    letPass(20);
+    downloader->stop();
+    ASSERT_TRUE(hasEnded(run));
+    EXPECT_TRUE(run->wasCancelled());
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"model.gguf.partial"_s});
 }
 
 TEST_F(DownloadPauseTest, theEndOfTheDownloaderCancelsAndLetsGoOfTheFile) {

@@ -17,8 +17,6 @@ constexpr quint64 mebibyte = 1'048'576;
 class Engine {
 public:
     explicit Engine(const QByteArray &script) {
-        // As in the program, the mailbox is there before a child's thread posts to it.
-        Mailbox::main();
         QFile file(path());
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write("#!/bin/sh\necho $$ > '" + QFile::encodeName(m_folder.filePath(u"pid"_s)) + "'\n" +

@@ -93,6 +93,7 @@ TEST(HttpFailure, everyReasonIsASentence) {
 TEST(Loopback, isKnownByItsNamesAndAddresses) {
     for (const QString &host : {u"localhost"_s, u"127.0.0.1"_s, u"127.9.9.9"_s, u"::1"_s})
         EXPECT_TRUE(isLoopback(host)) << host.toStdString();
-    for (const QString &host : {u""_s, u"localhost.example"_s, u"128.0.0.1"_s, u"example.org"_s, u"::2"_s})
+    for (const QString &host : {u""_s, u"localhost.example"_s, u"128.0.0.1"_s, u"example.org"_s, u"::2"_s,
+                                u"127.evil.example"_s, u"127.0.0.1.example"_s})
         EXPECT_FALSE(isLoopback(host)) << host.toStdString();
 }

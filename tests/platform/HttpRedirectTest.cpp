@@ -36,6 +36,14 @@ QUrl at(const ScriptedEngine &server, const QString &path) {
 
 } // namespace
 
+TEST(Redirects, aLineOfBlanksDoesNotEndTheHead) {
+    ScriptedEngine last;
+    last.answer(Script(200).raw("here"));
+    ScriptedEngine first;
+    first.answer(Script(302).header("X-Folded", "a\r\n \t ").header("Location", last.url().toEncoded()));
+    EXPECT_EQ(await(fetch(following(first.url()), {})).body, "here");
+}
+
 TEST(Redirects, areAnswersUnlessTheRequestSaysOtherwise) {
     ScriptedEngine server;
     server.answer(redirect(at(server, u"/there"_s)));

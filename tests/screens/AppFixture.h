@@ -20,7 +20,6 @@
 class AppFixture : public testing::Test {
 protected:
     AppFixture() {
-        Mailbox::main();
         network.answerEach([catalog = encodeRecord(catalog)](const ScriptedEngine::Request &request) {
             return request.line.contains("/catalog.json") ? Script(200).raw(catalog) : Script(200).hold();
         });
