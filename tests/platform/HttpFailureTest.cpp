@@ -1,3 +1,4 @@
+#include "platform/ChildProcess.h"
 #include "platform/Http.h"
 #include "platform/LoopbackPort.h"
 #include "platform/NetworkState.h"
@@ -5,8 +6,14 @@
 #include "support/EnvironmentVariable.h"
 #include "support/ScriptedEngine.h"
 
+#include <QFile>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTemporaryDir>
+
+#include <mutex>
+
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using Reason = HttpError::Reason;
@@ -88,6 +95,37 @@ TEST(HttpFailure, everyReasonIsASentence) {
         EXPECT_EQ(text.back(), '.');
         EXPECT_EQ(HttpError(reason).reason(), reason);
     }
+}
+
+TEST(HttpName, aServerOfNamesThatSaysNothingHoldsNothingUp) {
+    const QTemporaryDir folder;
+    QFile resolver(folder.filePath(u"resolv.conf"_s));
+    ASSERT_TRUE(resolver.open(QIODevice::WriteOnly));
+    resolver.write("nameserver 127.0.0.1\n");
+    resolver.close();
+    QStringList command{u"unshare"_s, u"--mount"_s, u"--net"_s};
+    if (::geteuid() != 0)
+        command << u"--user"_s << u"--map-root-user"_s;
+    command << u"sh"_s << u"-c"_s << u"mount --bind \"$0\" /etc/resolv.conf && exec \"$1\""_s
+            << resolver.fileName() << QStringLiteral(SILENT_NAME);
+    std::mutex lock;
+    QByteArray printed;
+    const ChildProcess process({.executable = u"/usr/bin/env"_s,
+                                .arguments = command,
+                                .environment = QProcessEnvironment::systemEnvironment(),
+                                .onOutput =
+                                    [&](QByteArrayView piece) {
+                                        const std::lock_guard guard(lock);
+                                        printed += piece;
+                                    },
+                                .onError = {},
+                                .onExit = {}});
+    EXPECT_TRUE(eventually([&] { return !process.isRunning(); }));
+    const std::lock_guard guard(lock);
+    if (!printed.startsWith("listening"))
+        GTEST_SKIP()
+            << "A SILENT NAME SERVER WASN'T TESTED: this system lets nobody have a network of their own";
+    EXPECT_EQ(printed, "listening\nThe request timed out.\n");
 }
 
 TEST(Loopback, isKnownByItsNamesAndAddresses) {
