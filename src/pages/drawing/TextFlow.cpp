@@ -78,14 +78,25 @@ void TextFlow::setFormat(const QFont &font, int lineSpacing, Qt::Alignment align
 }
 
 void TextFlow::setWidth(double width) {
-    if (width == m_width)
-        return;
+    const bool stays = width == m_width || (standsAtTheLeft() && usedWidth() <= std::min(width, m_width));
     m_width = width;
-    layPieces(0);
+    if (!stays)
+        layPieces(0);
+}
+
+bool TextFlow::standsAtTheLeft() const {
+    const auto isOneLine = [](const auto &piece) {
+        return piece->endsParagraph() && piece->lineCount == 1 && !piece->layout.text().isRightToLeft();
+    };
+    return m_option.alignment() == Qt::AlignLeft && std::all_of(m_pieces.begin(), m_pieces.end(), isOneLine);
 }
 
 double TextFlow::height() const {
     return m_pieces.back()->bottom() - m_lineSpacing;
+}
+
+double TextFlow::firstBaseline() const {
+    return m_pieces.front()->layout.lineAt(0).ascent();
 }
 
 double TextFlow::usedWidth() const {
@@ -135,13 +146,13 @@ int TextFlow::positionAt(const QPointF &point) const {
 }
 
 QRectF TextFlow::caretAt(int position) const {
-    const Piece &piece = pieceOf(position);
+    const Piece &piece = *m_pieces[indexOf(position)];
     const QTextLine line = lineOf(piece, position);
     return {line.cursorToX(position - piece.start), piece.top + line.y(), caretWidth, line.height()};
 }
 
 int TextFlow::moved(int position, Move move) const {
-    const Piece &piece = pieceOf(position);
+    const Piece &piece = *m_pieces[indexOf(position)];
     const QTextLine line = lineOf(piece, position);
     const bool isLastLine = line.lineNumber() + 1 == piece.layout.lineCount();
     switch (move) {
@@ -284,19 +295,18 @@ TextFlow::Formats TextFlow::formatsIn(int start, int length) const {
 
 QList<QRectF> TextFlow::areasOf(int start, int end) const {
     QList<QRectF> areas;
-    for (const auto &piece : m_pieces) {
-        if (piece->end() <= start || piece->start >= end)
-            continue;
-        const int first = std::max(start - piece->start, 0);
-        const int last = std::min(end - piece->start, piece->length);
-        for (int index = 0; index < piece->lineCount; ++index) {
-            const QTextLine line = piece->layout.lineAt(index);
+    for (size_t index = indexOf(start); index < m_pieces.size() && m_pieces[index]->start < end; ++index) {
+        const Piece &piece = *m_pieces[index];
+        const int first = std::max(start - piece.start, 0);
+        const int last = std::min(end - piece.start, piece.length);
+        for (int number = 0; number < piece.lineCount; ++number) {
+            const QTextLine line = piece.layout.lineAt(number);
             const int from = std::max(first, line.textStart());
             const int to = std::min(last, line.textStart() + line.textLength());
             if (from >= to)
                 continue;
             const auto [left, right] = std::minmax({line.cursorToX(from), line.cursorToX(to)});
-            areas.append({left, piece->top + line.y(), right - left, line.height()});
+            areas.append({left, piece.top + line.y(), right - left, line.height()});
         }
     }
     return areas;
@@ -310,10 +320,10 @@ void TextFlow::stack(size_t first) {
     }
 }
 
-const TextFlow::Piece &TextFlow::pieceOf(int position) const {
+size_t TextFlow::indexOf(int position) const {
     const auto after = std::upper_bound(m_pieces.begin(), m_pieces.end(), position,
                                         [](int place, const auto &piece) { return place < piece->start; });
-    return after == m_pieces.begin() ? **after : **std::prev(after);
+    return after == m_pieces.begin() ? 0 : size_t(std::distance(m_pieces.begin(), after)) - 1;
 }
 
 const TextFlow::Piece &TextFlow::pieceAtHeight(double y) const {

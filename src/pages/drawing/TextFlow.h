@@ -1,9 +1,8 @@
 #pragma once
 
+#include "pages/drawing/SelectableText.h"
+
 #include <QFont>
-#include <QPointF>
-#include <QRectF>
-#include <QString>
 #include <QTextLayout>
 #include <QTextOption>
 
@@ -12,39 +11,13 @@
 
 class QPainter;
 
-/// A stretch of a text between the place where a person began to select and the caret. Places count
-/// UTF-16 code units.
-struct TextSelection {
-    int anchor = 0;
-    int caret = 0;
-
-    bool isEmpty() const { return anchor == caret; }
-    int start() const { return std::min(anchor, caret); }
-    int end() const { return std::max(anchor, caret); }
-
-    bool operator==(const TextSelection &) const = default;
-};
-
 /// Text laid into lines of a given width, paragraph by paragraph, and a very long paragraph in pieces that
 /// can't be seen. A change of the text lays only what comes after what stayed the same, so a text that
 /// grows at its end costs what its last piece costs. No widget; needs a QGuiApplication.
-class TextFlow {
+class TextFlow : public SelectableText {
 public:
-    enum class Move {
-        previousCharacter,
-        nextCharacter,
-        previousWord,
-        nextWord,
-        lineStart,
-        lineEnd,
-        lineUp,
-        lineDown,
-        textStart,
-        textEnd
-    };
-
     TextFlow();
-    ~TextFlow();
+    ~TextFlow() override;
     TextFlow(const TextFlow &) = delete;
     TextFlow &operator=(const TextFlow &) = delete;
 
@@ -70,17 +43,18 @@ public:
     void draw(QPainter &painter, const QRectF &clip, const TextSelection &selection,
               const QColor &selectionColor) const;
 
-    /// The place in the text nearest to a point.
-    int positionAt(const QPointF &point) const;
+    /// The distance from the top to the baseline of the first line.
+    double firstBaseline() const;
     /// What a part of the text covers, line by line.
     QList<QRectF> areasOf(int start, int end) const;
-    /// Where a caret before `position` stands.
-    QRectF caretAt(int position) const;
-    /// The place that a caret comes to; the same one if there is nowhere to go.
-    int moved(int position, Move move) const;
-    /// The word, or the paragraph, around a place.
-    TextSelection wordAt(int position) const;
-    TextSelection paragraphAt(int position) const;
+
+    int length() const override { return int(m_text.size()); }
+    QString textBetween(int start, int end) const override { return m_text.mid(start, end - start); }
+    int positionAt(const QPointF &point) const override;
+    QRectF caretAt(int position) const override;
+    int moved(int position, Move move) const override;
+    TextSelection wordAt(int position) const override;
+    TextSelection paragraphAt(int position) const override;
 
 private:
     struct Piece;
@@ -96,9 +70,11 @@ private:
     /// The formats that a stretch of the text has, in its own places.
     Formats formatsIn(int start, int length) const;
     void stack(size_t first);
+    /// True if every paragraph is one line from the left, which then stands so in any width it fits in.
+    bool standsAtTheLeft() const;
     /// What a piece draws of a selection, in its own places.
     TextSelection partOf(const TextSelection &selection, const Piece &piece) const;
-    const Piece &pieceOf(int position) const;
+    size_t indexOf(int position) const;
     const Piece &pieceAtHeight(double y) const;
     int stepped(int position, Way way, QTextLayout::CursorMode mode) const;
     /// The place below or above `position` in the line at that height; itself if there is no line.

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QAccessible>
+#include <QRectF>
+#include <QString>
+#include <QUrl>
+
+#include <optional>
+#include <vector>
+
+/// What a person can press in a figure.
+struct Target {
+    enum class Kind {
+        link, ///< leads to `address`
+        copy, ///< a button that puts `copied` on the clipboard
+    };
+
+    Kind kind = Kind::link;
+    QString name; ///< as a screen reader says it
+    QUrl address;
+    QString copied;
+    QList<QRectF> areas; ///< never empty; a link may go over several lines
+
+    bool operator==(const Target &) const = default;
+};
+
+/// A part of what a screen reader finds in a figure.
+struct SpokenPart {
+    QAccessible::Role role = QAccessible::StaticText;
+    QString name;
+    QRectF area;
+    std::vector<SpokenPart> parts;
+    std::optional<Target> target; ///< what happens when it is pressed
+};
