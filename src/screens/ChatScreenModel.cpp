@@ -1,5 +1,7 @@
 #include "screens/ChatScreenModel.h"
 
+#include "conversation/DisplayText.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -11,13 +13,11 @@ std::optional<MessageRowModel> rowOf(const Message &message, const std::optional
     if (message.role != Role::assistant)
         return std::nullopt;
     const bool isStreaming = message.id == streamingID;
-    // A finished reply is drawn as it stands; one that is under way, without the blanks it may end in.
-    const QString text = isStreaming ? message.content.trimmed() : message.content;
-    if (!text.isEmpty())
-        return MessageRowModel{message.id, Kind::assistant, text};
-    if (isStreaming)
-        return MessageRowModel{message.id, Kind::typing, {}};
-    return std::nullopt;
+    // A finished reply has been repaired, and is drawn as it stands.
+    const QString text = isStreaming ? displayText(message.content) : message.content;
+    if (text.isEmpty() && !isStreaming)
+        return std::nullopt;
+    return MessageRowModel{message.id, Kind::assistant, text, isStreaming};
 }
 
 } // namespace

@@ -282,7 +282,7 @@ void MessageList::reveal(const MessageRow *row, const QRect &caret) {
 }
 
 bool MessageList::focusRow(int row, int step, Qt::FocusReason reason) {
-    while (row >= 0 && row < m_rows.size() && m_rows.at(row).kind == MessageRowModel::Kind::typing)
+    while (row >= 0 && row < m_rows.size() && m_rows.at(row).text.isEmpty())
         row += step;
     if (row < 0 || row >= m_rows.size())
         return false;

@@ -7,18 +7,11 @@
 #include <QFontMetricsF>
 #include <QPainter>
 
-#include <cmath>
-
 using namespace Qt::StringLiterals;
 
 namespace {
 
 using Kind = MessageRowModel::Kind;
-
-/// The typing indicator takes the height of a line, so that the first word moves nothing.
-int lineHeight(const Look &look) {
-    return int(std::ceil(QFontMetricsF(look.font(TextStyle::body)).height()));
-}
 
 TextView::Style textStyleOf(Kind kind) {
     switch (kind) {
@@ -27,7 +20,6 @@ TextView::Style textStyleOf(Kind kind) {
     case Kind::note:
         return {.text = TextStyle::callout, .ink = TextView::Ink::secondary, .alignment = Qt::AlignHCenter};
     case Kind::assistant:
-    case Kind::typing:
         return {};
     }
     Q_UNREACHABLE();
@@ -41,39 +33,26 @@ QRect grown(const QRect &rect, int x, int y) {
 
 MessageRow::MessageRow(const Look &look, const MessageRowModel &model, QWidget *parent)
     : QWidget(parent),
-      m_look(look),
-      m_model(model) {
+      m_look(look) {
     Spoken::install();
     setAttribute(Qt::WA_StaticContents);
     connect(&look, &Look::changed, this, qOverload<>(&QWidget::update));
-    makeContent();
+    setModel(model);
 }
 
 void MessageRow::setModel(const MessageRowModel &model) {
-    const Kind before = m_model.kind;
     m_model = model;
-    if (model.kind != before)
-        makeContent();
-    else if (m_text)
-        m_text->setText(model.text);
+    showText();
+    showTyping();
 }
 
 int MessageRow::layIn(int width) {
     const int inner = width - 2 * style::rowOutset;
-    int height = 0;
-    if (m_typing) {
-        height = lineHeight(m_look);
-        m_typing->setGeometry(style::rowOutset, style::rowOutset, m_typing->sizeHint().width(), height);
-    } else if (m_model.kind == Kind::user) {
-        height = layUser(inner);
-    } else {
-        height = m_text->layIn(inner);
-        m_text->setGeometry(style::rowOutset, style::rowOutset, inner, height);
-    }
+    const int height = m_model.kind == Kind::user ? layBubble(inner) : layParts(inner);
     return height + 2 * style::rowOutset;
 }
 
-int MessageRow::layUser(int width) {
+int MessageRow::layBubble(int width) {
     const int widest = std::min(style::bubbleMaximumWidth, width) - 2 * style::bubblePaddingX;
     m_text->layIn(widest);
     const int used = m_text->usedWidth();
@@ -81,6 +60,20 @@ int MessageRow::layUser(int width) {
     const int left = style::rowOutset + width - style::bubblePaddingX - used;
     m_text->setGeometry(left, style::rowOutset + style::bubblePaddingY, used, height);
     return height + 2 * style::bubblePaddingY;
+}
+
+int MessageRow::layParts(int width) {
+    int bottom = 0;
+    const auto add = [&](QWidget *part, int gap, const QSize &size) {
+        const int top = bottom == 0 ? 0 : bottom + gap;
+        part->setGeometry({{style::rowOutset, style::rowOutset + top}, size});
+        bottom = top + size.height();
+    };
+    if (m_text)
+        add(m_text, style::partGap, {width, m_text->layIn(width)});
+    if (m_typing)
+        add(m_typing, style::footGap, {m_typing->sizeHint().width(), style::footHeight});
+    return bottom;
 }
 
 int MessageRow::estimatedHeight(const Look &look, const MessageRowModel &model, int width) {
@@ -92,7 +85,8 @@ int MessageRow::estimatedHeight(const Look &look, const MessageRowModel &model, 
     const double lines = double(model.text.size()) * metrics.averageCharWidth() / std::max(textWidth, 1) +
                          double(model.text.count(u'\n')) + 1;
     const double text = lines * (metrics.height() + lineSpacing(look.text().size));
-    return int(text) + 2 * style::rowOutset + (isUser ? 2 * style::bubblePaddingY : 0);
+    const int foot = model.isStreaming ? style::footGap + style::footHeight : 0;
+    return int(text) + 2 * style::rowOutset + (isUser ? 2 * style::bubblePaddingY : foot);
 }
 
 QString MessageRow::spokenName() const {
@@ -100,7 +94,6 @@ QString MessageRow::spokenName() const {
     case Kind::user:
         return u"You"_s;
     case Kind::assistant:
-    case Kind::typing:
         return u"Ostrelin"_s;
     case Kind::note:
         return u"Note"_s;
@@ -127,19 +120,25 @@ void MessageRow::paintEvent(QPaintEvent *) {
                  m_look.palette().accent);
 }
 
-void MessageRow::makeContent() {
-    delete std::exchange(m_text, nullptr);
-    delete std::exchange(m_typing, nullptr);
-    if (m_model.kind == Kind::typing) {
-        m_typing = new TypingIndicator(m_look, this);
-        m_typing->show();
-        return;
+void MessageRow::showText() {
+    if (m_model.text.isEmpty() && m_model.kind == Kind::assistant)
+        return delete std::exchange(m_text, nullptr);
+    if (!m_text) {
+        m_text = new TextView(m_look, textStyleOf(m_model.kind), this);
+        m_text->show();
+        connect(m_text, &TextView::left, this, &MessageRow::left);
+        connect(m_text, &TextView::focusChanged, this, qOverload<>(&QWidget::update));
+        connect(m_text, &TextView::caretMoved, this,
+                [this](const QRect &caret) { Q_EMIT caretMoved(caret.translated(m_text->pos())); });
     }
-    m_text = new TextView(m_look, textStyleOf(m_model.kind), this);
     m_text->setText(m_model.text);
-    m_text->show();
-    connect(m_text, &TextView::left, this, &MessageRow::left);
-    connect(m_text, &TextView::focusChanged, this, qOverload<>(&QWidget::update));
-    connect(m_text, &TextView::caretMoved, this,
-            [this](const QRect &caret) { Q_EMIT caretMoved(caret.translated(m_text->pos())); });
+}
+
+void MessageRow::showTyping() {
+    if (!m_model.isStreaming)
+        return delete std::exchange(m_typing, nullptr);
+    if (m_typing)
+        return;
+    m_typing = new TypingIndicator(m_look, this);
+    m_typing->show();
 }

@@ -9,8 +9,8 @@
 class Look;
 class TypingIndicator;
 
-/// One message of a chat: the person's words in their bubble, or the assistant's on the background. The
-/// widget is larger than the message by style::rowOutset on every side.
+/// One message of a chat, a column of parts: the person's words in their bubble, or the assistant's reply
+/// on the background. The widget is larger than the message by style::rowOutset on every side.
 class MessageRow : public QWidget, public Spoken {
     Q_OBJECT
 
@@ -20,7 +20,7 @@ public:
 
     const MessageRowModel &model() const { return m_model; }
 
-    /// Shows another state of the message. Only what differs is touched.
+    /// Shows another state of the same message. Only what differs is touched.
     void setModel(const MessageRowModel &model);
 
     /// Arranges the row in that width, and gives the height that it takes there.
@@ -45,8 +45,10 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void makeContent();
-    int layUser(int width);
+    void showText();
+    void showTyping();
+    int layBubble(int width);
+    int layParts(int width);
 
     const Look &m_look;
     MessageRowModel m_model;

@@ -8,13 +8,13 @@ struct MessageRowModel {
     enum class Kind {
         note,      ///< a line about the chat itself
         user,      ///< the person's message, in its bubble
-        assistant, ///< the assistant's text
-        typing,    ///< a reply that has no text yet
+        assistant, ///< the assistant's reply
     };
 
     QUuid id; ///< the message's; null for a note
     Kind kind = Kind::user;
-    QString text;
+    QString text;             ///< what there is to read; a reply may have none
+    bool isStreaming = false; ///< the reply is being written
 
     bool operator==(const MessageRowModel &) const = default;
 };
@@ -22,5 +22,6 @@ struct MessageRowModel {
 /// True if both draw the same. Texts that share their characters aren't compared, which makes it cheap
 /// to ask for every row after each piece of a streamed reply.
 inline bool drawsTheSame(const MessageRowModel &one, const MessageRowModel &other) {
-    return one.kind == other.kind && (one.text.isSharedWith(other.text) || one.text == other.text);
+    return one.kind == other.kind && one.isStreaming == other.isStreaming &&
+           (one.text.isSharedWith(other.text) || one.text == other.text);
 }

@@ -41,6 +41,10 @@ inline constexpr int bubbleMaximumWidth = 520;
 inline constexpr int rowOutset = 4;
 inline constexpr int bubblePaddingX = 14;
 inline constexpr int bubblePaddingY = 10;
+/// Between two parts of a row, and the line at the foot of a reply.
+inline constexpr int partGap = 8;
+inline constexpr int footGap = 4;
+inline constexpr int footHeight = 22;
 /// How far from the end a reader may be and still be at the end.
 inline constexpr int endTolerance = 8;
 

@@ -3,7 +3,7 @@
 #include "pages/drawing/Spoken.h"
 #include "screens/MovingWidget.h"
 
-/// Three dots that breathe while a reply has no text yet. They stand still where motion is reduced.
+/// Three dots that breathe while a reply is being written. They stand still where motion is reduced.
 class TypingIndicator : public MovingWidget, public Spoken {
     Q_OBJECT
 

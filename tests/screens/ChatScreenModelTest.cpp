@@ -79,10 +79,20 @@ TEST(ChatScreenModelTest, messagesForTheModelAloneAreNotDrawn) {
 TEST(ChatScreenModelTest, aReplyWithoutTextTypesWhileItIsWritten) {
     Conversation chat = chatOf({message(Role::user, u"Hi"_s), message(Role::assistant, u" \n"_s)});
     const QUuid reply = chat.messages.at(1).id;
-    EXPECT_EQ(kindsOf(messageRows(chat, reply)), (QList{Kind::user, Kind::typing}));
+    ASSERT_EQ(kindsOf(messageRows(chat, reply)), (QList{Kind::user, Kind::assistant}));
+    EXPECT_TRUE(messageRows(chat, reply).at(1).isStreaming);
+    EXPECT_EQ(messageRows(chat, reply).at(1).text, QString());
     chat.messages[1].content = u"\nHel "_s;
     EXPECT_EQ(messageRows(chat, reply).at(1).text, u"Hel"_s);
+    EXPECT_FALSE(messageRows(chat, std::nullopt).at(1).isStreaming);
     EXPECT_EQ(messageRows(chat, std::nullopt).at(1).text, u"\nHel "_s);
+}
+
+TEST(ChatScreenModelTest, aReplyThatIsWrittenHidesItsTagsAndItsPage) {
+    const Conversation chat = chatOf({message(Role::assistant, u"a<think>b</think>c\n```page\n# d"_s)});
+    const QUuid reply = chat.messages.at(0).id;
+    EXPECT_EQ(messageRows(chat, reply).at(0).text, u"ac"_s);
+    EXPECT_EQ(messageRows(chat, std::nullopt).at(0).text, chat.messages.at(0).content);
 }
 
 TEST(ChatScreenModelTest, rowsShareTheTextOfTheirMessages) {

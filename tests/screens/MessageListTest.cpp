@@ -3,6 +3,7 @@
 #include "screens/MessageRow.h"
 #include "screens/Screen.h"
 #include "screens/Style.h"
+#include "screens/TypingIndicator.h"
 
 #include <QElapsedTimer>
 #include <QLineEdit>
@@ -156,16 +157,24 @@ TEST_F(MessageListTest, aStreamedPieceTouchesOnlyItsRow) {
     EXPECT_EQ(text->selectedText(), u"A"_s);
 }
 
-TEST_F(MessageListTest, theFirstWordTakesThePlaceOfTheDots) {
-    append(Kind::typing, {});
+TEST_F(MessageListTest, theFirstWordPushesTheDotsDown) {
+    append(Kind::assistant, {});
+    rows[0].isStreaming = true;
     update();
     EXPECT_FALSE(row(0)->textView());
-    const int height = row(0)->height();
-    rows[0] = {rows.at(0).id, Kind::assistant, u"Hello"_s};
+    const auto *dots = row(0)->findChild<TypingIndicator *>();
+    ASSERT_TRUE(dots);
+    EXPECT_EQ(dots->geometry().bottom() + 1, row(0)->height() - style::rowOutset);
+    rows[0].text = u"Hello"_s;
     update();
     ASSERT_TRUE(row(0)->textView());
     EXPECT_EQ(row(0)->textView()->text(), u"Hello"_s);
-    EXPECT_NEAR(row(0)->height(), height, 1);
+    EXPECT_EQ(row(0)->textView()->y(), style::rowOutset);
+    EXPECT_EQ(row(0)->findChild<TypingIndicator *>(), dots);
+    EXPECT_EQ(dots->y(), row(0)->textView()->geometry().bottom() + 1 + style::footGap);
+    rows[0].isStreaming = false;
+    update();
+    EXPECT_FALSE(row(0)->findChild<TypingIndicator *>());
 }
 
 TEST_F(MessageListTest, aNoteOnTopMovesNothingForTheReader) {
