@@ -1,6 +1,6 @@
 #include "core/AppState.h"
 
-#include "conversation/TextRepairPoints.h"
+#include "conversation/TurnServices.h"
 #include "core/BundleLocation.h"
 #include "core/ProcessRole.h"
 #include "engine/EngineProcessBox.h"
@@ -40,7 +40,7 @@ AppState::AppState(EngineProcessBox &box, Clock &clock, Machine machine, QObject
       m_machine(std::move(machine)),
       m_box(box),
       m_engine(box, clock),
-      m_chat(this, clock, textRepairPoints()) {
+      m_chat(this, clock, turnServices(clock)) {
     m_downloader.onProgress = [this](const DownloadProgress &progress) { takeProgress(progress); };
 }
 

@@ -1,6 +1,8 @@
-#include "client/LLMClient.h"
+#include "client/PacedStream.h"
 #include "conversation/Prompt.h"
 #include "e2e/EngineFixture.h"
+#include "e2e/ProcessStatus.h"
+#include "support/ManualClock.h"
 
 using namespace Qt::StringLiterals;
 
@@ -39,9 +41,8 @@ protected:
     };
 
     /// The whole stream in one.
-    static Task<Reply> read(LLMClient client, StreamRequest request) {
+    static Task<Reply> read(std::unique_ptr<ChunkStream> stream) {
         Reply reply;
-        const std::unique_ptr<ChunkStream> stream = client.stream(request);
         while (const auto chunk = co_await stream->next({})) {
             reply.content += chunk->content;
             reply.reasoning += chunk->reasoning;
@@ -51,7 +52,7 @@ protected:
         co_return reply;
     }
 
-    Reply read(const StreamRequest &request) { return await(read(client(), request)); }
+    Reply read(const StreamRequest &request) { return await(read(client().stream(request))); }
 };
 
 const QString plan = u"I have a job interview next week. Make me a short prep plan."_s;
@@ -117,6 +118,33 @@ TEST_F(EngineReply, aReplyInBurstsEqualsTheReplyInOneGo) {
     EXPECT_EQ(text, whole);
 }
 
+TEST_F(EngineReply, aPacedReplyEqualsTheUnpacedOne) {
+    start();
+    const Reply whole = read(request(plan));
+    ManualClock clock(ManualClock::Sleep::skipped);
+    for (const Pace &pace : {*paceOf(ResponseSpeed::calm), *paceOf(ResponseSpeed::slowYourRoll)}) {
+        const Reply paced = await(read(std::make_unique<PacedStream>(client(), request(plan), pace, clock)));
+        EXPECT_EQ(paced.content, whole.content) << pace.burstTokens << " tokens";
+        EXPECT_EQ(paced.end, u"stop "_s);
+    }
+    EXPECT_GT(clock.elapsed(), std::chrono::seconds(10));
+}
+
+TEST_F(EngineReply, theEngineRestsBetweenTwoBursts) {
+    start();
+    ManualClock clock;
+    PacedStream stream(client(), request(plan), {.burstTokens = 6, .rest = std::chrono::hours(1)}, clock);
+    ASSERT_TRUE(await(stream.next({})));
+    for (int burst = 0; burst < 3; ++burst) {
+        for (int token = 1; token < 6; ++token)
+            ASSERT_TRUE(await(stream.next({})));
+        auto firstOfNext = stream.next({});
+        EXPECT_TRUE(comesToRest(pid(), 2000));
+        clock.advance(std::chrono::hours(1));
+        ASSERT_TRUE(await(std::move(firstOfNext)));
+    }
+}
+
 TEST_F(EngineReply, aWrongKeyIsRejected) {
     start();
     const LLMClient stranger{*engine.baseURL(), u"wrong"_s};
@@ -124,7 +152,7 @@ TEST_F(EngineReply, aWrongKeyIsRejected) {
     const auto rejected = OstrelinError::message(u"The engine rejected the request."_s);
     EXPECT_THROW(await(stranger.complete(asked.messages, asked.sampling, 16, {})), OstrelinError);
     try {
-        await(read(stranger, asked));
+        await(read(stranger.stream(asked)));
         ADD_FAILURE() << "it answered";
     } catch (const OstrelinError &error) {
         EXPECT_EQ(error, rejected);

@@ -1,9 +1,10 @@
-#include "conversation/TextRepairPoints.h"
+#include "conversation/TurnServices.h"
 
+#include "client/PacedStream.h"
 #include "client/TextRepair.h"
 #include "client/WrittenToolCalls.h"
 
-TurnPoints textRepairPoints() {
+TurnPoints turnServices(Clock &clock) {
     TurnPoints points;
     points.extractThinking = [](const QString &content) {
         const ExtractedThinking found = extractThinking(content);
@@ -12,6 +13,13 @@ TurnPoints textRepairPoints() {
     points.extractToolCalls = [](const QString &content) {
         const ExtractedToolCalls found = extractToolCalls(content);
         return TurnPoints::RecoveredCalls{found.calls, found.text};
+    };
+    points.pacedStream = [&clock](const LLMClient &client, const StreamRequest &request,
+                                  ResponseSpeed speed) -> std::unique_ptr<ChunkStream> {
+        const std::optional<Pace> pace = paceOf(speed);
+        if (!pace)
+            return client.stream(request);
+        return std::make_unique<PacedStream>(client, request, *pace, clock);
     };
     return points;
 }

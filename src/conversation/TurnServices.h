@@ -1,0 +1,9 @@
+#pragma once
+
+#include "conversation/TurnPoints.h"
+
+class Clock;
+
+/// A turn's points as the program sets them: what was written as text is found there, and a speed other
+/// than full paces the reply. The others are empty. `clock` must outlive every turn. Any thread.
+TurnPoints turnServices(Clock &clock);
