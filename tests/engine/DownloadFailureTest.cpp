@@ -142,7 +142,7 @@ TEST_F(DownloadFailureTest, aPartialFileThatIsRemovedOnTheWayIsNoVerifiedFile) {
     ASSERT_TRUE(eventually([&] { return QFileInfo(partialPath()).size() == 150'000; }));
     QFile::remove(partialPath());
     server.goOn();
-    ASSERT_TRUE(eventually([&] { return run->hasEnded; }));
+    ASSERT_TRUE(hasEnded(run));
     expectFailure(run, Kind::hashMismatch);
     EXPECT_FALSE(finalFile());
 }
@@ -184,7 +184,7 @@ TEST_F(DownloadOfflineTest, aRequestWaitsUntilThereIsANetwork) {
     EXPECT_FALSE(run->hasEnded);
     EXPECT_TRUE(server.requests().isEmpty());
     isConnected = true;
-    ASSERT_TRUE(eventually([&] { return run->hasEnded; }));
+    ASSERT_TRUE(hasEnded(run));
     expectVerified(run);
 }
 
@@ -193,7 +193,7 @@ TEST_F(DownloadOfflineTest, theWaitCanBePaused) {
     const Run run = begin(tierAt(outside));
     EXPECT_TRUE(eventually([&] { return asked > 1; }));
     downloader->pause();
-    ASSERT_TRUE(eventually([&] { return run->hasEnded; }));
+    ASSERT_TRUE(hasEnded(run));
     expectFailure(run, Kind::paused);
     EXPECT_EQ(partialFile(), file.first(1000));
 }
@@ -202,7 +202,7 @@ TEST_F(DownloadOfflineTest, theWaitCanBeStopped) {
     const Run run = begin(tierAt(outside));
     EXPECT_TRUE(eventually([&] { return asked > 1; }));
     run->stop.request_stop();
-    ASSERT_TRUE(eventually([&] { return run->hasEnded; }));
+    ASSERT_TRUE(hasEnded(run));
     EXPECT_TRUE(run->wasCancelled());
 }
 

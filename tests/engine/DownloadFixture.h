@@ -92,10 +92,17 @@ protected:
         return run;
     }
 
+    /// Waits for its end, and hears what was told until then.
+    static bool hasEnded(const Run &run) {
+        const bool ended = eventually([&] { return run->hasEnded; });
+        QCoreApplication::processEvents();
+        return ended;
+    }
+
     /// Downloads to the end, whichever it is.
     Run download(const ModelTier &tier) {
         const Run run = begin(tier);
-        EXPECT_TRUE(eventually([&] { return run->hasEnded; }));
+        EXPECT_TRUE(hasEnded(run));
         return run;
     }
 

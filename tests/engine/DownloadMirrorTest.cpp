@@ -77,7 +77,7 @@ TEST_F(DownloadMirrorTest, aPauseIsNotTriedAtTheMirror) {
     const Run run = begin(tierAt(server.url(), mirror.url()));
     ASSERT_TRUE(eventually([&] { return QFileInfo(partialPath()).size() == 100'000; }));
     downloader->pause();
-    ASSERT_TRUE(eventually([&] { return run->hasEnded; }));
+    ASSERT_TRUE(hasEnded(run));
     expectFailure(run, Kind::paused);
     EXPECT_TRUE(mirror.requests().isEmpty());
 }
@@ -87,7 +87,7 @@ TEST_F(DownloadMirrorTest, aStopIsNotTriedAtTheMirror) {
     const Run run = begin(tierAt(server.url(), mirror.url()));
     ASSERT_TRUE(eventually([&] { return QFileInfo(partialPath()).size() == 100'000; }));
     run->stop.request_stop();
-    ASSERT_TRUE(eventually([&] { return run->hasEnded; }));
+    ASSERT_TRUE(hasEnded(run));
     EXPECT_TRUE(run->wasCancelled());
     EXPECT_TRUE(mirror.requests().isEmpty());
 }
@@ -98,7 +98,7 @@ TEST_F(DownloadMirrorTest, aPauseAtTheMirrorIsAPause) {
     const Run run = begin(tierAt(server.url(), held.url()));
     ASSERT_TRUE(eventually([&] { return QFileInfo(partialPath()).size() == 100'000; }));
     downloader->pause();
-    ASSERT_TRUE(eventually([&] { return run->hasEnded; }));
+    ASSERT_TRUE(hasEnded(run));
     expectFailure(run, Kind::paused);
     EXPECT_EQ(partialFile(), file.first(100'000));
 }

@@ -22,10 +22,6 @@ protected:
         EXPECT_EQ(m_server.ranges().last(), range);
     }
 
-    static bool hasEnded(const Run &run) {
-        return eventually([&] { return run->hasEnded; });
-    }
-
     FileServer m_server{file};
 };
 

@@ -119,7 +119,7 @@ TEST_F(ModelDownloaderTest, progressIsToldByTheEventLoopOfTheMainThread) {
     const Run run = begin(tierAt(server.url()));
     QThread::msleep(100);
     EXPECT_TRUE(told.isEmpty()) << "the loop hasn't run";
-    EXPECT_TRUE(eventually([&] { return run->hasEnded; }));
+    EXPECT_TRUE(hasEnded(run));
     EXPECT_FALSE(told.isEmpty());
     EXPECT_FALSE(isElsewhere);
 }
@@ -133,7 +133,7 @@ TEST_F(ModelDownloaderTest, whileTheClockStandsAllBytesAreToldOnceAndTheEndOnce)
     EXPECT_LT(told.first().received, file.size());
     server.setManner({});
     server.goOn();
-    ASSERT_TRUE(eventually([&] { return run->hasEnded; }));
+    ASSERT_TRUE(hasEnded(run));
     ASSERT_EQ(told.size(), 2);
     EXPECT_EQ(told.last().received, file.size());
     // The quiet time outlives the download: of the next one's bytes nothing is told before its end.
