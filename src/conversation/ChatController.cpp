@@ -19,9 +19,22 @@ void ChatController::send(const QString &text, Thinking think, const QList<Attac
         return;
     if (!m_conversation)
         newChat();
-    const TurnRequest request{.question = UserMessage{trimmed, attachments}, .think = think};
-    m_generateTask.start(
-        [&](std::stop_token stop) { return generate(this, *m_conversation, request, stop); });
+    startTurn(*m_conversation, {.question = UserMessage{trimmed, attachments}, .think = think});
+}
+
+void ChatController::regenerate() {
+    if (!m_conversation || m_isGenerating)
+        return;
+    Conversation chat = *m_conversation;
+    while (!chat.messages.isEmpty() && chat.messages.last().role != Role::user)
+        chat.messages.removeLast();
+    if (chat.messages.isEmpty())
+        return;
+    const Message question = chat.messages.takeLast();
+    publish(chat);
+    save(chat);
+    const UserMessage again{question.content, question.attachments.value_or(QList<Attachment>())};
+    startTurn(chat, {.question = again});
 }
 
 void ChatController::stop() {
@@ -44,7 +57,7 @@ void ChatController::runSchedule(const QString &name, const QString &prompt) {
     show(chat);
     save(chat);
     reloadSummaries();
-    m_generateTask.start([&](std::stop_token stop) { return generate(this, chat, TurnRequest{}, stop); });
+    startTurn(chat, {});
 }
 
 void ChatController::reloadSummaries() {
@@ -76,6 +89,10 @@ void ChatController::setUpgradeBanner(const std::optional<QString> &text) {
 
 QDateTime ChatController::now() const {
     return QDateTime::fromSecsSinceEpoch(m_clock.now().toSecsSinceEpoch(), Qt::UTC);
+}
+
+void ChatController::startTurn(const Conversation &conversation, const TurnRequest &request) {
+    m_generateTask.start([&](std::stop_token stop) { return generate(this, conversation, request, stop); });
 }
 
 void ChatController::publish(const Conversation &conversation) {

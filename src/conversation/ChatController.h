@@ -11,6 +11,7 @@
 #include <optional>
 
 class Clock;
+struct TurnRequest;
 
 /// The conversation engine: the one object that the chat screen talks to. It runs one turn at a time,
 /// from the sending of a message to the saved reply, with as many model requests in between as the
@@ -46,6 +47,10 @@ public:
     /// attachment, or while a turn runs. Makes a new chat if none is on screen.
     void send(const QString &text, Thinking think = Thinking::off, const QList<Attachment> &attachments = {});
 
+    /// Asks the last question again, as a new message and without thinking; what came after it is gone for
+    /// good. Does nothing if there is no question, or while a turn runs.
+    void regenerate();
+
     /// Ends the running turn; the reply stays as far as it had come.
     void stop();
 
@@ -75,6 +80,8 @@ private:
 
     /// The present moment in whole seconds, which is what a chat's file keeps.
     QDateTime now() const;
+
+    void startTurn(const Conversation &conversation, const TurnRequest &request);
 
     /// Shows the state of a turn's chat if that chat is on screen.
     void publish(const Conversation &conversation);
