@@ -1,0 +1,55 @@
+#include "pages/drawing/TextList.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// A text is one line in it, unless it is longer than any figure is wide.
+constexpr double ampleWidth = 10'000;
+
+template<typename Items, typename Member>
+Texts collected(const Items &items, Member member) {
+    Texts texts;
+    texts.reserve(items.size());
+    for (const auto &item : items)
+        texts.append(item.*member);
+    return texts;
+}
+
+} // namespace
+
+qsizetype TextList::setTexts(const Texts &texts) {
+    while (size() > texts.size())
+        m_parts.pop_back();
+    qsizetype first = size();
+    for (qsizetype index = 0; index < texts.size(); ++index) {
+        if (index == size())
+            m_parts.emplace_back(m_theme, m_setting).layIn(ampleWidth);
+        TextPart &part = (*this)[index];
+        if (part.setText(texts[index]) < part.height())
+            first = std::min(first, index);
+    }
+    return first;
+}
+
+double placeSideBySide(TextPart &one, TextPart &other, const QPointF &origin, double distance) {
+    const double baseline = std::round(std::max(one.firstBaseline(), other.firstBaseline()));
+    const double dropOfOne = baseline - std::round(one.firstBaseline());
+    const double dropOfOther = baseline - std::round(other.firstBaseline());
+    one.moveTo(origin + QPointF(0, dropOfOne));
+    other.moveTo(origin + QPointF(distance, dropOfOther));
+    return std::max(dropOfOne + one.height(), dropOfOther + other.height());
+}
+
+Texts leftsOf(const QList<TextPair> &pairs) {
+    return collected(pairs, &TextPair::left);
+}
+
+Texts rightsOf(const QList<TextPair> &pairs) {
+    return collected(pairs, &TextPair::right);
+}
+
+Texts labelsOf(const QList<LabelledNumber> &items) {
+    return collected(items, &LabelledNumber::label);
+}
