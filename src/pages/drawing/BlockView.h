@@ -10,6 +10,14 @@
 
 class QPainter;
 
+namespace figure {
+
+/// Thin lines, and how strong they are in the primary colour.
+inline constexpr int hairline = 1;
+inline constexpr double hairlineOpacity = 0.12;
+
+} // namespace figure
+
 /// The drawing of one block: on the screen, on paper, anywhere a QPainter paints. It is no widget and knows
 /// none. Whoever owns it gives it a width, then a block, and places it; its coordinates start at its own
 /// top left corner, in device-independent pixels. As a text, it is what can be selected in it.

@@ -9,7 +9,9 @@
 #include <algorithm>
 
 namespace {
+
 constexpr int caretWidth = 1;
+constexpr int tabColumns = 4;
 
 /// The layout of a piece goes on after it, so that its last line is laid as one within a paragraph.
 /// Those lines stand where nothing is drawn.
@@ -72,6 +74,7 @@ void TextFlow::setFormat(const QFont &font, int lineSpacing, Qt::Alignment align
     if (font == m_font && lineSpacing == m_lineSpacing && alignment == m_option.alignment())
         return;
     m_font = font;
+    m_option.setTabStopDistance(tabColumns * QFontMetricsF(font).horizontalAdvance(u' '));
     m_lineSpacing = lineSpacing;
     m_option.setAlignment(alignment);
     layPieces(0);

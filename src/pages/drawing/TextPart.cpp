@@ -48,7 +48,7 @@ TextPart::TextPart(const DrawingTheme &theme, const Setting &setting)
 }
 
 double TextPart::setText(QStringView source) {
-    if (source == m_source)
+    if (shows(source))
         return height();
     m_source = source.toString();
     const AttributedText text = readText(m_source, m_setting);

@@ -39,6 +39,7 @@ public:
     /// Reads the text, and gives the distance from its top at which the drawing changes: its height if
     /// nothing does. A text that grows at its end costs what its last lines cost.
     double setText(QStringView source);
+    bool shows(QStringView source) const { return source == m_source; }
 
     /// Lays the text in that width, and gives its height there, a whole number. Without a change of text
     /// or width it costs nothing.

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "pages/MarkdownParser.h"
-#include "pages/drawing/BlockView.h"
+#include "pages/drawing/BlockViews.h"
 
 #include <QImage>
 #include <QPainter>
@@ -9,6 +9,15 @@
 /// The only block of a text, which must be one.
 inline MarkdownBlock blockOf(const QString &text) {
     return parseMarkdownBlocks(text).at(0);
+}
+
+/// The view of that block in that width.
+inline std::unique_ptr<BlockView> viewOf(const QString &text, const DrawingTheme &theme, double width) {
+    const MarkdownBlock block = blockOf(text);
+    std::unique_ptr<BlockView> view = makeBlockView(block.content, theme);
+    view->layIn(width);
+    view->setBlock(block.content);
+    return view;
 }
 
 /// Light letters on a dark ground.

@@ -1,5 +1,3 @@
-#include "pages/drawing/ProseView.h"
-
 #include "pages/drawing/Drawn.h"
 
 #include <gtest/gtest.h>
@@ -12,22 +10,19 @@ constexpr double width = 300;
 
 class ProseViewTest : public testing::Test {
 protected:
-    ProseView &shown(const QString &text) {
-        const MarkdownBlock block = blockOf(text);
-        view = std::make_unique<ProseView>(theme, block.content);
-        view->layIn(width);
-        view->setBlock(block.content);
+    BlockView &shown(const QString &text) {
+        view = viewOf(text, theme, width);
         return *view;
     }
 
     DrawingTheme theme = paperTheme();
-    std::unique_ptr<ProseView> view;
+    std::unique_ptr<BlockView> view;
 };
 
 } // namespace
 
 TEST_F(ProseViewTest, aParagraphIsItsLinesWithoutTheMarks) {
-    const ProseView &paragraph = shown(u"one **two**\n`three` [four](https://example.org)"_s);
+    const BlockView &paragraph = shown(u"one **two**\n`three` [four](https://example.org)"_s);
     EXPECT_EQ(paragraph.textBetween(0, paragraph.length()), u"one two\nthree four"_s);
     EXPECT_GT(paragraph.height(), 2 * theme.bodySize);
 }
@@ -44,7 +39,7 @@ TEST_F(ProseViewTest, whatIsDrawnStaysInside) {
     for (const QString &text :
          {u"gÅ"_s, u"שלום עולם"_s, u"漢字かな交じり文"_s, u"👩‍💻 a\u0301\u0323"_s,
           u"**wwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwww**"_s}) {
-        const ProseView &paragraph = shown(text);
+        const BlockView &paragraph = shown(text);
         const QRect ink = inkIn(pictureOf(paragraph));
         EXPECT_FALSE(ink.isNull()) << text.toStdString();
         EXPECT_TRUE(QRect(-1, -1, int(width) + 2, int(paragraph.height()) + 2).contains(ink))
@@ -59,7 +54,7 @@ TEST_F(ProseViewTest, aSubtitleStandsBack) {
 }
 
 TEST_F(ProseViewTest, growthChangesOnlyTheLastLine) {
-    ProseView &paragraph = shown(u"one\ntwo\nthr"_s);
+    BlockView &paragraph = shown(u"one\ntwo\nthr"_s);
     const double lastLine = paragraph.caretAt(8).top();
     EXPECT_EQ(paragraph.setBlock(blockOf(u"one\ntwo\nthree"_s).content), lastLine);
     const double height = paragraph.height();
@@ -67,12 +62,12 @@ TEST_F(ProseViewTest, growthChangesOnlyTheLastLine) {
 }
 
 TEST_F(ProseViewTest, boldLettersAreAChange) {
-    ProseView &paragraph = shown(u"one\ntwo three"_s);
+    BlockView &paragraph = shown(u"one\ntwo three"_s);
     EXPECT_LT(paragraph.setBlock(blockOf(u"one\ntwo **three**"_s).content), paragraph.height());
 }
 
 TEST_F(ProseViewTest, aLinkIsATargetWhereItStands) {
-    const ProseView &paragraph = shown(u"see [the page](https://example.org/a) now"_s);
+    const BlockView &paragraph = shown(u"see [the page](https://example.org/a) now"_s);
     ASSERT_EQ(paragraph.targets().size(), 1);
     const Target link = paragraph.targets().first();
     EXPECT_EQ(link.name, u"the page"_s);
@@ -84,7 +79,7 @@ TEST_F(ProseViewTest, aLinkIsATargetWhereItStands) {
 }
 
 TEST_F(ProseViewTest, aLinkOverTwoLinesIsOneTarget) {
-    const ProseView &paragraph = shown(u"[%1](https://example.org)"_s.arg(u"word "_s.repeated(20).trimmed()));
+    const BlockView &paragraph = shown(u"[%1](https://example.org)"_s.arg(u"word "_s.repeated(20).trimmed()));
     ASSERT_EQ(paragraph.targets().size(), 1);
     EXPECT_GT(paragraph.targets().first().areas.size(), 1);
 }
@@ -95,7 +90,7 @@ TEST_F(ProseViewTest, onlyPagesAndLettersCanBeFollowed) {
         EXPECT_EQ(shown(u"[a](%1)"_s.arg(address)).targets().size(), 1) << address.toStdString();
     for (const QString &address : {u"file:///etc/passwd"_s, u"javascript:alert(1)"_s, u"/etc/passwd"_s,
                                    u"ssh://example.org"_s, u"https:"_s, u"data:text/html,a"_s}) {
-        const ProseView &paragraph = shown(u"[a](%1)"_s.arg(address));
+        const BlockView &paragraph = shown(u"[a](%1)"_s.arg(address));
         EXPECT_EQ(paragraph.targets().size(), 0) << address.toStdString();
         EXPECT_EQ(paragraph.textBetween(0, paragraph.length()), u"a"_s);
     }

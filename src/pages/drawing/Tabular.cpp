@@ -1,0 +1,46 @@
+#include "pages/drawing/Tabular.h"
+
+#include <algorithm>
+
+namespace {
+
+bool isDigit(QChar character) {
+    return character >= u'0' && character <= u'9';
+}
+
+double digitWidth(const QFontMetricsF &metrics) {
+    double widest = 0;
+    for (char16_t digit = u'0'; digit <= u'9'; ++digit)
+        widest = std::max(widest, metrics.horizontalAdvance(QChar(digit)));
+    return widest;
+}
+
+/// Calls `use` with each digit, and with what stands between digits, and how wide it is.
+template<typename Use>
+void forEachPiece(const QFontMetricsF &metrics, QStringView text, Use use) {
+    const double digit = digitWidth(metrics);
+    while (!text.isEmpty()) {
+        const auto others = std::find_if(text.begin(), text.end(), isDigit) - text.begin();
+        const QString piece = text.first(others > 0 ? others : 1).toString();
+        use(piece, others > 0 ? metrics.horizontalAdvance(piece) : digit);
+        text = text.sliced(piece.size());
+    }
+}
+
+} // namespace
+
+double tabularWidth(const QFontMetricsF &metrics, QStringView text) {
+    double width = 0;
+    forEachPiece(metrics, text, [&](const QString &, double pieceWidth) { width += pieceWidth; });
+    return width;
+}
+
+void drawTabular(QPainter &painter, const QPointF &baseline, QStringView text) {
+    const QFontMetricsF metrics(painter.font(), painter.device());
+    QPointF place = baseline;
+    forEachPiece(metrics, text, [&](const QString &piece, double width) {
+        const double spare = width - metrics.horizontalAdvance(piece);
+        painter.drawText(place + QPointF(spare / 2, 0), piece);
+        place.rx() += width;
+    });
+}
