@@ -12,7 +12,7 @@ BarChartView::BarChartView(const DrawingTheme &theme)
 
 BarRowsView::Bars BarChartView::barsOf(const BlockContent &content) const {
     const auto &chart = std::get<block::Chart>(content);
-    const double scale = figure::scaleOf(chart.items);
+    const double scale = figure::scaleOf(valuesOf(chart.items));
     Bars bars{.labels = labelsOf(chart.items), .color = chart.color};
     for (const LabelledNumber &item : chart.items) {
         bars.numbers.append(formatChartValue(item.value));

@@ -18,10 +18,10 @@ double drawable(double value) {
     return std::isnan(value) ? 0 : std::clamp(value, -largest, largest);
 }
 
-double wholeOf(const figure::Numbers &items) {
+double wholeOf(const QList<double> &values) {
     double sum = 0;
-    for (const LabelledNumber &item : items)
-        sum += drawable(item.value);
+    for (const double value : values)
+        sum += drawable(value);
     return std::max(sum, 1.0);
 }
 
@@ -32,10 +32,10 @@ QString printedWhole(double value) {
 
 } // namespace
 
-double figure::scaleOf(const Numbers &items) {
+double figure::scaleOf(const QList<double> &values) {
     double scale = 1;
-    for (const LabelledNumber &item : items)
-        scale = std::max(scale, drawable(item.value));
+    for (const double value : values)
+        scale = std::max(scale, drawable(value));
     return scale;
 }
 
@@ -49,25 +49,42 @@ QPointF figure::plotPoint(qsizetype index, qsizetype count, double value, double
     return {x, plot.height() - plot.height() * share};
 }
 
-QList<figure::Slice> figure::slicesOf(const Numbers &items) {
-    const double whole = wholeOf(items);
+QList<QPointF> figure::thinned(const QList<QPointF> &points) {
+    const auto isAbove = [](const QPointF &one, const QPointF &other) { return one.y() < other.y(); };
+    QList<QPointF> kept;
+    for (auto first = points.begin(); first != points.end();) {
+        const double column = std::floor(first->x());
+        const auto end = std::find_if(first, points.end(),
+                                      [column](const QPointF &point) { return point.x() >= column + 1; });
+        const auto [top, bottom] = std::minmax_element(first, end, isAbove);
+        for (auto point = first; point != end; ++point) {
+            if (point == first || point == top || point == bottom || point == end - 1)
+                kept.append(*point);
+        }
+        first = end;
+    }
+    return kept;
+}
+
+QList<figure::Slice> figure::slicesOf(const QList<double> &values) {
+    const double whole = wholeOf(values);
     QList<Slice> slices;
-    slices.reserve(items.size());
+    slices.reserve(values.size());
     double sum = 0;
-    for (const LabelledNumber &item : items) {
+    for (const double value : values) {
         const double before = sum;
-        sum += drawable(item.value);
+        sum += drawable(value);
         slices.append({std::clamp(before / whole, 0.0, 1.0), std::clamp(sum / whole, 0.0, 1.0)});
     }
     return slices;
 }
 
-QStringList figure::sharesOf(const Numbers &items) {
-    const double whole = wholeOf(items);
+QStringList figure::sharesOf(const QList<double> &values) {
+    const double whole = wholeOf(values);
     QStringList shares;
-    shares.reserve(items.size());
-    for (const LabelledNumber &item : items)
-        shares.append(printedWhole(drawable(item.value) / whole * 100));
+    shares.reserve(values.size());
+    for (const double value : values)
+        shares.append(printedWhole(drawable(value) / whole * 100));
     return shares;
 }
 

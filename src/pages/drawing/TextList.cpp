@@ -8,13 +8,13 @@ namespace {
 /// A text is one line in it, unless it is longer than any figure is wide.
 constexpr double ampleWidth = 10'000;
 
-template<typename Items, typename Member>
-Texts collected(const Items &items, Member member) {
-    Texts texts;
-    texts.reserve(items.size());
-    for (const auto &item : items)
-        texts.append(item.*member);
-    return texts;
+template<typename Item, typename Part>
+QList<Part> partsOf(const QList<Item> &items, Part Item::*part) {
+    QList<Part> parts;
+    parts.reserve(items.size());
+    for (const Item &item : items)
+        parts.append(item.*part);
+    return parts;
 }
 
 } // namespace
@@ -43,13 +43,17 @@ double placeSideBySide(TextPart &one, TextPart &other, const QPointF &origin, do
 }
 
 Texts leftsOf(const QList<TextPair> &pairs) {
-    return collected(pairs, &TextPair::left);
+    return partsOf(pairs, &TextPair::left);
 }
 
 Texts rightsOf(const QList<TextPair> &pairs) {
-    return collected(pairs, &TextPair::right);
+    return partsOf(pairs, &TextPair::right);
 }
 
 Texts labelsOf(const QList<LabelledNumber> &items) {
-    return collected(items, &LabelledNumber::label);
+    return partsOf(items, &LabelledNumber::label);
+}
+
+QList<double> valuesOf(const QList<LabelledNumber> &items) {
+    return partsOf(items, &LabelledNumber::value);
 }

@@ -32,7 +32,8 @@ private:
 /// right as it is told. Gives the height of both.
 double placeSideBySide(TextPart &one, TextPart &other, const QPointF &origin, double distance);
 
-/// What the items of a list have at their left and at their right.
+/// What the items of a block consist of, one list for each part.
 Texts leftsOf(const QList<TextPair> &pairs);
 Texts rightsOf(const QList<TextPair> &pairs);
 Texts labelsOf(const QList<LabelledNumber> &items);
+QList<double> valuesOf(const QList<LabelledNumber> &items);

@@ -14,13 +14,6 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr QSizeF plot(300, 150);
 
-figure::Numbers numbers(std::initializer_list<double> values) {
-    figure::Numbers items;
-    for (const double value : values)
-        items.append({u"a label", value});
-    return items;
-}
-
 void expectNear(const Slice &slice, double from, double to) {
     EXPECT_NEAR(slice.from, from, 1e-12);
     EXPECT_NEAR(slice.to, to, 1e-12);
@@ -30,10 +23,10 @@ void expectNear(const Slice &slice, double from, double to) {
 
 TEST(FigureArithmetic, theScaleIsTheLargestNumberButAtLeastOne) {
     EXPECT_EQ(figure::scaleOf({}), 1);
-    EXPECT_EQ(figure::scaleOf(numbers({0.2, 0.4})), 1);
-    EXPECT_EQ(figure::scaleOf(numbers({-5, 5, 3})), 5);
-    EXPECT_EQ(figure::scaleOf(numbers({-5, -7})), 1);
-    EXPECT_EQ(figure::scaleOf(numbers({notANumber, 2, notANumber})), 2);
+    EXPECT_EQ(figure::scaleOf({0.2, 0.4}), 1);
+    EXPECT_EQ(figure::scaleOf({-5, 5, 3}), 5);
+    EXPECT_EQ(figure::scaleOf({-5, -7}), 1);
+    EXPECT_EQ(figure::scaleOf({notANumber, 2, notANumber}), 2);
 }
 
 TEST(FigureArithmetic, aBarTakesItsShareOfTheField) {
@@ -46,8 +39,8 @@ TEST(FigureArithmetic, aBarTakesItsShareOfTheField) {
 }
 
 TEST(FigureArithmetic, anInfiniteNumberIsTheLargestOne) {
-    const figure::Numbers items = numbers({infinity, 7, 1e308});
-    const double scale = figure::scaleOf(items);
+    const QList<double> values = {infinity, 7, 1e308};
+    const double scale = figure::scaleOf(values);
     EXPECT_TRUE(std::isfinite(scale));
     EXPECT_EQ(figure::barShare(infinity, scale), 1);
     EXPECT_EQ(figure::barShare(1e308, scale), 1);
@@ -77,8 +70,16 @@ TEST(FigureArithmetic, noPointIsWhereAPainterCantReach) {
     }
 }
 
+TEST(FigureArithmetic, ofManyPointsOnlyWhatIsSeenStays) {
+    const QList<QPointF> few{{0, 5}, {0.25, 7}, {1, 2}, {1.75, 2}};
+    EXPECT_EQ(figure::thinned(few), few);
+    const QList<QPointF> many{{0, 5}, {0.1, 6}, {0.2, 1}, {0.3, 4}, {0.4, 9}, {0.5, 8}, {0.6, 7}, {1, 3}};
+    EXPECT_EQ(figure::thinned(many), (QList<QPointF>{{0, 5}, {0.2, 1}, {0.4, 9}, {0.6, 7}, {1, 3}}));
+    EXPECT_TRUE(figure::thinned({}).isEmpty());
+}
+
 TEST(FigureArithmetic, slicesFollowOneAnotherRoundTheRing) {
-    const QList<Slice> slices = figure::slicesOf(numbers({50, 30, 120}));
+    const QList<Slice> slices = figure::slicesOf({50, 30, 120});
     ASSERT_EQ(slices.size(), 3);
     expectNear(slices[0], 0, 0.25);
     expectNear(slices[1], 0.25, 0.4);
@@ -86,33 +87,33 @@ TEST(FigureArithmetic, slicesFollowOneAnotherRoundTheRing) {
 }
 
 TEST(FigureArithmetic, aSmallSumLeavesTheRingOpen) {
-    const QList<Slice> slices = figure::slicesOf(numbers({0.2, 0.3}));
+    const QList<Slice> slices = figure::slicesOf({0.2, 0.3});
     expectNear(slices[0], 0, 0.2);
     expectNear(slices[1], 0.2, 0.5);
-    EXPECT_EQ(figure::sharesOf(numbers({0.2, 0.3})), (QStringList{u"20%"_s, u"30%"_s}));
+    EXPECT_EQ(figure::sharesOf({0.2, 0.3}), (QStringList{u"20%"_s, u"30%"_s}));
 }
 
 TEST(FigureArithmetic, aNegativeSliceGoesBack) {
-    const QList<Slice> slices = figure::slicesOf(numbers({10, -5, 5}));
+    const QList<Slice> slices = figure::slicesOf({10, -5, 5});
     expectNear(slices[0], 0, 1);
     expectNear(slices[1], 1, 0.5);
     expectNear(slices[2], 0.5, 1);
 }
 
 TEST(FigureArithmetic, sharesAreRoundedAwayFromZero) {
-    EXPECT_EQ(figure::sharesOf(numbers({1, 7})), (QStringList{u"13%"_s, u"88%"_s}));
-    EXPECT_EQ(figure::sharesOf(numbers({-1, 9})), (QStringList{u"-13%"_s, u"113%"_s}));
-    EXPECT_EQ(figure::sharesOf(numbers({100, 100, 100})), (QStringList{u"33%"_s, u"33%"_s, u"33%"_s}));
+    EXPECT_EQ(figure::sharesOf({1, 7}), (QStringList{u"13%"_s, u"88%"_s}));
+    EXPECT_EQ(figure::sharesOf({-1, 9}), (QStringList{u"-13%"_s, u"113%"_s}));
+    EXPECT_EQ(figure::sharesOf({100, 100, 100}), (QStringList{u"33%"_s, u"33%"_s, u"33%"_s}));
 }
 
 TEST(FigureArithmetic, everyListOfNumbersHasSlicesAndShares) {
-    const figure::Numbers items = numbers({infinity, -infinity, notANumber, 1e308, -1e308, 1e308, -0.0});
-    for (const Slice &slice : figure::slicesOf(items)) {
+    const QList<double> values = {infinity, -infinity, notANumber, 1e308, -1e308, 1e308, -0.0};
+    for (const Slice &slice : figure::slicesOf(values)) {
         EXPECT_TRUE(slice.from >= 0 && slice.from <= 1);
         EXPECT_TRUE(slice.to >= 0 && slice.to <= 1);
     }
-    EXPECT_EQ(figure::sharesOf(items).constFirst(), u"100%"_s);
-    EXPECT_EQ(figure::sharesOf(numbers({notANumber, -0.0})), (QStringList{u"0%"_s, u"0%"_s}));
+    EXPECT_EQ(figure::sharesOf(values).constFirst(), u"100%"_s);
+    EXPECT_EQ(figure::sharesOf({notANumber, -0.0}), (QStringList{u"0%"_s, u"0%"_s}));
     EXPECT_TRUE(figure::slicesOf({}).isEmpty());
 }
 
