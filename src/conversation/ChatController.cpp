@@ -2,8 +2,37 @@
 
 #include "conversation/Turn.h"
 #include "platform/Clock.h"
+#include "platform/MemoryPressure.h"
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A chat that a crash left in the midst of its tool calls is one that the model can't read. True if there
+/// was something to repair.
+bool answerOpenCalls(Conversation &chat) {
+    if (chat.messages.isEmpty() || chat.messages.last().role != Role::assistant)
+        return false;
+    const QList<ToolCall> calls = chat.messages.last().toolCalls.value_or(QList<ToolCall>());
+    const qsizetype before = chat.messages.size();
+    for (const ToolCall &call : calls) {
+        const bool isAnswered =
+            std::any_of(chat.messages.begin(), chat.messages.end(),
+                        [&](const Message &message) { return message.toolCallId == call.id; });
+        if (!isAnswered)
+            chat.messages.append({.id = QUuid::createUuid(),
+                                  .role = Role::tool,
+                                  .content = u"The search was interrupted."_s,
+                                  .reasoning = {},
+                                  .toolCalls = {},
+                                  .toolCallId = call.id});
+    }
+    return chat.messages.size() > before;
+}
+
+} // namespace
 
 ChatController::ChatController(ChatHost *host, Clock &clock, TurnPoints points, QObject *parent)
     : QObject(parent),
@@ -49,6 +78,63 @@ void ChatController::newChat() {
     reloadSummaries();
 }
 
+void ChatController::openConversation(const QUuid &id) {
+    // What a turn has said so far isn't on disk yet.
+    std::optional<Conversation> chat =
+        m_generatingID == id && m_generatingChat ? m_generatingChat : m_store.load(id);
+    if (!chat)
+        return;
+    if (m_generatingID != id && answerOpenCalls(*chat))
+        save(*chat);
+    show(*chat);
+    reloadSummaries();
+}
+
+void ChatController::renameConversation(const QUuid &id, const QString &title) {
+    setTitle(id, title);
+}
+
+void ChatController::setTitle(const QUuid &id, const QString &title) {
+    std::optional<Conversation> chat = m_store.load(id);
+    if (!chat)
+        return;
+    m_givenTitles[id] = title;
+    chat->title = title;
+    chat->updatedAt = now();
+    save(*chat);
+    if (m_generatingChat && m_generatingChat->id == id)
+        m_generatingChat->title = title;
+    if (m_conversation && m_conversation->id == id) {
+        m_conversation->title = title;
+        m_conversation->updatedAt = chat->updatedAt;
+        Q_EMIT conversationChanged();
+    }
+    reloadSummaries();
+}
+
+void ChatController::deleteConversation(const QUuid &id) {
+    if (m_generatingID == id)
+        stop();
+    m_deleted.insert(id);
+    m_store.remove(id);
+    if (m_conversation && m_conversation->id == id)
+        newChat();
+    else
+        reloadSummaries();
+}
+
+void ChatController::startMemoryWatch() {
+    m_memorySource = std::make_unique<MemoryPressure>();
+    connect(m_memorySource.get(), &MemoryPressure::critical, this, &ChatController::takeMemoryPressure);
+}
+
+void ChatController::takeMemoryPressure() {
+    if (m_isGenerating)
+        stop();
+    setMemoryWarning(u"Your Mac is running low on memory. Closing other apps will help, or switch to a "
+                     "lighter model."_s);
+}
+
 void ChatController::runSchedule(const QString &name, const QString &prompt) {
     if (m_isGenerating)
         return;
@@ -71,6 +157,7 @@ void ChatController::reloadSummaries() {
 void ChatController::resetAll() {
     ++m_era;
     stop();
+    m_memorySource.reset();
     if (m_conversation) {
         m_conversation.reset();
         Q_EMIT conversationChanged();
@@ -79,7 +166,13 @@ void ChatController::resetAll() {
         m_summaries.clear();
         Q_EMIT summariesChanged();
     }
+    setMemoryWarning(std::nullopt);
     setUpgradeBanner(std::nullopt);
+}
+
+void ChatController::setMemoryWarning(const std::optional<QString> &text) {
+    if (std::exchange(m_memoryWarning, text) != text)
+        Q_EMIT memoryWarningChanged();
 }
 
 void ChatController::setUpgradeBanner(const std::optional<QString> &text) {
@@ -95,7 +188,10 @@ void ChatController::startTurn(const Conversation &conversation, const TurnReque
     m_generateTask.start([&](std::stop_token stop) { return generate(this, conversation, request, stop); });
 }
 
-void ChatController::publish(const Conversation &conversation) {
+void ChatController::publish(Conversation conversation) {
+    conversation.title = m_givenTitles.value(conversation.id, conversation.title);
+    if (m_generatingID == conversation.id)
+        m_generatingChat = conversation;
     if (m_conversation && m_conversation->id == conversation.id)
         show(conversation);
 }
@@ -105,12 +201,15 @@ void ChatController::show(const Conversation &conversation) {
     Q_EMIT conversationChanged();
 }
 
-void ChatController::save(const Conversation &conversation) {
-    m_store.save(conversation);
+void ChatController::save(Conversation conversation) {
+    conversation.title = m_givenTitles.value(conversation.id, conversation.title);
+    if (!m_deleted.contains(conversation.id))
+        m_store.save(conversation);
 }
 
 void ChatController::resetTurn() {
     m_generatingID.reset();
+    m_generatingChat.reset();
     setStreamingID(std::nullopt);
     setIsGenerating(false);
 }

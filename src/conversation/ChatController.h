@@ -5,12 +5,16 @@
 #include "platform/TaskHandle.h"
 #include "records/ChatStore.h"
 
+#include <QHash>
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 
+#include <memory>
 #include <optional>
 
 class Clock;
+class MemoryPressure;
 struct TurnRequest;
 
 /// The conversation engine: the one object that the chat screen talks to. It runs one turn at a time,
@@ -43,6 +47,9 @@ public:
     const std::optional<QString> &upgradeBanner() const { return m_upgradeBanner; }
     void setUpgradeBanner(const std::optional<QString> &text);
 
+    /// What to tell the person when the machine ran short of memory; nothing if it never did.
+    const std::optional<QString> &memoryWarning() const { return m_memoryWarning; }
+
     /// Sends the person's message and starts the turn. Does nothing if there is neither text nor an
     /// attachment, or while a turn runs. Makes a new chat if none is on screen.
     void send(const QString &text, Thinking think = Thinking::off, const QList<Attachment> &attachments = {});
@@ -56,6 +63,22 @@ public:
 
     /// Puts a new, empty chat on screen and on disk. A running turn goes on in its own chat.
     void newChat();
+
+    /// Puts a chat from disk on screen. Nothing happens if its file can't be read. A running turn goes on in
+    /// its own chat.
+    void openConversation(const QUuid &id);
+
+    /// Gives a chat another title, which is taken as it is. Nothing happens if its file can't be read.
+    void renameConversation(const QUuid &id, const QString &title);
+
+    /// Deletes a chat, and ends its turn if it has one. A new chat takes its place on screen.
+    void deleteConversation(const QUuid &id);
+
+    /// From now on a machine that runs short of memory ends the running turn and sets the warning.
+    void startMemoryWatch();
+
+    /// The machine has run short of memory.
+    void takeMemoryPressure();
 
     /// Runs a scheduled prompt as a turn of its own in a new chat titled `name`, or "Scheduled run" if
     /// that is empty. Does nothing while a turn runs.
@@ -74,6 +97,7 @@ Q_SIGNALS:
     void isGeneratingChanged();
     void streamingIDChanged();
     void upgradeBannerChanged();
+    void memoryWarningChanged();
 
 private:
     friend class Turn;
@@ -83,10 +107,13 @@ private:
 
     void startTurn(const Conversation &conversation, const TurnRequest &request);
 
-    /// Shows the state of a turn's chat if that chat is on screen.
-    void publish(const Conversation &conversation);
+    /// Takes the state of a turn's chat, and shows it if that chat is on screen.
+    void publish(Conversation conversation);
     void show(const Conversation &conversation);
-    void save(const Conversation &conversation);
+    /// Writes a chat, unless it was deleted.
+    void save(Conversation conversation);
+    void setTitle(const QUuid &id, const QString &title);
+    void setMemoryWarning(const std::optional<QString> &text);
     void resetTurn();
     void setIsGenerating(bool isGenerating);
     void setStreamingID(const std::optional<QUuid> &id);
@@ -100,7 +127,13 @@ private:
     bool m_isGenerating = false;
     std::optional<QUuid> m_streamingID;
     std::optional<QUuid> m_generatingID;
+    std::optional<Conversation> m_generatingChat; ///< as the running turn has it
     std::optional<QString> m_upgradeBanner;
+    std::optional<QString> m_memoryWarning;
+    /// A turn has a copy of its chat. What happens to the chat meanwhile goes before what that says.
+    QHash<QUuid, QString> m_givenTitles;
+    QSet<QUuid> m_deleted;
+    std::unique_ptr<MemoryPressure> m_memorySource;
     int m_turns = 0; ///< how many have begun
     int m_era = 0;   ///< a turn of an era before this one has nothing to say any more
     TaskHandle m_generateTask;

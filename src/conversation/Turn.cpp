@@ -132,10 +132,20 @@ Task<> Turn::finish() {
     publish();
     if (points.testSearchHint)
         points.testSearchHint(m_conversation);
-    if (points.titleConversation)
-        co_await points.titleConversation(m_conversation, m_stop);
+    co_await makeTitle();
     if (!isForgotten())
         reset();
+}
+
+Task<> Turn::makeTitle() {
+    const ChatHost *const host = m_controller->m_host;
+    const std::optional<ModelTier> tier = host ? host->activeTier() : std::nullopt;
+    if (!m_controller->m_points.makeTitle || !tier || !host->engineURL())
+        co_return;
+    const std::optional<QString> title =
+        co_await m_controller->m_points.makeTitle(client(), tier->sampling, m_conversation, m_stop);
+    if (title && !isForgotten() && !isCancelled())
+        m_controller->setTitle(m_conversation.id, *title);
 }
 
 std::optional<QString> Turn::dueCorrection() const {

@@ -51,6 +51,7 @@ private:
     Task<RoundResult> streamRound(Round round);
     Task<bool> runTools(QList<ToolCall> calls);
     Task<> finish();
+    Task<> makeTitle();
     void saveAndReset();
 
     /// A stopped turn comes to its end a moment later, when the next one may have begun. What both would
@@ -63,6 +64,7 @@ private:
     void reset() const;
 
     std::optional<StreamRequest> requestOf(const Round &round);
+    LLMClient client() const;
     std::unique_ptr<ChunkStream> open(const StreamRequest &request, bool isFirst) const;
     void take(const StreamChunk &chunk, Message &message);
     RoundResult finishMessage(Message &message, ToolCallAssembler &assembler,

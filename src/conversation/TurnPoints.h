@@ -40,8 +40,11 @@ struct TurnPoints {
     /// requested it returns soon, with the refusal. Empty: every call gets "Unknown tool.".
     std::function<Task<QString>(ToolCall call, ToolContext context, std::stop_token stop)> runTool;
 
-    /// Gives a chat its title, on disk and on screen. Empty: the title stays.
-    std::function<Task<>(Conversation conversation, std::stop_token stop)> titleConversation;
+    /// What a chat is to be called after a turn; nothing if its title stays, and soon so once `stop` is
+    /// requested. Empty: every title stays.
+    std::function<Task<std::optional<QString>>(LLMClient client, Sampling sampling, Conversation conversation,
+                                               std::stop_token stop)>
+        makeTitle;
 #endif
 
     /// What to tell the model if the page that was agreed on can't be made of this reply; nothing if

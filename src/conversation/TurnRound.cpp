@@ -93,13 +93,16 @@ std::optional<StreamRequest> Turn::requestOf(const Round &round) {
     return request;
 }
 
-std::unique_ptr<ChunkStream> Turn::open(const StreamRequest &request, bool isFirst) const {
+LLMClient Turn::client() const {
     const ChatHost &host = *m_controller->m_host;
-    const LLMClient client{host.engineURL().value_or(QUrl()), host.engineKey()};
-    const ResponseSpeed speed = host.settings().responseSpeed;
+    return {host.engineURL().value_or(QUrl()), host.engineKey()};
+}
+
+std::unique_ptr<ChunkStream> Turn::open(const StreamRequest &request, bool isFirst) const {
+    const ResponseSpeed speed = m_controller->m_host->settings().responseSpeed;
     if (m_controller->m_points.pacedStream && isFirst && speed != ResponseSpeed::full)
-        return m_controller->m_points.pacedStream(client, request, speed);
-    return client.stream(request);
+        return m_controller->m_points.pacedStream(client(), request, speed);
+    return client().stream(request);
 }
 
 void Turn::take(const StreamChunk &chunk, Message &message) {

@@ -3,6 +3,7 @@
 #include "client/PacedStream.h"
 #include "client/TextRepair.h"
 #include "client/WrittenToolCalls.h"
+#include "conversation/ChatTitle.h"
 
 TurnPoints turnServices(Clock &clock) {
     TurnPoints points;
@@ -21,5 +22,6 @@ TurnPoints turnServices(Clock &clock) {
             return client.stream(request);
         return std::make_unique<PacedStream>(client, request, *pace, clock);
     };
+    points.makeTitle = makeTitle;
     return points;
 }

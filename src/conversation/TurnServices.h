@@ -4,6 +4,7 @@
 
 class Clock;
 
-/// A turn's points as the program sets them: what was written as text is found there, and a speed other
-/// than full paces the reply. The others are empty. `clock` must outlive every turn. Any thread.
+/// A turn's points as the program sets them: what was written as text is found there, a speed other than
+/// full paces the reply, and a new chat gets a title. The others are empty. `clock` must outlive every turn.
+/// Any thread.
 TurnPoints turnServices(Clock &clock);

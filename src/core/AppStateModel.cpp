@@ -189,6 +189,7 @@ Task<> AppState::startEngine(QString modelPath, std::optional<ModelTier> tier, s
     m_chat.reloadSummaries();
     if (!m_chat.conversation())
         m_chat.newChat();
+    m_chat.startMemoryWatch();
     setPhase(phase::Ready{});
 }
 

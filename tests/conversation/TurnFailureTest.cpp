@@ -46,10 +46,10 @@ TEST_F(TurnFailure, withoutATierTheHistoryIsFittedToTheUsualContext) {
 
 TEST_F(TurnFailure, aServiceThatFailsDoesNotLeaveTheChatBusy) {
     TurnPoints points;
-    points.titleConversation = [](const Conversation &, std::stop_token) {
-        const auto fail = []() -> Task<> {
+    points.makeTitle = [](const LLMClient &, const Sampling &, const Conversation &, std::stop_token) {
+        const auto fail = []() -> Task<std::optional<QString>> {
             throw std::runtime_error("no title");
-            co_return;
+            co_return std::nullopt;
         };
         return fail();
     };
@@ -107,9 +107,10 @@ TEST_F(TurnFailure, textIsNotRecoveredAndNoServiceIsCalledAfterAFailure) {
     };
     points.finishPage = [&](Conversation &, bool) { ++calls; };
     points.testSearchHint = [&](const Conversation &) { ++calls; };
-    points.titleConversation = [&](Conversation, std::stop_token) -> Task<> {
+    points.makeTitle = [&](LLMClient, Sampling, Conversation,
+                           std::stop_token) -> Task<std::optional<QString>> {
         ++calls;
-        co_return;
+        co_return std::nullopt;
     };
     makeChat(points);
     engine.answer(Script().content(u"<think>hm</think>half"_s).pause(20).drop());

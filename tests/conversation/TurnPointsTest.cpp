@@ -104,10 +104,10 @@ TEST_F(TurnPointsTest, theEndOfATurnFinishesSavesHintsAndTitlesInThisOrder) {
         order.append(u"hint"_s);
         EXPECT_EQ(ChatStore().load(conversation.id)->messages.last().content, u"visible"_s);
     };
-    points.titleConversation = [&](const Conversation &, std::stop_token) {
+    points.makeTitle = [&](const LLMClient &, const Sampling &, const Conversation &, std::stop_token) {
         order.append(u"title"_s);
         EXPECT_TRUE(chat->isGenerating());
-        const auto nothing = []() -> Task<> { co_return; };
+        const auto nothing = []() -> Task<std::optional<QString>> { co_return std::nullopt; };
         return nothing();
     };
     makeChat(points);
@@ -120,8 +120,11 @@ TEST_F(TurnPointsTest, theEndOfATurnFinishesSavesHintsAndTitlesInThisOrder) {
 TEST_F(TurnPointsTest, theTurnGoesOnUntilTheTitleHasCome) {
     WaitPoint title;
     TurnPoints points;
-    points.titleConversation = [&](const Conversation &, std::stop_token) {
-        const auto wait = [](WaitPoint *point) -> Task<> { co_await point->wait(); };
+    points.makeTitle = [&](const LLMClient &, const Sampling &, const Conversation &, std::stop_token) {
+        const auto wait = [](WaitPoint *point) -> Task<std::optional<QString>> {
+            co_await point->wait();
+            co_return u"Garden"_s;
+        };
         return wait(&title);
     };
     makeChat(points);
@@ -133,15 +136,19 @@ TEST_F(TurnPointsTest, theTurnGoesOnUntilTheTitleHasCome) {
     EXPECT_FALSE(chat->streamingID());
     title.wake();
     EXPECT_TRUE(waitForTurn());
+    EXPECT_EQ(chat->conversation()->title, u"Garden"_s);
+    EXPECT_EQ(saved(), *chat->conversation());
+    EXPECT_EQ(chat->summaries().first().title, u"Garden"_s);
 }
 
 TEST_F(TurnPointsTest, aStopWhileTheTitleIsAwaitedEndsTheTurn) {
     TurnPoints points;
-    points.titleConversation = [](const Conversation &, std::stop_token stop) {
-        const auto wait = [](std::stop_token token) -> Task<> {
+    points.makeTitle = [](const LLMClient &, const Sampling &, const Conversation &, std::stop_token stop) {
+        const auto wait = [](std::stop_token token) -> Task<std::optional<QString>> {
             WaitPoint end;
             const std::stop_callback wake(token, [&end] { end.wake(); });
             co_await end.wait();
+            co_return u"Too late"_s;
         };
         return wait(stop);
     };
@@ -154,6 +161,7 @@ TEST_F(TurnPointsTest, aStopWhileTheTitleIsAwaitedEndsTheTurn) {
     letPass(30);
     EXPECT_FALSE(chat->isGenerating());
     EXPECT_EQ(saved().messages.last().content, u"raw"_s);
+    EXPECT_EQ(saved().title, u"New chat"_s);
 }
 
 TEST_F(TurnPointsTest, aPageRetryWithoutAToolRoundIsPacedLikeTheFirstRequest) {
