@@ -8,6 +8,9 @@
 /// an empty text that takes no room.
 class JoinedText : public SelectableText {
 public:
+    /// True if there are no texts.
+    bool isEmpty() const { return m_parts.empty(); }
+
     int length() const override;
     QString textBetween(int start, int end) const override;
     int positionAt(const QPointF &point) const override;
@@ -28,7 +31,6 @@ protected:
     void join(std::vector<Part> parts);
 
 private:
-    bool isEmpty() const { return m_parts.empty(); }
     size_t indexOf(int position) const;
     int beyond(size_t index, int position, Move move) const;
     /// The place in the last or first line of a part, straight above or below `position`.

@@ -1,0 +1,134 @@
+#include "pages/drawing/MarkdownView.h"
+
+#include "pages/MarkdownCache.h"
+#include "pages/drawing/BlockViews.h"
+
+#include <QPainter>
+
+namespace {
+
+constexpr double blockGap = 12;
+
+Target movedDown(Target target, double by) {
+    for (QRectF &area : target.areas)
+        area.translate(0, by);
+    return target;
+}
+
+} // namespace
+
+void MarkdownView::setTheme(const DrawingTheme &theme) {
+    if (m_theme == theme)
+        return;
+    m_theme = theme;
+    m_blocks.clear();
+    m_places.clear();
+    showBlocks();
+}
+
+double MarkdownView::setText(const QString &text) {
+    if (m_text == text)
+        return height();
+    m_text = text;
+    return showBlocks();
+}
+
+double MarkdownView::layIn(double width) {
+    if (std::exchange(m_width, width) == width)
+        return height();
+    for (const Place &place : m_places)
+        place.view->layIn(width);
+    if (m_places.empty())
+        showBlocks();
+    else
+        stack();
+    return height();
+}
+
+double MarkdownView::height() const {
+    return m_places.empty() ? 0 : m_places.back().top + m_places.back().view->height();
+}
+
+double MarkdownView::showBlocks() {
+    if (m_width <= 0)
+        return 0;
+    const double end = height();
+    const QList<MarkdownBlock> before = std::exchange(m_blocks, cachedMarkdownBlocks(m_text));
+    const auto count = size_t(m_blocks.size());
+    double changed = count < m_places.size() ? m_places[count].top : end;
+    m_places.resize(std::min(count, m_places.size()));
+    while (m_places.size() < count)
+        m_places.push_back({.top = end});
+    for (qsizetype index = 0; index < m_blocks.size(); ++index) {
+        const BlockContent *shown = index < before.size() ? &before.at(index).content : nullptr;
+        const BlockContent &content = m_blocks.at(index).content;
+        if (!shown || *shown != content)
+            changed = std::min(changed, show(content, shown, m_places[size_t(index)]));
+    }
+    stack();
+    return changed;
+}
+
+double MarkdownView::show(const BlockContent &content, const BlockContent *shown, Place &place) {
+    if (shown && areOfOneKind(*shown, content))
+        return place.top + place.view->setBlock(content);
+    place.view = makeBlockView(content, m_theme);
+    place.view->layIn(m_width);
+    place.view->setBlock(content);
+    return place.top;
+}
+
+void MarkdownView::stack() {
+    std::vector<Part> parts;
+    double top = 0;
+    int start = 0;
+    for (Place &place : m_places) {
+        place.top = top;
+        place.start = start;
+        top += place.view->height() + blockGap;
+        if (place.view->isEmpty())
+            continue;
+        parts.push_back({place.view.get(), QPointF(0, place.top)});
+        start += place.view->length() + 1;
+    }
+    join(std::move(parts));
+}
+
+void MarkdownView::draw(QPainter &painter, const QRectF &clip, const TextSelection &selection) const {
+    for (size_t index = indexAt(clip.top()); index < m_places.size(); ++index) {
+        const Place &place = m_places[index];
+        if (place.top > clip.bottom())
+            break;
+        painter.translate(0, place.top);
+        place.view->draw(painter, clip.translated(0, -place.top),
+                         {selection.anchor - place.start, selection.caret - place.start});
+        painter.translate(0, -place.top);
+    }
+}
+
+const BlockView *MarkdownView::blockAt(double y) const {
+    return m_places.empty() ? nullptr : m_places[indexAt(y)].view.get();
+}
+
+QList<Target> MarkdownView::targets() const {
+    QList<Target> targets;
+    for (const Place &place : m_places) {
+        for (const Target &target : place.view->targets())
+            targets.append(movedDown(target, place.top));
+    }
+    return targets;
+}
+
+std::optional<Target> MarkdownView::targetAt(const QPointF &point) const {
+    if (m_places.empty())
+        return std::nullopt;
+    const Place &place = m_places[indexAt(point.y())];
+    const std::optional<Target> target = place.view->targetAt(point - QPointF(0, place.top));
+    return target ? std::optional(movedDown(*target, place.top)) : std::nullopt;
+}
+
+size_t MarkdownView::indexAt(double y) const {
+    const auto isBelow = [](double height, const Place &place) { return height < place.top; };
+    const auto after = std::upper_bound(m_places.begin(), m_places.end(), y, isBelow);
+    return after == m_places.begin() ? 0 : size_t(std::distance(m_places.begin(), after)) - 1;
+}
