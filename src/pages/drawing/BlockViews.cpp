@@ -1,14 +1,23 @@
 #include "pages/drawing/BlockViews.h"
 
 #include "pages/drawing/BarChartView.h"
+#include "pages/drawing/CalloutView.h"
+#include "pages/drawing/CardsView.h"
 #include "pages/drawing/CodeBlock.h"
 #include "pages/drawing/ColoredRule.h"
+#include "pages/drawing/CompareView.h"
+#include "pages/drawing/DonutChartView.h"
+#include "pages/drawing/FlowDiagramView.h"
+#include "pages/drawing/LineChartView.h"
 #include "pages/drawing/ListView.h"
+#include "pages/drawing/MetricRow.h"
 #include "pages/drawing/ProgressListView.h"
 #include "pages/drawing/ProseView.h"
 #include "pages/drawing/QuoteView.h"
 #include "pages/drawing/RuleView.h"
+#include "pages/drawing/SpecView.h"
 #include "pages/drawing/TableView.h"
+#include "pages/drawing/TimelineListView.h"
 
 namespace {
 
@@ -27,14 +36,19 @@ struct ViewMaker {
     View operator()(const block::Code &) const { return std::make_unique<CodeBlock>(theme); }
     View operator()(const block::Divider &) const { return std::make_unique<ColoredRule>(theme); }
     View operator()(const block::Table &) const { return std::make_unique<TableView>(theme); }
+    View operator()(const block::Metric &) const { return std::make_unique<MetricRow>(theme); }
     View operator()(const block::Chart &) const { return std::make_unique<BarChartView>(theme); }
+    View operator()(const block::Line &) const { return std::make_unique<LineChartView>(theme); }
+    View operator()(const block::Donut &) const { return std::make_unique<DonutChartView>(theme); }
     View operator()(const block::Progress &) const { return std::make_unique<ProgressListView>(theme); }
+    View operator()(const block::Callout &) const { return std::make_unique<CalloutView>(theme); }
+    View operator()(const block::Timeline &) const { return std::make_unique<TimelineListView>(theme); }
+    View operator()(const block::Sources &) const { return list(ListView::Marker::source); }
+    View operator()(const block::Flow &) const { return std::make_unique<FlowDiagramView>(theme); }
+    View operator()(const block::Compare &) const { return std::make_unique<CompareView>(theme); }
+    View operator()(const block::Cards &) const { return std::make_unique<CardsView>(theme); }
+    View operator()(const block::Spec &) const { return std::make_unique<SpecView>(theme); }
     View operator()(const block::Rule &) const { return std::make_unique<RuleView>(theme); }
-    /// The figures that have no drawing of their own yet.
-    template<typename Figure>
-    View operator()(const Figure &) const {
-        return std::make_unique<RuleView>(theme);
-    }
 
     View list(ListView::Marker marker) const { return std::make_unique<ListView>(theme, marker); }
 };

@@ -6,10 +6,20 @@
 
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr double itemGap = 6;
 constexpr double markerGap = 8;
+
+const Texts &itemsOf(const BlockContent &content) {
+    if (const auto *bullet = std::get_if<block::Bullet>(&content))
+        return bullet->items;
+    if (const auto *numbered = std::get_if<block::Numbered>(&content))
+        return numbered->items;
+    return std::get<block::Sources>(content).items;
+}
 
 } // namespace
 
@@ -20,12 +30,10 @@ ListView::ListView(const DrawingTheme &theme, Marker marker)
       m_items(theme, {.use = TextPart::Use::selectable}) {}
 
 double ListView::take(const BlockContent &content) {
-    const bool isNumbered = m_marker == Marker::number;
-    const Texts &items =
-        isNumbered ? std::get<block::Numbered>(content).items : std::get<block::Bullet>(content).items;
-    const double changed = topOf(m_items.setTexts(items));
+    const double changed = topOf(m_items.setTexts(itemsOf(content)));
+    const double markerWidth = widestMarker();
     // All items move when the numbers get another digit.
-    return std::exchange(m_markerWidth, widestMarker()) == m_markerWidth ? changed : 0;
+    return std::exchange(m_markerWidth, markerWidth) == markerWidth ? changed : 0;
 }
 
 double ListView::placeRow(qsizetype row, double top, double width) {
@@ -33,11 +41,6 @@ double ListView::placeRow(qsizetype row, double top, double width) {
     const double indent = m_markerWidth + markerGap;
     item.moveTo({item.isRightToLeft() ? 0 : indent, top});
     return item.layIn(std::max(width - indent, 1.0));
-}
-
-void ListView::listTexts(TextParts &texts) const {
-    for (qsizetype row = 0; row < m_items.size(); ++row)
-        texts.push_back(&m_items[row]);
 }
 
 void ListView::drawRow(QPainter &painter, qsizetype row, const QRectF &) const {
@@ -52,19 +55,25 @@ void ListView::drawRow(QPainter &painter, qsizetype row, const QRectF &) const {
 }
 
 SpokenPart ListView::spoken() const {
-    SpokenPart list{.role = QAccessible::List, .area = QRectF(0, 0, width(), height())};
-    list.parts.reserve(size_t(m_items.size()));
-    for (qsizetype row = 0; row < m_items.size(); ++row) {
-        SpokenPart item = spokenText(m_items[row], QAccessible::ListItem);
-        if (m_marker == Marker::number)
-            item.name = markerOf(row) + u' ' + item.name;
-        list.parts.push_back(std::move(item));
+    SpokenPart list = spokenList(m_items);
+    for (qsizetype row = 0; m_marker != Marker::bullet && row < m_items.size(); ++row) {
+        QString &name = list.parts[size_t(row)].name;
+        name = markerOf(row) + u' ' + name;
     }
     return list;
 }
 
 QString ListView::markerOf(qsizetype item) const {
-    return m_marker == Marker::bullet ? QString(u'•') : QString::number(item + 1) + u'.';
+    const QString place = QString::number(item + 1);
+    switch (m_marker) {
+    case Marker::bullet:
+        return u"•"_s;
+    case Marker::number:
+        return place + u'.';
+    case Marker::source:
+        return u'[' + place + u']';
+    }
+    Q_UNREACHABLE();
 }
 
 double ListView::widestMarker() const {

@@ -3,11 +3,11 @@
 #include "pages/drawing/RowsView.h"
 #include "pages/drawing/TextList.h"
 
-/// The items of a list, each behind its marker: a bullet, or its place from 1 on. An item that is written
-/// from the right has its marker there.
+/// The items of a list, each behind its marker: a bullet, or its place from 1 on, as "1." or "[1]". An item
+/// that is written from the right has its marker there.
 class ListView : public RowsView {
 public:
-    enum class Marker { bullet, number };
+    enum class Marker { bullet, number, source };
 
     ListView(const DrawingTheme &theme, Marker marker);
 
@@ -18,7 +18,7 @@ protected:
     qsizetype rowsIn(double) override { return m_items.size(); }
     double placeRow(qsizetype row, double top, double width) override;
     void drawRow(QPainter &painter, qsizetype row, const QRectF &area) const override;
-    void listTexts(TextParts &texts) const override;
+    void listTexts(TextParts &texts) const override { m_items.listTexts(texts); }
 
 private:
     QString markerOf(qsizetype item) const;

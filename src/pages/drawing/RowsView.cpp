@@ -2,8 +2,15 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 double RowsView::topOf(qsizetype row) const {
     return row < rowCount() ? m_tops[size_t(row)] : height();
+}
+
+double RowsView::topOfChange(qsizetype changed, qsizetype count) const {
+    const qsizetype last = std::min(count, rowCount()) - 1;
+    return topOf(count == rowCount() ? changed : std::clamp<qsizetype>(last, 0, changed));
 }
 
 double RowsView::arrange(double width) {
@@ -22,4 +29,25 @@ void RowsView::drawFigure(QPainter &painter, const QRectF &clip) const {
         const double bottom = m_tops[size_t(row) + 1] - m_spacing;
         drawRow(painter, row, QRectF(QPointF(0, topOf(row)), QPointF(width(), bottom)));
     }
+}
+
+SpokenPart RowsView::spokenList(const TextList &items) const {
+    SpokenPart list{.role = QAccessible::List, .area = {0, 0, width(), height()}};
+    list.parts.reserve(size_t(items.size()));
+    for (qsizetype index = 0; index < items.size(); ++index)
+        list.parts.push_back(spokenText(items[index], QAccessible::ListItem));
+    return list;
+}
+
+SpokenPart RowsView::spokenPairs(const TextList &ones, const TextList &others) const {
+    SpokenPart list = spokenList(ones);
+    for (qsizetype index = 0; index < others.size(); ++index) {
+        const SpokenPart other = spokenText(others[index]);
+        SpokenPart &item = list.parts[size_t(index)];
+        if (!other.name.isEmpty())
+            item.name += u": "_s + other.name;
+        item.area |= other.area;
+        item.parts.insert(item.parts.end(), other.parts.begin(), other.parts.end());
+    }
+    return list;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pages/drawing/BlockView.h"
+#include "pages/drawing/TextList.h"
 
 #include <vector>
 
@@ -20,6 +21,13 @@ protected:
     qsizetype rowCount() const { return qsizetype(m_tops.size()) - 1; }
     /// Where a row stands as it was arranged last; the height if there is none.
     double topOf(qsizetype row) const;
+    /// Where the drawing changes if there will be `count` rows, `changed` is the first that differs, and the
+    /// last one doesn't look like the others.
+    double topOfChange(qsizetype changed, qsizetype count) const;
+
+    /// What a screen reader finds: one item for each text, or for each two that belong together.
+    SpokenPart spokenList(const TextList &items) const;
+    SpokenPart spokenPairs(const TextList &ones, const TextList &others) const;
 
 private:
     double arrange(double width) final;

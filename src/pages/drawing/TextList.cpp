@@ -33,6 +33,17 @@ qsizetype TextList::setTexts(const Texts &texts) {
     return first;
 }
 
+void TextList::setColor(const QColor &color) {
+    m_setting.color = color;
+    for (TextPart &part : m_parts)
+        part.setColor(color);
+}
+
+void TextList::listTexts(std::vector<const TextPart *> &texts) const {
+    for (const TextPart &part : m_parts)
+        texts.push_back(&part);
+}
+
 double placeSideBySide(TextPart &one, TextPart &other, const QPointF &origin, double distance) {
     const double baseline = std::round(std::max(one.firstBaseline(), other.firstBaseline()));
     const double dropOfOne = baseline - std::round(one.firstBaseline());

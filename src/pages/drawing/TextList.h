@@ -4,6 +4,7 @@
 #include "pages/drawing/TextPart.h"
 
 #include <deque>
+#include <vector>
 
 /// Texts of a figure that are set alike, one for each item of a list. Each is laid and placed for itself,
 /// and has more than enough width until then.
@@ -17,14 +18,17 @@ public:
     /// From now on these are the texts. What stays the same is neither read nor laid again. Gives the place
     /// of the first that differs; their number if none does.
     qsizetype setTexts(const Texts &texts);
+    void setColor(const QColor &color);
 
     qsizetype size() const { return qsizetype(m_parts.size()); }
     TextPart &operator[](qsizetype index) { return m_parts[size_t(index)]; }
     const TextPart &operator[](qsizetype index) const { return m_parts[size_t(index)]; }
 
+    void listTexts(std::vector<const TextPart *> &texts) const;
+
 private:
     const DrawingTheme &m_theme;
-    const TextPart::Setting m_setting;
+    TextPart::Setting m_setting;
     std::deque<TextPart> m_parts;
 };
 

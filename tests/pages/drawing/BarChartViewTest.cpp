@@ -1,5 +1,3 @@
-#include "pages/drawing/BarChartView.h"
-
 #include "pages/drawing/Figure.h"
 
 using namespace Qt::StringLiterals;
@@ -8,9 +6,9 @@ namespace {
 
 constexpr int fieldWidth = 300;
 
-class BarChartViewTest : public Figure<BarChartView> {
+class BarChartViewTest : public Figure {
 protected:
-    BarChartView &chart(const QStringList &lines, const QString &color = {}) {
+    BlockView &chart(const QStringList &lines, const QString &color = {}) {
         return shown(fence(u"chart"_s + color, lines), fieldWidth);
     }
 

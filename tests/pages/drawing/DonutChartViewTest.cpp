@@ -1,5 +1,3 @@
-#include "pages/drawing/DonutChartView.h"
-
 #include "pages/drawing/ColorOf.h"
 #include "pages/drawing/Figure.h"
 
@@ -12,9 +10,9 @@ namespace {
 constexpr int ringSize = 132;
 constexpr double middleOfStroke = 66 - 7;
 
-class DonutChartViewTest : public Figure<DonutChartView> {
+class DonutChartViewTest : public Figure {
 protected:
-    DonutChartView &donut(const QStringList &lines, const QString &color = {}) {
+    BlockView &donut(const QStringList &lines, const QString &color = {}) {
         return shown(fence(u"donut"_s + color, lines), 400);
     }
 

@@ -4,15 +4,12 @@
 
 #include <gtest/gtest.h>
 
-/// A view of a kind of block, laid in a width and drawn.
-template<typename View>
+/// The view of a block, laid in a width and drawn.
 class Figure : public testing::Test {
 protected:
-    /// Shows the only block of a text as the first one.
-    View &shown(const QString &text, double width = 300) {
-        view = std::make_unique<View>(theme);
-        view->layIn(width);
-        change(text);
+    /// Shows the only block of a text.
+    BlockView &shown(const QString &text, double width = 300) {
+        view = viewOf(text, theme, width);
         return *view;
     }
 
@@ -29,26 +26,37 @@ protected:
     }
 
     /// What would be drawn by a view that never showed anything else.
-    QImage fresh(const QString &text) const {
-        View other(theme);
-        other.layIn(view->width());
-        other.setBlock(blockOf(text).content);
-        return pictureOf(other, ground);
-    }
+    QImage fresh(const QString &text) const { return pictureOf(*viewOf(text, theme, view->width()), ground); }
 
     /// A change must leave alone what is above the place that it gives, and end as a fresh view does.
     void expectChange(const QString &text) {
         const QImage before = picture();
         const double top = change(text);
         EXPECT_EQ(picture(), fresh(text)) << text.toStdString();
-        const QRect untouched(0, 0, before.width(), int(top) + pictureMargin);
+        const QRect untouched(0, 0, before.width(), int(std::min(top, view->height())) + pictureMargin);
         EXPECT_EQ(picture().copy(untouched), before.copy(untouched)) << text.toStdString();
     }
 
     DrawingTheme theme = paperTheme();
     QColor ground = Qt::white;
-    std::unique_ptr<View> view;
+    std::unique_ptr<BlockView> view;
 };
+
+/// Whether no part of any colour differs by more than a painter's rounding.
+inline bool areAlike(const QImage &one, const QImage &other) {
+    constexpr int rounding = 2;
+    if (one.size() != other.size())
+        return false;
+    for (int y = 0; y < one.height(); ++y) {
+        const uchar *first = one.constScanLine(y);
+        const uchar *second = other.constScanLine(y);
+        for (qsizetype part = 0; part < one.bytesPerLine(); ++part) {
+            if (std::abs(first[part] - second[part]) > rounding)
+                return false;
+        }
+    }
+    return true;
+}
 
 /// A fence around the lines.
 inline QString fence(const QString &info, const QStringList &lines) {

@@ -1,5 +1,3 @@
-#include "pages/drawing/LineChartView.h"
-
 #include "pages/drawing/Figure.h"
 
 using namespace Qt::StringLiterals;
@@ -9,9 +7,9 @@ namespace {
 constexpr int plotWidth = 301;
 constexpr int plotHeight = 150;
 
-class LineChartViewTest : public Figure<LineChartView> {
+class LineChartViewTest : public Figure {
 protected:
-    LineChartView &line(const QStringList &lines, const QString &color = {}) {
+    BlockView &line(const QStringList &lines, const QString &color = {}) {
         return shown(fence(u"line"_s + color, lines), plotWidth);
     }
 

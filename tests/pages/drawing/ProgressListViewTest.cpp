@@ -1,5 +1,3 @@
-#include "pages/drawing/ProgressListView.h"
-
 #include "pages/drawing/Figure.h"
 
 using namespace Qt::StringLiterals;
@@ -8,9 +6,9 @@ namespace {
 
 constexpr int trackWidth = 200;
 
-class ProgressListViewTest : public Figure<ProgressListView> {
+class ProgressListViewTest : public Figure {
 protected:
-    ProgressListView &list(const QStringList &lines, const QString &color = {}) {
+    BlockView &list(const QStringList &lines, const QString &color = {}) {
         return shown(fence(u"progress"_s + color, lines), trackWidth);
     }
 

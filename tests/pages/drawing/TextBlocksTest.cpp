@@ -174,3 +174,13 @@ TEST_F(TextBlocksTest, nothingIsTooNarrow) {
         pictureOf(*narrow);
     }
 }
+
+TEST_F(TextBlocksTest, sourcesAreCountedInBrackets) {
+    const BlockView &list = shown(u"```sources\n[The law](https://example.org)\nanother\n```"_s);
+    EXPECT_EQ(list.textBetween(0, list.length()), u"The law\nanother"_s);
+    EXPECT_EQ(list.spoken().parts[0].name, u"[1] The law"_s);
+    EXPECT_EQ(list.spoken().parts[1].name, u"[2] another"_s);
+    ASSERT_EQ(list.targets().size(), 1);
+    EXPECT_EQ(list.targets().first().address, QUrl(u"https://example.org"_s));
+    EXPECT_EQ(list.caretAt(8).top(), viewOf(u"```sources\none"_s, theme, width)->height() + 6);
+}
