@@ -5,6 +5,10 @@ set -euo pipefail
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 cd "$top"
 
+# Without these the cache leaves alone what uses a precompiled header, which is everything here, and takes the
+# same file in another build tree for another file (ccache's manual, "Precompiled headers").
+export CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_BASEDIR=$top
+
 say() { printf '%s: %s\n' "$(basename "$0")" "$*"; }
 
 # Ends the script with one clear sentence.
