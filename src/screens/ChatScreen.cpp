@@ -12,6 +12,8 @@
 #include "screens/Toast.h"
 #include "screens/WordButton.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QStackedLayout>
 #include <QVBoxLayout>
@@ -44,7 +46,7 @@ ChatScreen::ChatScreen(AppState &app, const Look &look, Clock &clock, QWidget *p
       m_engineBanner(new Banner(look, Banner::Tone::problem)),
       m_banners(makeBanners()),
       m_empty(new EmptyState(look, this)),
-      m_list(new MessageList(look, this)),
+      m_list(new MessageList(look, clock, this)),
       m_composer(new ComposerView(look, this)),
       m_toast(new Toast(look, clock, this)) {
     build();
@@ -92,6 +94,9 @@ void ChatScreen::observe() {
     connect(&m_app, &AppState::needsMoveToApplicationsChanged, this, &ChatScreen::refresh);
     connect(&chat, &ChatController::upgradeBannerChanged, this, &ChatScreen::refresh);
     connect(m_empty, &EmptyState::suggested, this, [this](const QString &text) { submit(text); });
+    connect(m_list, &MessageList::copyRequested, this,
+            [](const QString &text) { QGuiApplication::clipboard()->setText(text); });
+    connect(m_list, &MessageList::regenerateRequested, this, &ChatScreen::regenerate);
     connect(m_composer, &ComposerView::textChanged, this, [this](const QString &text) { m_draft = text; });
     connect(m_composer, &ComposerView::sendRequested, this, [this] { submit(); });
     connect(m_composer, &ComposerView::stopRequested, &chat, &ChatController::stop);
@@ -104,6 +109,11 @@ void ChatScreen::submit(const std::optional<QString> &text) {
     m_draft.clear();
     m_composer->setText(m_draft);
     m_app.chat().send(result.text);
+    focusComposer();
+}
+
+void ChatScreen::regenerate() {
+    m_app.chat().regenerate();
     focusComposer();
 }
 

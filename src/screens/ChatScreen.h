@@ -46,6 +46,7 @@ private:
     QWidget *makeBanners();
     void observe();
     void refresh();
+    void regenerate();
     void placeToast();
 
     AppState &m_app;

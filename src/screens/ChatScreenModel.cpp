@@ -56,6 +56,8 @@ ChatScreenModel chatScreenModel(const ChatScreenState &state) {
         model.rows = messageRows(*state.conversation, state.streamingID);
     else if (state.activeTier && state.activeTier->id.startsWith("lite"_L1))
         model.emptyHint = u"Great for writing, brainstorming and quick questions."_s;
+    if (!model.rows.isEmpty() && !state.isGenerating)
+        model.rows.last().canRegenerate = model.rows.last().kind == MessageRowModel::Kind::assistant;
     return model;
 }
 

@@ -19,6 +19,9 @@ public:
     void go(double from, double to, Motion motion);
     void stop() { m_animation.stop(); }
 
+    /// How long the next way takes.
+    void setDuration(std::chrono::milliseconds duration) { m_animation.setDuration(int(duration.count())); }
+
     bool isUnderWay() const { return m_animation.state() == QAbstractAnimation::Running; }
 
     /// Where it is, or where it ended.

@@ -43,6 +43,12 @@ void LookButton::focusInEvent(QFocusEvent *event) {
     if (event->reason() != Qt::ActiveWindowFocusReason)
         m_showsFocus = isKeyboardReason(event->reason());
     QPushButton::focusInEvent(event);
+    Q_EMIT focusChanged();
+}
+
+void LookButton::focusOutEvent(QFocusEvent *event) {
+    QPushButton::focusOutEvent(event);
+    Q_EMIT focusChanged();
 }
 
 void LookButton::keyPressEvent(QKeyEvent *event) {

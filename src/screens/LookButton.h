@@ -19,6 +19,10 @@ public:
     /// True while the focus is here because of a key.
     bool showsFocus() const { return m_showsFocus && hasFocus(); }
 
+Q_SIGNALS:
+    /// The focus has come or gone.
+    void focusChanged();
+
 protected:
     const Look &look() const { return m_look; }
 
@@ -29,6 +33,7 @@ protected:
     void drawFocusRing(QPainter &painter, const QRectF &area, double radius) const;
 
     void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:

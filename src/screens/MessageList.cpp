@@ -21,9 +21,10 @@ constexpr int wheelStep = 24;
 
 } // namespace
 
-MessageList::MessageList(const Look &look, QWidget *parent)
+MessageList::MessageList(const Look &look, Clock &clock, QWidget *parent)
     : QAbstractScrollArea(parent),
       m_look(look),
+      m_clock(clock),
       m_heights(rowPadding, rowGap),
       m_glide(style::scrollGlide) {
     setFrameShape(QFrame::NoFrame);
@@ -145,7 +146,8 @@ void MessageList::scrollContentsBy(int, int) {
 }
 
 void MessageList::focusInEvent(QFocusEvent *event) {
-    // The list is one stop on the keyboard's way; inside it the arrow keys lead from row to row.
+    // The list is one stop on the keyboard's way, with what the row there has to press; the arrow keys lead
+    // from row to row.
     const int start =
         m_followsEnd ? int(m_rows.size()) - 1 : m_heights.rowAt(offset() + viewport()->height());
     focusRow(start, -1, event->reason());
@@ -262,9 +264,12 @@ MessageRow *MessageList::widgetOf(int row) {
     MessageRow *&widget = m_widgets[model.id];
     if (widget)
         return widget;
-    auto *made = new MessageRow(m_look, model, viewport());
+    auto *made = new MessageRow(m_look, m_clock, model, viewport());
     widget = made;
     connect(made, &MessageRow::caretMoved, this, [this, made](const QRect &caret) { reveal(made, caret); });
+    connect(made, &MessageRow::copyRequested, this,
+            [this, made] { Q_EMIT copyRequested(made->model().text); });
+    connect(made, &MessageRow::regenerateRequested, this, &MessageList::regenerateRequested);
     connect(made, &MessageRow::left, this, [this, made](TextView::Edge edge) {
         const int step = edge == TextView::Edge::top ? -1 : 1;
         focusRow(indexOf(made->model().id) + step, step, Qt::TabFocusReason);

@@ -8,6 +8,7 @@
 #include <QAbstractScrollArea>
 #include <QHash>
 
+class Clock;
 class Look;
 class MessageRow;
 
@@ -18,8 +19,8 @@ class MessageList : public QAbstractScrollArea {
     Q_OBJECT
 
 public:
-    /// `look` must outlive this object.
-    explicit MessageList(const Look &look, QWidget *parent = nullptr);
+    /// `look` and `clock` must outlive this object.
+    MessageList(const Look &look, Clock &clock, QWidget *parent = nullptr);
     ~MessageList() override;
 
     /// Shows these rows. Those that draw the same as before aren't touched. Another `conversationID` is
@@ -38,6 +39,12 @@ public:
 
     /// True if a key moves within the list, rather than being meant for somebody else.
     static bool isPageKey(int key) { return key == Qt::Key_PageUp || key == Qt::Key_PageDown; }
+
+Q_SIGNALS:
+    /// The person wants to have this text on the clipboard.
+    void copyRequested(const QString &text);
+    /// The person wants another reply in the place of the last one.
+    void regenerateRequested();
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -75,6 +82,7 @@ private:
     int indexOf(const QUuid &id) const;
 
     const Look &m_look;
+    Clock &m_clock;
     QUuid m_conversationID;
     QList<MessageRowModel> m_rows;
     RowHeights m_heights;

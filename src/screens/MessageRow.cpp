@@ -1,11 +1,15 @@
 #include "screens/MessageRow.h"
 
 #include "pages/drawing/Focus.h"
+#include "screens/ActionLine.h"
 #include "screens/Look.h"
 #include "screens/TypingIndicator.h"
 
 #include <QFontMetricsF>
+#include <QKeyEvent>
 #include <QPainter>
+
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -25,15 +29,22 @@ TextView::Style textStyleOf(Kind kind) {
     Q_UNREACHABLE();
 }
 
+/// The line at a reply's foot has the dots first and the actions then, so that a reply that ends moves
+/// nothing.
+bool hasFoot(const MessageRowModel &model) {
+    return model.isStreaming || model.hasActions();
+}
+
 QRect grown(const QRect &rect, int x, int y) {
     return rect.adjusted(-x, -y, x, y);
 }
 
 } // namespace
 
-MessageRow::MessageRow(const Look &look, const MessageRowModel &model, QWidget *parent)
+MessageRow::MessageRow(const Look &look, Clock &clock, const MessageRowModel &model, QWidget *parent)
     : QWidget(parent),
-      m_look(look) {
+      m_look(look),
+      m_clock(clock) {
     Spoken::install();
     setAttribute(Qt::WA_StaticContents);
     connect(&look, &Look::changed, this, qOverload<>(&QWidget::update));
@@ -44,6 +55,7 @@ void MessageRow::setModel(const MessageRowModel &model) {
     m_model = model;
     showText();
     showTyping();
+    showActions();
 }
 
 int MessageRow::layIn(int width) {
@@ -63,17 +75,23 @@ int MessageRow::layBubble(int width) {
 }
 
 int MessageRow::layParts(int width) {
-    int bottom = 0;
-    const auto add = [&](QWidget *part, int gap, const QSize &size) {
-        const int top = bottom == 0 ? 0 : bottom + gap;
-        part->setGeometry({{style::rowOutset, style::rowOutset + top}, size});
-        bottom = top + size.height();
+    int bottom = style::rowOutset;
+    const auto topOfNext = [&bottom](int gap, int height) {
+        const int top = bottom == style::rowOutset ? bottom : bottom + gap;
+        bottom = top + height;
+        return top;
     };
-    if (m_text)
-        add(m_text, style::partGap, {width, m_text->layIn(width)});
-    if (m_typing)
-        add(m_typing, style::footGap, {m_typing->sizeHint().width(), style::footHeight});
-    return bottom;
+    if (m_text) {
+        const int height = m_text->layIn(width);
+        m_text->setGeometry(style::rowOutset, topOfNext(style::partGap, height), width, height);
+    }
+    if (hasFoot(m_model)) {
+        const int top = topOfNext(style::footGap, style::footHeight);
+        m_actions->setGeometry(0, top, width + 2 * style::rowOutset, style::footHeight);
+        if (m_typing)
+            m_typing->setGeometry(style::rowOutset, top, m_typing->sizeHint().width(), style::footHeight);
+    }
+    return bottom - style::rowOutset;
 }
 
 int MessageRow::estimatedHeight(const Look &look, const MessageRowModel &model, int width) {
@@ -85,7 +103,7 @@ int MessageRow::estimatedHeight(const Look &look, const MessageRowModel &model, 
     const double lines = double(model.text.size()) * metrics.averageCharWidth() / std::max(textWidth, 1) +
                          double(model.text.count(u'\n')) + 1;
     const double text = lines * (metrics.height() + lineSpacing(look.text().size));
-    const int foot = model.isStreaming ? style::footGap + style::footHeight : 0;
+    const int foot = hasFoot(model) ? style::footGap + style::footHeight : 0;
     return int(text) + 2 * style::rowOutset + (isUser ? 2 * style::bubblePaddingY : foot);
 }
 
@@ -120,6 +138,61 @@ void MessageRow::paintEvent(QPaintEvent *) {
                  m_look.palette().accent);
 }
 
+void MessageRow::enterEvent(QEnterEvent *) {
+    m_isHovering = true;
+    attend();
+}
+
+void MessageRow::leaveEvent(QEvent *) {
+    m_isHovering = false;
+    attend();
+}
+
+void MessageRow::keyPressEvent(QKeyEvent *event) {
+    if (event->key() == Qt::Key_Up)
+        Q_EMIT left(TextView::Edge::top);
+    else if (event->key() == Qt::Key_Down)
+        Q_EMIT left(TextView::Edge::bottom);
+    else
+        QWidget::keyPressEvent(event);
+}
+
+bool MessageRow::focusNextPrevChild(bool next) {
+    const QList<QWidget *> stops = focusStops();
+    const auto here = stops.indexOf(window()->focusWidget());
+    QWidget *stop = here < 0 ? nullptr : stops.value(here + (next ? 1 : -1));
+    if (!stop)
+        return QWidget::focusNextPrevChild(next);
+    stop->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    Q_EMIT caretMoved(QRect(stop->mapTo(this, QPoint()), stop->size()));
+    return true;
+}
+
+QList<QWidget *> MessageRow::focusStops() const {
+    QList<QWidget *> stops;
+    if (m_text)
+        stops.append(m_text);
+    if (m_actions) {
+        for (QWidget *button : m_actions->buttons())
+            stops.append(button);
+    }
+    return stops;
+}
+
+void MessageRow::takeFocus() {
+    update();
+    attend();
+}
+
+void MessageRow::attend() {
+    if (!m_actions)
+        return;
+    const auto buttons = m_actions->buttons();
+    const bool isFocused = (m_text && m_text->showsFocus()) ||
+                           std::any_of(buttons.begin(), buttons.end(), std::mem_fn(&LookButton::showsFocus));
+    m_actions->setAttended(m_isHovering || isFocused);
+}
+
 void MessageRow::showText() {
     if (m_model.text.isEmpty() && m_model.kind == Kind::assistant)
         return delete std::exchange(m_text, nullptr);
@@ -127,7 +200,7 @@ void MessageRow::showText() {
         m_text = new TextView(m_look, textStyleOf(m_model.kind), this);
         m_text->show();
         connect(m_text, &TextView::left, this, &MessageRow::left);
-        connect(m_text, &TextView::focusChanged, this, qOverload<>(&QWidget::update));
+        connect(m_text, &TextView::focusChanged, this, &MessageRow::takeFocus);
         connect(m_text, &TextView::caretMoved, this,
                 [this](const QRect &caret) { Q_EMIT caretMoved(caret.translated(m_text->pos())); });
     }
@@ -141,4 +214,17 @@ void MessageRow::showTyping() {
         return;
     m_typing = new TypingIndicator(m_look, this);
     m_typing->show();
+}
+
+void MessageRow::showActions() {
+    if (m_model.kind != Kind::assistant)
+        return;
+    if (!m_actions) {
+        m_actions = new ActionLine(m_look, m_clock, this);
+        connect(m_actions, &ActionLine::copyRequested, this, &MessageRow::copyRequested);
+        connect(m_actions, &ActionLine::regenerateRequested, this, &MessageRow::regenerateRequested);
+        connect(m_actions, &ActionLine::focusChanged, this, &MessageRow::takeFocus);
+    }
+    m_actions->setCanRegenerate(m_model.canRegenerate);
+    m_actions->setOffered(m_model.hasActions());
 }

@@ -6,6 +6,8 @@
 
 #include <QWidget>
 
+class ActionLine;
+class Clock;
 class Look;
 class TypingIndicator;
 
@@ -15,8 +17,8 @@ class MessageRow : public QWidget, public Spoken {
     Q_OBJECT
 
 public:
-    /// `look` must outlive this object.
-    MessageRow(const Look &look, const MessageRowModel &model, QWidget *parent = nullptr);
+    /// `look` and `clock` must outlive this object.
+    MessageRow(const Look &look, Clock &clock, const MessageRowModel &model, QWidget *parent = nullptr);
 
     const MessageRowModel &model() const { return m_model; }
 
@@ -32,6 +34,9 @@ public:
     /// The message's text; nothing while there is none.
     TextView *textView() const { return m_text; }
 
+    /// The line below a reply; nothing in other rows.
+    ActionLine *actionLine() const { return m_actions; }
+
     QAccessible::Role spokenRole() const override { return QAccessible::ListItem; }
     QString spokenName() const override;
 
@@ -40,18 +45,32 @@ Q_SIGNALS:
     void caretMoved(const QRect &caret);
     /// The person wants to go on to the row before or after.
     void left(TextView::Edge edge);
+    void copyRequested();
+    void regenerateRequested();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void enterEvent(QEnterEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    /// Leads through the parts of the row before it leads out.
+    bool focusNextPrevChild(bool next) override;
 
 private:
     void showText();
     void showTyping();
+    void showActions();
+    QList<QWidget *> focusStops() const;
+    void takeFocus();
+    void attend();
     int layBubble(int width);
     int layParts(int width);
 
     const Look &m_look;
+    Clock &m_clock;
     MessageRowModel m_model;
     TextView *m_text = nullptr;
     TypingIndicator *m_typing = nullptr;
+    ActionLine *m_actions = nullptr;
+    bool m_isHovering = false;
 };

@@ -15,6 +15,10 @@ struct MessageRowModel {
     Kind kind = Kind::user;
     QString text;             ///< what there is to read; a reply may have none
     bool isStreaming = false; ///< the reply is being written
+    bool canRegenerate = false;
+
+    /// True for a reply that something can be done with.
+    bool hasActions() const { return kind == Kind::assistant && !isStreaming && !text.isEmpty(); }
 
     bool operator==(const MessageRowModel &) const = default;
 };
@@ -23,5 +27,6 @@ struct MessageRowModel {
 /// to ask for every row after each piece of a streamed reply.
 inline bool drawsTheSame(const MessageRowModel &one, const MessageRowModel &other) {
     return one.kind == other.kind && one.isStreaming == other.isStreaming &&
+           one.canRegenerate == other.canRegenerate &&
            (one.text.isSharedWith(other.text) || one.text == other.text);
 }

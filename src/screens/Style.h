@@ -45,8 +45,21 @@ inline constexpr int bubblePaddingY = 10;
 inline constexpr int partGap = 8;
 inline constexpr int footGap = 4;
 inline constexpr int footHeight = 22;
+inline constexpr int actionGap = 12;
+inline constexpr auto actionsAppear = 150ms;
+inline constexpr auto actionsStay = 1000ms;
+inline constexpr auto actionsFade = 350ms;
+inline constexpr auto actionsGiveWay = 250ms;
 /// How far from the end a reader may be and still be at the end.
 inline constexpr int endTolerance = 8;
+
+// What a model thought.
+inline constexpr int thinkingLine = 21; ///< from one line to the next, at the usual size of text
+inline constexpr int thinkingPaddingX = 10;
+inline constexpr int thinkingPaddingY = 8;
+inline constexpr int thinkingGap = 4;
+inline constexpr int chevron = 12;
+inline constexpr auto thinkingFold = 200ms;
 
 // Buttons.
 inline constexpr int buttonHeight = 28;

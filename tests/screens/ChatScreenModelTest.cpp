@@ -95,6 +95,38 @@ TEST(ChatScreenModelTest, aReplyThatIsWrittenHidesItsTagsAndItsPage) {
     EXPECT_EQ(messageRows(chat, std::nullopt).at(0).text, chat.messages.at(0).content);
 }
 
+TEST(ChatScreenModelTest, onlyTheLastReplyCanBeRegenerated) {
+    ChatScreenState state{.conversation =
+                              chatOf({message(Role::user, u"Hi"_s), message(Role::assistant, u"Hello"_s),
+                                      message(Role::user, u"And?"_s)})};
+    const auto allowed = [&state] {
+        QList<bool> rows;
+        for (const MessageRowModel &row : chatScreenModel(state).rows)
+            rows.append(row.canRegenerate);
+        return rows;
+    };
+    EXPECT_EQ(allowed(), (QList{false, false, false}));
+    state.conversation->messages.append(message(Role::assistant, u"Well."_s));
+    EXPECT_EQ(allowed(), (QList{false, false, false, true}));
+    state.isGenerating = true;
+    EXPECT_EQ(allowed(), (QList{false, false, false, false}));
+}
+
+TEST(ChatScreenModelTest, aChatThatShowsNothingYetIsNotEmpty) {
+    const ChatScreenModel model = chatScreenModel({.conversation = chatOf({message(Role::assistant, {})})});
+    EXPECT_FALSE(model.showsEmptyState);
+    EXPECT_TRUE(model.rows.isEmpty());
+}
+
+TEST(ChatScreenModelTest, aReplyHasActionsOnceItIsWritten) {
+    EXPECT_TRUE((MessageRowModel{.kind = Kind::assistant, .text = u"a"_s}).hasActions());
+    EXPECT_FALSE(
+        (MessageRowModel{.kind = Kind::assistant, .text = u"a"_s, .isStreaming = true}).hasActions());
+    EXPECT_FALSE(MessageRowModel{.kind = Kind::assistant}.hasActions());
+    EXPECT_FALSE((MessageRowModel{.kind = Kind::user, .text = u"a"_s}).hasActions());
+    EXPECT_FALSE((MessageRowModel{.kind = Kind::note, .text = u"a"_s}).hasActions());
+}
+
 TEST(ChatScreenModelTest, rowsShareTheTextOfTheirMessages) {
     const QString text = QString::number(12345);
     const Conversation chat = chatOf({message(Role::user, text), message(Role::assistant, text)});

@@ -9,6 +9,8 @@
 #include "screens/Style.h"
 #include "screens/Toast.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -187,6 +189,34 @@ TEST_F(ChatScreenTest, aTemporaryPlaceIsPointedOut) {
     screen.setModel(model);
     EXPECT_TRUE(shows(u"Move it."_s));
     EXPECT_FALSE(buttonNamed(screen, u"Try again"_s));
+}
+
+TEST_F(ChatScreenTest, aReplyIsCopiedAsItWasWritten) {
+    engine.answer(Script::reply({u"**Hel**"_s, u"lo."_s}));
+    screen.submit(u"Hi"_s);
+    finishTurn();
+    click(buttonNamed(screen, u"Copy"_s));
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"**Hel**lo."_s);
+}
+
+TEST_F(ChatScreenTest, theLastReplyIsRegenerated) {
+    engine.answer(Script::reply({u"one"_s}));
+    engine.answer(Script::reply({u"Title"_s}));
+    engine.answer(Script().content(u"tw"_s).hold().content(u"o"_s).done());
+    screen.submit(u"Hi"_s);
+    finishTurn();
+    QPushButton *button = buttonNamed(screen, u"Regenerate"_s);
+    button->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(button, Qt::Key_Return);
+    ASSERT_TRUE(eventually([this] { return shownTexts().value(1) == u"tw"_s; }));
+    EXPECT_EQ(screen.focusWidget(), field());
+    EXPECT_FALSE(buttonNamed(screen, u"Regenerate"_s));
+    ASSERT_TRUE(eventually([this] {
+        engine.goOn();
+        return !app.chat().isGenerating();
+    }));
+    EXPECT_EQ(shownTexts(), (QStringList{u"Hi"_s, u"two"_s}));
+    EXPECT_TRUE(buttonNamed(screen, u"Regenerate"_s));
 }
 
 TEST_F(ChatScreenTest, pageKeysInTheComposerMoveTheMessages) {

@@ -4,8 +4,8 @@
 #include "screens/Screen.h"
 #include "screens/Style.h"
 #include "screens/TypingIndicator.h"
+#include "support/ManualClock.h"
 
-#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -22,7 +22,7 @@ QString paragraphs(int count) {
 
 class MessageListTest : public testing::Test {
 protected:
-    MessageListTest() : list(look) {
+    MessageListTest() : list(look, clock) {
         list.resize(800, 600);
         present(list);
     }
@@ -45,6 +45,7 @@ protected:
     int topOf(int index) { return row(index)->y(); }
 
     StillLook look;
+    ManualClock clock;
     MessageList list;
     QUuid chat = QUuid::createUuid();
     QList<MessageRowModel> rows;
@@ -268,7 +269,7 @@ TEST_F(MessageListTest, theListIsOneStopOnTheKeyboardsWay) {
     QWidget window;
     QVBoxLayout column(&window);
     auto *before = new QLineEdit;
-    auto *inside = new MessageList(look);
+    auto *inside = new MessageList(look, clock);
     auto *after = new QLineEdit;
     for (QWidget *widget : std::initializer_list<QWidget *>{before, inside, after})
         column.addWidget(widget);
@@ -286,6 +287,7 @@ TEST_F(MessageListTest, theListIsOneStopOnTheKeyboardsWay) {
     EXPECT_EQ(press(Qt::Key_Up), text(4));
     EXPECT_EQ(press(Qt::Key_Down), text(5));
     EXPECT_EQ(press(Qt::Key_Down), text(5));
+    EXPECT_EQ(press(Qt::Key_Tab), buttonNamed(*inside->rowWidget(rows.at(5).id), u"Copy"_s));
     EXPECT_EQ(press(Qt::Key_Tab), after);
     EXPECT_EQ(press(Qt::Key_Backtab, Qt::ShiftModifier), text(5));
     EXPECT_EQ(press(Qt::Key_Backtab, Qt::ShiftModifier), before);

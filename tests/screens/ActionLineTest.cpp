@@ -1,0 +1,254 @@
+#include "screens/ActionLine.h"
+
+#include "screens/MessageList.h"
+#include "screens/MessageRow.h"
+#include "screens/Screen.h"
+#include "screens/Style.h"
+#include "support/Await.h"
+#include "support/ManualClock.h"
+
+#include <QEnterEvent>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+using Kind = MessageRowModel::Kind;
+
+/// A chat of a question and a reply between two fields that take the focus.
+class ActionLineTest : public testing::Test {
+protected:
+    ActionLineTest() {
+        QVBoxLayout *column = new QVBoxLayout(&window);
+        for (QWidget *widget : std::initializer_list<QWidget *>{before, list, after})
+            column->addWidget(widget);
+        window.resize(800, 600);
+        present(window);
+        before->setFocus();
+        update();
+    }
+
+    void update() { list->setRows(chat, rows); }
+
+    MessageRow *row() { return list->rowWidget(rows.at(1).id); }
+    ActionLine *line() { return row()->actionLine(); }
+    QPushButton *copy() { return buttonNamed(*row(), u"Copy"_s); }
+    QPushButton *regenerate() { return buttonNamed(*row(), u"Regenerate"_s); }
+
+    void enter() {
+        QEnterEvent event({5, 5}, {5, 5}, {5, 5});
+        QCoreApplication::sendEvent(row(), &event);
+    }
+    void leave() {
+        QEvent event(QEvent::Leave);
+        QCoreApplication::sendEvent(row(), &event);
+    }
+    void pass(std::chrono::milliseconds time) {
+        clock.advance(time);
+        QCoreApplication::processEvents();
+    }
+    void setStreaming(bool isStreaming) {
+        rows[1].isStreaming = isStreaming;
+        update();
+    }
+    QWidget *press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(window.focusWidget(), key, modifiers);
+        return window.focusWidget();
+    }
+
+    /// How far the button's word stands out, 0 to 255.
+    int strength() {
+        const QImage drawn = copy()->grab().toImage();
+        int most = 0;
+        for (int y = 0; y < drawn.height(); ++y) {
+            for (int x = 0; x < drawn.width(); ++x)
+                most = std::max(most, std::abs(qGray(drawn.pixel(x, y)) - qGray(drawn.pixel(0, 0))));
+        }
+        return most;
+    }
+
+    StillLook look;
+    ManualClock clock;
+    QWidget window;
+    QLineEdit *before = new QLineEdit;
+    MessageList *list = new MessageList(look, clock);
+    QLineEdit *after = new QLineEdit;
+    QUuid chat = QUuid::createUuid();
+    QList<MessageRowModel> rows{{QUuid::createUuid(), Kind::user, u"Hi"_s},
+                                {QUuid::createUuid(), Kind::assistant, u"Hello"_s, false, true}};
+};
+
+} // namespace
+
+TEST_F(ActionLineTest, thePointerShowsTheActionsAndTheyStayForASecond) {
+    EXPECT_FALSE(line()->areActionsVisible());
+    EXPECT_EQ(strength(), 0);
+    enter();
+    EXPECT_TRUE(line()->areActionsVisible());
+    EXPECT_GT(strength(), 50);
+    leave();
+    pass(999ms);
+    EXPECT_TRUE(line()->areActionsVisible());
+    pass(1ms);
+    EXPECT_FALSE(line()->areActionsVisible());
+    EXPECT_EQ(strength(), 0);
+}
+
+TEST_F(ActionLineTest, whoComesBackWithinASecondSeesNoFlicker) {
+    look.setMotion(Motion::full);
+    enter();
+    EXPECT_TRUE(eventually([this] { return strength() > 50; }));
+    leave();
+    pass(900ms);
+    enter();
+    pass(5s);
+    EXPECT_TRUE(line()->areActionsVisible());
+    EXPECT_GT(strength(), 50);
+    leave();
+    pass(999ms);
+    EXPECT_TRUE(line()->areActionsVisible()) << "the second is a new one";
+    pass(1ms);
+    EXPECT_FALSE(line()->areActionsVisible());
+}
+
+TEST_F(ActionLineTest, comingAndGoingMovesNothing) {
+    const QRect area = row()->geometry();
+    EXPECT_EQ(line()->height(), 22);
+    EXPECT_EQ(line()->y(), row()->textView()->geometry().bottom() + 1 + 4);
+    enter();
+    EXPECT_EQ(row()->geometry(), area);
+    EXPECT_EQ(line()->height(), 22);
+}
+
+TEST_F(ActionLineTest, theWordsStandTwelveApartAndInLineWithTheText) {
+    const int ring = style::rowOutset;
+    EXPECT_EQ(copy()->mapTo(row(), QPoint(ring, 0)).x(), row()->textView()->x());
+    EXPECT_EQ(regenerate()->x() + ring - (copy()->geometry().right() + 1 - ring), 12);
+}
+
+TEST_F(ActionLineTest, whatCannotBeSeenCannotBeClicked) {
+    const QPoint place = copy()->mapTo(row(), copy()->rect().center());
+    EXPECT_EQ(row()->childAt(place), nullptr);
+    enter();
+    EXPECT_EQ(row()->childAt(place), copy());
+}
+
+TEST_F(ActionLineTest, aReplyThatIsWrittenHasNoActionsUntilItsEnd) {
+    setStreaming(true);
+    enter();
+    EXPECT_FALSE(line()->areActionsVisible());
+    EXPECT_FALSE(copy());
+    const int height = row()->height();
+    setStreaming(false);
+    EXPECT_TRUE(line()->areActionsVisible()) << "the pointer has stayed";
+    EXPECT_EQ(row()->height(), height) << "the end of a reply moves nothing";
+}
+
+TEST_F(ActionLineTest, withoutThePointerTheEndShowsNothing) {
+    setStreaming(true);
+    enter();
+    leave();
+    setStreaming(false);
+    EXPECT_FALSE(line()->areActionsVisible());
+    pass(2s);
+    EXPECT_FALSE(line()->areActionsVisible());
+}
+
+TEST_F(ActionLineTest, aReplyThatIsWrittenAnewHidesThemAtOnce) {
+    enter();
+    leave();
+    setStreaming(true);
+    EXPECT_FALSE(line()->areActionsVisible());
+    setStreaming(false);
+    enter();
+    pass(2s);
+    EXPECT_TRUE(line()->areActionsVisible()) << "the hiding that was planned is off";
+}
+
+TEST_F(ActionLineTest, withMotionTheyFade) {
+    look.setMotion(Motion::full);
+    enter();
+    EXPECT_EQ(strength(), 0);
+    EXPECT_TRUE(eventually([this] { return strength() > 50; }));
+    setStreaming(true);
+    EXPECT_FALSE(line()->areActionsVisible());
+    EXPECT_TRUE(line()->isVisible()) << "until they have faded";
+    EXPECT_TRUE(eventually([this] { return !line()->isVisible(); }));
+}
+
+TEST_F(ActionLineTest, onlyAReplyWithTextHasThem) {
+    EXPECT_FALSE(list->rowWidget(rows.at(0).id)->actionLine());
+    rows[1].text = QString();
+    update();
+    enter();
+    EXPECT_FALSE(line()->areActionsVisible());
+    EXPECT_FALSE(copy());
+}
+
+TEST_F(ActionLineTest, whereRegeneratingIsNotAllowedThereIsOnlyCopy) {
+    rows[1].canRegenerate = false;
+    update();
+    EXPECT_TRUE(copy());
+    EXPECT_FALSE(regenerate());
+}
+
+TEST_F(ActionLineTest, aPressTellsWhatIsWanted) {
+    QSignalSpy copied(list, &MessageList::copyRequested);
+    const QSignalSpy regenerated(list, &MessageList::regenerateRequested);
+    click(copy());
+    ASSERT_EQ(copied.count(), 1);
+    EXPECT_EQ(copied.at(0).at(0).toString(), u"Hello"_s);
+    EXPECT_EQ(regenerated.count(), 0);
+    click(regenerate());
+    EXPECT_EQ(regenerated.count(), 1);
+}
+
+TEST_F(ActionLineTest, keysReachThemFromTheText) {
+    QSignalSpy copied(list, &MessageList::copyRequested);
+    EXPECT_EQ(press(Qt::Key_Tab), row()->textView());
+    EXPECT_TRUE(line()->areActionsVisible()) << "the keyboard is in the row";
+    EXPECT_EQ(press(Qt::Key_Tab), copy());
+    press(Qt::Key_Return);
+    EXPECT_EQ(copied.count(), 1);
+    EXPECT_EQ(press(Qt::Key_Tab), regenerate());
+    EXPECT_TRUE(line()->areActionsVisible());
+    EXPECT_EQ(press(Qt::Key_Tab), after);
+    pass(1s);
+    EXPECT_FALSE(line()->areActionsVisible());
+    EXPECT_EQ(press(Qt::Key_Backtab, Qt::ShiftModifier), row()->textView());
+}
+
+TEST_F(ActionLineTest, arrowsLeadFromTheButtonsToOtherRows) {
+    copy()->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(press(Qt::Key_Up), list->rowWidget(rows.at(0).id)->textView());
+}
+
+TEST_F(ActionLineTest, aClickInTheTextDoesNotHoldThem) {
+    enter();
+    click(row()->textView());
+    leave();
+    pass(1s);
+    EXPECT_FALSE(line()->areActionsVisible());
+}
+
+TEST_F(ActionLineTest, aRowMayGoWhileItWaits) {
+    enter();
+    leave();
+    rows.removeLast();
+    update();
+    pass(2s);
+    EXPECT_EQ(list->widgetCount(), 1);
+}
+
+TEST_F(ActionLineTest, aRowThatComesBackStartsAnew) {
+    enter();
+    const MessageRowModel reply = rows.takeLast();
+    update();
+    rows.append(reply);
+    update();
+    EXPECT_FALSE(line()->areActionsVisible());
+}
