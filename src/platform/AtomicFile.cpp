@@ -125,14 +125,14 @@ void removeAbandonedFiles(const QString &folder) {
     }
 }
 
-std::optional<QByteArray> readFile(const QString &path) {
+std::optional<QByteArray> readFile(const QString &path, std::optional<qint64> atMost) {
     // Opening a pipe in the place of a file would wait for somebody to write.
     if (!QFileInfo(path).isFile())
         return std::nullopt;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
-    QByteArray bytes = file.readAll();
+    QByteArray bytes = atMost ? file.read(*atMost) : file.readAll();
     if (file.error() != QFileDevice::NoError)
         return std::nullopt;
     return bytes;

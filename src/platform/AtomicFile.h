@@ -30,5 +30,6 @@ void moveIntoPlace(const QString &from, const QString &to);
 /// hour old. Any thread.
 void removeAbandonedFiles(const QString &folder);
 
-/// The bytes of the file at `path`; nothing if it can't be read or isn't a regular file. Any thread.
-std::optional<QByteArray> readFile(const QString &path);
+/// The bytes of the file at `path`, or only the first `atMost` of them; nothing if it can't be read or isn't
+/// a regular file. Any thread.
+std::optional<QByteArray> readFile(const QString &path, std::optional<qint64> atMost = std::nullopt);

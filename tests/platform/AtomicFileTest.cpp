@@ -97,6 +97,16 @@ TEST_F(AtomicFileTest, whatWasWrittenIsReadAgain) {
     }
 }
 
+TEST_F(AtomicFileTest, onlyTheBeginningOfAFileIsReadWhereThatIsAskedFor) {
+    writeAtomically(path(), "text");
+    EXPECT_EQ(readFile(path(), 0), QByteArray());
+    EXPECT_EQ(readFile(path(), 3), QByteArray("tex"));
+    EXPECT_EQ(readFile(path(), 4), QByteArray("text"));
+    EXPECT_EQ(readFile(path(), 5000000), QByteArray("text"));
+    ASSERT_TRUE(QFile::resize(path(), 50'000'000'000));
+    EXPECT_EQ(readFile(path(), 1000), "text" + QByteArray(996, '\0'));
+}
+
 TEST_F(AtomicFileTest, noTemporaryFileRemains) {
     writeAtomically(path(), "one");
     writeAtomically(path(), "two");
