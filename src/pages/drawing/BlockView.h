@@ -16,6 +16,9 @@ namespace figure {
 inline constexpr int hairline = 1;
 inline constexpr double hairlineOpacity = 0.12;
 
+/// How far a figure may be drawn beyond its area, on each side: the dots of a plot stand around its edge.
+inline constexpr int reach = 3;
+
 } // namespace figure
 
 /// The drawing of one block: on the screen, on paper, anywhere a QPainter paints. It is no widget and knows

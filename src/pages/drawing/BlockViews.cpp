@@ -15,6 +15,7 @@
 #include "pages/drawing/ProseView.h"
 #include "pages/drawing/QuoteView.h"
 #include "pages/drawing/RuleView.h"
+#include "pages/drawing/SourcesView.h"
 #include "pages/drawing/SpecView.h"
 #include "pages/drawing/TableView.h"
 #include "pages/drawing/TimelineListView.h"
@@ -43,7 +44,7 @@ struct ViewMaker {
     View operator()(const block::Progress &) const { return std::make_unique<ProgressListView>(theme); }
     View operator()(const block::Callout &) const { return std::make_unique<CalloutView>(theme); }
     View operator()(const block::Timeline &) const { return std::make_unique<TimelineListView>(theme); }
-    View operator()(const block::Sources &) const { return list(ListView::Marker::source); }
+    View operator()(const block::Sources &) const { return std::make_unique<SourcesView>(theme); }
     View operator()(const block::Flow &) const { return std::make_unique<FlowDiagramView>(theme); }
     View operator()(const block::Compare &) const { return std::make_unique<CompareView>(theme); }
     View operator()(const block::Cards &) const { return std::make_unique<CardsView>(theme); }

@@ -1,6 +1,6 @@
 #include "pages/drawing/CodeBlock.h"
 
-#include <QPainter>
+#include "pages/drawing/Fill.h"
 
 #include <cmath>
 
@@ -78,8 +78,8 @@ void CodeBlock::drawFigure(QPainter &painter, const QRectF &) const {
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(QRectF(0, 0, width(), height()).adjusted(half, half, -half, -half), radius,
                             radius);
-    painter.fillRect(QRectF(figure::hairline, m_barHeight, width() - 2 * figure::hairline, figure::hairline),
-                     theme().shade(figure::hairlineOpacity));
+    fill(painter, QRectF(figure::hairline, m_barHeight, width() - 2 * figure::hairline, figure::hairline),
+         theme().shade(figure::hairlineOpacity));
 }
 
 QList<Target> CodeBlock::buttons() const {

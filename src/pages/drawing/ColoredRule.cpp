@@ -1,6 +1,6 @@
 #include "pages/drawing/ColoredRule.h"
 
-#include <QPainter>
+#include "pages/drawing/Fill.h"
 
 namespace {
 
@@ -21,7 +21,7 @@ double ColoredRule::arrange(double) {
 }
 
 void ColoredRule::drawFigure(QPainter &painter, const QRectF &) const {
-    painter.fillRect(QRectF(0, clearSpace, barWidth, barHeight), m_color);
+    fill(painter, QRectF(0, clearSpace, barWidth, barHeight), m_color);
 }
 
 SpokenPart ColoredRule::spoken() const {

@@ -12,7 +12,7 @@ constexpr double largest = 1e300;
 
 /// How many times its height a plot's line may leave it. Beyond that a line is as good as upright, and
 /// no painter needs to reckon with it.
-constexpr double reach = 1000;
+constexpr double depth = 1000;
 
 double drawable(double value) {
     return std::isnan(value) ? 0 : std::clamp(value, -largest, largest);
@@ -45,7 +45,7 @@ double figure::barShare(double value, double scale) {
 
 QPointF figure::plotPoint(qsizetype index, qsizetype count, double value, double scale, const QSizeF &plot) {
     const double x = count < 2 ? 0 : double(index) * plot.width() / double(count - 1);
-    const double share = std::clamp(drawable(value) / scale, -reach, 1.0);
+    const double share = std::clamp(drawable(value) / scale, -depth, 1.0);
     return {x, plot.height() - plot.height() * share};
 }
 

@@ -17,7 +17,7 @@ namespace {
 
 constexpr double plotHeight = 150;
 constexpr double lineWidth = 2;
-constexpr double dotRadius = 3;
+constexpr double dotRadius = figure::reach;
 constexpr double baselineOpacity = 0.12;
 constexpr double labelsGap = 8; ///< between the plot and the labels
 constexpr double columnGap = 4;
@@ -66,10 +66,11 @@ void LineChartView::layLabels(double width) {
 
 void LineChartView::drawFigure(QPainter &painter, const QRectF &clip) const {
     // A negative number, however large, is drawn over no other block.
-    const QRectF reach(-dotRadius, -dotRadius, width() + 2 * dotRadius, height() + 2 * dotRadius);
-    if (!reach.intersects(clip))
+    constexpr int reach = figure::reach;
+    const QRectF bounds = QRectF(0, 0, width(), height()).adjusted(-reach, -reach, reach, reach);
+    if (!bounds.intersects(clip))
         return;
-    painter.setClipRect(reach, Qt::IntersectClip);
+    painter.setClipRect(bounds, Qt::IntersectClip);
     fill(painter, {0, plotHeight - 1, width(), 1}, theme().shade(baselineOpacity));
     drawLine(painter);
     drawLabels(painter);

@@ -95,9 +95,9 @@ void MarkdownView::stack() {
 }
 
 void MarkdownView::draw(QPainter &painter, const QRectF &clip, const TextSelection &selection) const {
-    for (size_t index = indexAt(clip.top()); index < m_places.size(); ++index) {
+    for (size_t index = indexAt(clip.top() - figure::reach); index < m_places.size(); ++index) {
         const Place &place = m_places[index];
-        if (place.top > clip.bottom())
+        if (place.top - figure::reach > clip.bottom())
             break;
         painter.translate(0, place.top);
         place.view->draw(painter, clip.translated(0, -place.top),

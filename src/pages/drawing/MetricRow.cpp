@@ -45,7 +45,9 @@ double widestWordOf(const QString &text, const QFont &font) {
 MetricRow::MetricRow(const DrawingTheme &theme)
     : RowsView(theme, rowGap),
       m_labels(theme, labelSetting(theme)),
-      m_values(theme, {.step = TextStep::value, .reading = TextPart::Reading::plain}) {}
+      m_values(theme, {.step = TextStep::value,
+                       .reading = TextPart::Reading::plain,
+                       .digits = TextPart::Digits::tabular}) {}
 
 double MetricRow::take(const BlockContent &content) {
     const auto &[items, color] = std::get<block::Metric>(content);

@@ -1,6 +1,6 @@
 #include "pages/drawing/QuoteView.h"
 
-#include <QPainter>
+#include "pages/drawing/Fill.h"
 
 using namespace Qt::StringLiterals;
 
@@ -27,7 +27,7 @@ double QuoteView::arrange(double width) {
 
 void QuoteView::drawFigure(QPainter &painter, const QRectF &) const {
     const double left = m_text.isRightToLeft() ? width() - barWidth : 0;
-    painter.fillRect(QRectF(left, 0, barWidth, height()), theme().shade(barOpacity));
+    fill(painter, QRectF(left, 0, barWidth, height()), theme().shade(barOpacity));
 }
 
 SpokenPart QuoteView::spoken() const {

@@ -1,9 +1,9 @@
 #include "pages/drawing/RuleView.h"
 
-#include <QPainter>
+#include "pages/drawing/Fill.h"
 
 void RuleView::drawFigure(QPainter &painter, const QRectF &) const {
-    painter.fillRect(QRectF(0, 0, width(), figure::hairline), theme().shade(figure::hairlineOpacity));
+    fill(painter, QRectF(0, 0, width(), figure::hairline), theme().shade(figure::hairlineOpacity));
 }
 
 SpokenPart RuleView::spoken() const {

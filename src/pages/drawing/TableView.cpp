@@ -1,6 +1,6 @@
 #include "pages/drawing/TableView.h"
 
-#include <QPainter>
+#include "pages/drawing/Fill.h"
 
 namespace {
 
@@ -144,7 +144,7 @@ void TableView::drawFigure(QPainter &painter, const QRectF &clip) const {
     const auto isAbove = [](const Line &line, double y) { return line.area.bottom() < y; };
     auto line = std::lower_bound(m_lines.begin(), m_lines.end(), clip.top(), isAbove);
     for (; line != m_lines.end() && line->area.top() <= clip.bottom(); ++line)
-        painter.fillRect(line->area, theme().shade(line->opacity));
+        fill(painter, line->area, theme().shade(line->opacity));
 }
 
 SpokenPart TableView::spoken() const {

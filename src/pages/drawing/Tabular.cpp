@@ -44,3 +44,24 @@ void drawTabular(QPainter &painter, const QPointF &baseline, QStringView text) {
         place.rx() += width;
     });
 }
+
+QList<QTextLayout::FormatRange> tabularFormats(const QFont &font, QStringView text) {
+    const QFontMetricsF metrics(font);
+    const double digit = digitWidth(metrics);
+    const auto spareOf = [&](qsizetype place) {
+        const bool isSpare = place < text.size() && isDigit(text[place]);
+        return isSpare ? digit - metrics.horizontalAdvance(text[place]) : 0;
+    };
+    QList<QTextLayout::FormatRange> formats;
+    for (qsizetype place = 0; place < text.size(); ++place) {
+        // A digit stands in the middle of its room, so a half of what it spares comes before it.
+        const double spare = (spareOf(place) + spareOf(place + 1)) / 2;
+        if (spare <= 0)
+            continue;
+        QTextCharFormat format;
+        format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
+        format.setFontLetterSpacing(font.letterSpacing() + spare);
+        formats.append({int(place), 1, format});
+    }
+    return formats;
+}

@@ -45,12 +45,12 @@ void TextList::listTexts(std::vector<const TextPart *> &texts) const {
 }
 
 double placeSideBySide(TextPart &one, TextPart &other, const QPointF &origin, double distance) {
-    const double baseline = std::round(std::max(one.firstBaseline(), other.firstBaseline()));
-    const double dropOfOne = baseline - std::round(one.firstBaseline());
-    const double dropOfOther = baseline - std::round(other.firstBaseline());
+    const double baseline = std::ceil(std::max(one.firstBaseline(), other.firstBaseline()));
+    const double dropOfOne = baseline - one.firstBaseline();
+    const double dropOfOther = baseline - other.firstBaseline();
     one.moveTo(origin + QPointF(0, dropOfOne));
     other.moveTo(origin + QPointF(distance, dropOfOther));
-    return std::max(dropOfOne + one.height(), dropOfOther + other.height());
+    return std::ceil(std::max(dropOfOne + one.height(), dropOfOther + other.height()));
 }
 
 Texts leftsOf(const QList<TextPair> &pairs) {

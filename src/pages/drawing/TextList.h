@@ -33,7 +33,7 @@ private:
 };
 
 /// Places two texts side by side, the first lines on one baseline: one at `origin`, the other as far to the
-/// right as it is told. Gives the height of both.
+/// right as it is told. Gives the height of both, a whole number.
 double placeSideBySide(TextPart &one, TextPart &other, const QPointF &origin, double distance);
 
 /// What the items of a block consist of, one list for each part.

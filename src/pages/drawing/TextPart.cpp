@@ -2,6 +2,7 @@
 
 #include "pages/InlineText.h"
 #include "pages/drawing/LinkAddress.h"
+#include "pages/drawing/Tabular.h"
 #include "pages/drawing/Typefaces.h"
 
 #include <QPainter>
@@ -128,6 +129,8 @@ void TextPart::drawCodeGrounds(QPainter &painter, const QRectF &clip) const {
 }
 
 TextFlow::Formats TextPart::formatsOf(const AttributedText &text) const {
+    if (m_setting.digits == Digits::tabular)
+        return tabularFormats(m_font, text.text);
     TextFlow::Formats formats;
     formats.reserve(text.runs.size());
     for (const InlineRun &run : text.runs) {

@@ -14,6 +14,7 @@ class TextPart {
 public:
     enum class Reading { inlineMarkdown, plain };
     enum class Letters { asWritten, capitals };
+    enum class Digits { asDesigned, tabular }; ///< tabular in plain text only
     enum class Use { selectable, shown };
 
     struct Setting {
@@ -23,6 +24,7 @@ public:
         Qt::Alignment alignment = Qt::AlignLeft;
         Reading reading = Reading::inlineMarkdown;
         Letters letters = Letters::asWritten;
+        Digits digits = Digits::asDesigned;
         Use use = Use::shown;
     };
 

@@ -66,7 +66,7 @@ TEST_F(CompareViewTest, itemsStandTenApartEachBehindADash) {
     const double lineHeight = titles - 12;
     compare({u"a | b"_s, u"c | d"_s});
     EXPECT_EQ(view->height(), titles + 10 + lineHeight);
-    const QImage item = picture().copy(0, pictureMargin + int(titles) + 10, 500, int(lineHeight));
+    const QImage item = picture().copy(0, pictureMargin + int(titles) + 10, width, int(lineHeight));
     const double dash = std::ceil(QFontMetricsF(theme.font(TextStep::body)).horizontalAdvance(u'—'));
     EXPECT_LE(inkIn(item).left(), 2);
     for (int x = int(dash) + 1; x < int(dash) + 8; ++x)

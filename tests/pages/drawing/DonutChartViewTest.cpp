@@ -97,13 +97,27 @@ TEST_F(DonutChartViewTest, theLegendStandsBesideTheRing) {
 TEST_F(DonutChartViewTest, ringAndLegendAreCentred) {
     donut({u"a: 1"_s});
     EXPECT_EQ(view->height(), ringSize);
-    const QRect legend = inkIn(picture().copy(ringSize + 15 + pictureMargin, 0, 300, ringSize + 20));
+    const QRect legend = inkIn(picture().copy(ringSize + 15 + pictureMargin, 0, 240, ringSize + 20));
     EXPECT_NEAR(legend.center().y(), ringSize / 2, 3);
     donut(manyLines(u"item %1: 1"_s, 20));
     const double height = view->height();
     EXPECT_GT(height, ringSize);
     const QRect ring = inkIn(picture().copy(0, 0, ringSize + 20, int(height) + 20));
     EXPECT_EQ(ring, QRect(0, int(std::floor((height - ringSize) / 2)), ringSize, ringSize));
+}
+
+TEST_F(DonutChartViewTest, labelAndShareStandOnOneBaseline) {
+    donut({u"HH: 77"_s});
+    QImage large(int(view->width()) * 4, ringSize * 4, QImage::Format_RGB32);
+    large.fill(Qt::white);
+    QPainter painter(&large);
+    painter.scale(4, 4);
+    view->draw(painter, QRectF(0, 0, view->width(), ringSize));
+    painter.end();
+    const auto bottomOf = [&](int left, int right) {
+        return inkIn(large.copy(left * 4, 0, (right - left) * 4, large.height())).bottom();
+    };
+    EXPECT_NEAR(bottomOf(ringSize + 36, ringSize + 70), bottomOf(370, 400), 1);
 }
 
 TEST_F(DonutChartViewTest, aScreenReaderHearsTheShares) {

@@ -1,4 +1,5 @@
 #include "pages/drawing/Figure.h"
+#include "pages/drawing/MarkdownView.h"
 
 using namespace Qt::StringLiterals;
 
@@ -71,6 +72,19 @@ TEST_F(LineChartViewTest, noNumberIsDrawnFarOutside) {
         EXPECT_TRUE(QRect(-4, -4, plotWidth + 8, int(view->height()) + 8).contains(inkIn(picture())))
             << value.toStdString();
     }
+}
+
+TEST_F(LineChartViewTest, aDotAtTheTopIsDrawnInTheGapAbove) {
+    MarkdownView text(theme);
+    text.layIn(plotWidth);
+    text.setText(u"above\n"_s + fence(u"line"_s, {u"a: 1"_s, u"b: 1"_s}));
+    const double top = text.topOf(1);
+    QImage gap(plotWidth, 2, QImage::Format_RGB32);
+    gap.fill(ground);
+    QPainter painter(&gap);
+    painter.translate(0, 2 - top);
+    text.draw(painter, QRectF(0, top - 2, plotWidth, 1.5));
+    EXPECT_EQ(gap.pixel(0, 1), on(theme.primary));
 }
 
 TEST_F(LineChartViewTest, theColourIsThatOfLineAndDots) {

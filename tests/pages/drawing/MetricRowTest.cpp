@@ -48,6 +48,17 @@ TEST_F(MetricRowTest, theValueHasTheColour) {
     EXPECT_GT(countInRow(picture(), middle, on(theme.primary)), 10);
 }
 
+TEST_F(MetricRowTest, everyDigitTakesTheSameRoom) {
+    const auto widthOf = [this](const QString &number) {
+        metric({u"a: "_s + number});
+        const QImage drawn = picture();
+        const int top = pictureMargin + 20;
+        return inkIn(drawn.copy(0, top, width, drawn.height() - top)).width();
+    };
+    EXPECT_EQ(widthOf(u"81118"_s), widthOf(u"80008"_s));
+    EXPECT_EQ(widthOf(u"8:118"_s), widthOf(u"8:008"_s));
+}
+
 TEST_F(MetricRowTest, aNumberIsNeverBroken) {
     const double one = metric({u"a: 1"_s}).height();
     metric({u"a: $1,234,567"_s, u"b: $1,234,567"_s, u"c: $1,234,567"_s});

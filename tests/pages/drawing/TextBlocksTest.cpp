@@ -184,3 +184,21 @@ TEST_F(TextBlocksTest, sourcesAreCountedInBrackets) {
     EXPECT_EQ(list.targets().first().address, QUrl(u"https://example.org"_s));
     EXPECT_EQ(list.caretAt(8).top(), viewOf(u"```sources\none"_s, theme, width)->height() + 6);
 }
+
+TEST_F(TextBlocksTest, aPictureMadeSmallerKeepsItsHairlines) {
+    for (const QString &text : {u"---"_s, u"```divider\n```"_s, u"> a"_s, u"| a |\n| b |"_s}) {
+        shown(text);
+        for (const double shift : {0.0, 0.2, 0.4, 0.6, 0.8}) {
+            QImage small(int(width), 80, QImage::Format_RGB32);
+            small.fill(Qt::white);
+            QPainter painter(&small);
+            painter.translate(0, shift);
+            painter.scale(0.4, 0.4);
+            view->draw(painter, QRectF(0, 0, width, view->height()));
+            painter.end();
+            const QRect ink = inkIn(small).translated(pictureMargin, pictureMargin);
+            EXPECT_NEAR(ink.bottom() + 1, 0.4 * inkIn(pictureOf(*view)).bottom() + shift, 1.5)
+                << text.toStdString() << shift;
+        }
+    }
+}
