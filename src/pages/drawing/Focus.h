@@ -15,6 +15,12 @@ inline bool isKeyboardReason(Qt::FocusReason reason) {
            reason == Qt::ShortcutFocusReason;
 }
 
+/// True if a focus that goes for this reason comes back at once.
+inline bool isPassing(Qt::FocusReason reason) {
+    return reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason ||
+           reason == Qt::MenuBarFocusReason;
+}
+
 /// Draws the ring just inside `area`.
 inline void drawRing(QPainter &painter, const QRectF &area, double radius, const QColor &color) {
     const double inset = focusRingWeight / 2.0;

@@ -106,8 +106,8 @@ void MarkdownView::draw(QPainter &painter, const QRectF &clip, const TextSelecti
     }
 }
 
-const BlockView *MarkdownView::blockAt(double y) const {
-    return m_places.empty() ? nullptr : m_places[indexAt(y)].view.get();
+bool MarkdownView::isTextAt(double y) const {
+    return !m_places.empty() && !m_places[indexAt(y)].view->isEmpty();
 }
 
 QList<Target> MarkdownView::targets() const {

@@ -32,8 +32,8 @@ public:
     size_t blockCount() const { return m_places.size(); }
     const BlockView &block(size_t index) const { return *m_places[index].view; }
     double topOf(size_t index) const { return m_places[index].top; }
-    /// The last block whose top isn't below that height, or the first; none if there are no blocks.
-    const BlockView *blockAt(double y) const;
+    /// True if there is text to select at that height.
+    bool isTextAt(double y) const;
 
     /// What can be pressed, in the order of reading.
     QList<Target> targets() const;

@@ -45,7 +45,7 @@ TEST_F(MarkdownViewTest, anEmptyTextIsNothing) {
     EXPECT_EQ(view.positionAt({10, 10}), 0);
     EXPECT_EQ(view.targets().size(), 0);
     EXPECT_EQ(view.targetAt({1, 1}), std::nullopt);
-    EXPECT_EQ(view.blockAt(0), nullptr);
+    EXPECT_FALSE(view.isTextAt(0));
     drawn(view);
 }
 

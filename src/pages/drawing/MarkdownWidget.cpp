@@ -1,0 +1,232 @@
+#include "pages/drawing/MarkdownWidget.h"
+
+#include "pages/drawing/Focus.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHelpEvent>
+#include <QMenu>
+#include <QPainter>
+#include <QToolTip>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double hoverOpacity = 0.07;
+constexpr double pressedOpacity = 0.13;
+constexpr double buttonRadius = 6;
+constexpr double ringReach = 3;
+constexpr double ringRadius = 5;
+
+/// As it is sent, so that nothing in it looks like something else.
+QString written(const QUrl &address) {
+    return QString::fromLatin1(address.toEncoded());
+}
+
+QRectF around(const Target &target) {
+    QRectF area;
+    for (const QRectF &part : target.areas)
+        area |= part;
+    return area;
+}
+
+bool isLink(const std::optional<Target> &target) {
+    return target && target->kind == Target::Kind::link;
+}
+
+} // namespace
+
+MarkdownWidget::MarkdownWidget(const DrawingTheme &theme, QWidget *parent)
+    : SelectableWidget(parent),
+      m_view(theme) {
+    setMouseTracking(true);
+}
+
+void MarkdownWidget::setText(const QString &text) {
+    const double before = m_view.height();
+    const double changed = m_view.setText(text);
+    keepSelectionInside();
+    const double bottom = std::max(before, m_view.height());
+    update(0, int(changed), width(), int(std::ceil(bottom - changed)) + 1);
+    updateGeometry();
+    followPointer();
+}
+
+void MarkdownWidget::setTheme(const DrawingTheme &theme) {
+    m_view.setTheme(theme);
+    updateGeometry();
+    update();
+}
+
+int MarkdownWidget::layIn(int width) {
+    m_view.layIn(width);
+    followPointer();
+    return int(m_view.height());
+}
+
+QSize MarkdownWidget::sizeHint() const {
+    return {int(m_view.width()), int(m_view.height())};
+}
+
+std::optional<Target> MarkdownWidget::focusedTarget() const {
+    if (m_focusedTarget < 0)
+        return std::nullopt;
+    const QList<Target> targets = m_view.targets();
+    return m_focusedTarget < targets.size() ? std::optional(targets.at(m_focusedTarget)) : std::nullopt;
+}
+
+void MarkdownWidget::press(const Target &target) {
+    if (target.kind == Target::Kind::copy)
+        QGuiApplication::clipboard()->setText(target.copied);
+    else
+        Q_EMIT linkActivated(target.address);
+}
+
+void MarkdownWidget::fillMenu(QMenu &menu, const QPoint &point) {
+    SelectableWidget::fillMenu(menu, point);
+    const std::optional<Target> focused = focusedTarget();
+    const std::optional<Target> target = focused ? focused : m_view.targetAt(point);
+    if (!isLink(target))
+        return;
+    menu.addAction(u"Copy Link"_s, this,
+                   [address = written(target->address)] { QGuiApplication::clipboard()->setText(address); });
+}
+
+bool MarkdownWidget::focusNextPrevChild(bool next) {
+    if (focusTarget(next ? Step::forth : Step::back))
+        return true;
+    leaveTarget();
+    return SelectableWidget::focusNextPrevChild(next);
+}
+
+bool MarkdownWidget::focusTarget(Step step) {
+    const int target = m_focusedTarget + (step == Step::forth ? 1 : -1);
+    const QList<Target> targets = m_view.targets();
+    // Before the first one comes the text itself.
+    const bool isInside = m_focusedTarget >= 0 ? target >= -1 : step == Step::forth;
+    if (!isInside || target >= targets.size())
+        return false;
+    m_focusedTarget = target;
+    showFocus();
+    const QRectF area = target < 0 ? m_view.caretAt(selection().caret) : around(targets.at(target));
+    Q_EMIT caretMoved(area.toAlignedRect());
+    return true;
+}
+
+void MarkdownWidget::leaveTarget() {
+    if (std::exchange(m_focusedTarget, -1) >= 0)
+        update();
+}
+
+bool MarkdownWidget::event(QEvent *event) {
+    if (event->type() != QEvent::ToolTip)
+        return SelectableWidget::event(event);
+    const auto *help = static_cast<QHelpEvent *>(event);
+    const std::optional<Target> target = m_view.targetAt(help->pos());
+    if (isLink(target))
+        QToolTip::showText(help->globalPos(), written(target->address), this,
+                           around(*target).toAlignedRect());
+    else
+        QToolTip::hideText();
+    return true;
+}
+
+void MarkdownWidget::paintEvent(QPaintEvent *event) {
+    QPainter painter(this);
+    drawButtonGround(painter);
+    m_view.draw(painter, event->rect(), selection());
+    if (showsFocus())
+        drawFocus(painter);
+}
+
+void MarkdownWidget::drawButtonGround(QPainter &painter) const {
+    if (!m_hovered || isLink(m_hovered))
+        return;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(m_view.theme().shade(m_pressed ? pressedOpacity : hoverOpacity));
+    painter.drawRoundedRect(m_hovered->areas.first(), buttonRadius, buttonRadius);
+}
+
+void MarkdownWidget::drawFocus(QPainter &painter) const {
+    const std::optional<Target> target = focusedTarget();
+    if (!target) {
+        painter.fillRect(m_view.caretAt(selection().caret), m_view.theme().primary);
+        return;
+    }
+    for (const QRectF &area : target->areas) {
+        const QRectF ring = area.adjusted(-ringReach, -ringReach, ringReach, ringReach);
+        drawRing(painter, ring.intersected(rect()), ringRadius, m_view.theme().link);
+    }
+}
+
+void MarkdownWidget::mousePressEvent(QMouseEvent *event) {
+    leaveTarget();
+    hover(event->position());
+    m_pressed = event->button() == Qt::LeftButton ? m_hovered : std::nullopt;
+    // A link may also be the beginning of what is selected.
+    if (m_pressed && !isLink(m_pressed))
+        return update();
+    SelectableWidget::mousePressEvent(event);
+}
+
+void MarkdownWidget::mouseMoveEvent(QMouseEvent *event) {
+    if (!m_pressed || isLink(m_pressed))
+        SelectableWidget::mouseMoveEvent(event);
+    hover(event->position());
+}
+
+void MarkdownWidget::mouseReleaseEvent(QMouseEvent *event) {
+    SelectableWidget::mouseReleaseEvent(event);
+    const std::optional<Target> pressed = std::exchange(m_pressed, std::nullopt);
+    if (!pressed)
+        return;
+    update();
+    if (m_view.targetAt(event->position()) == pressed && (selection().isEmpty() || !isLink(pressed)))
+        press(*pressed);
+}
+
+void MarkdownWidget::followPointer() {
+    if (underMouse())
+        hover(mapFromGlobal(QPointF(QCursor::pos())));
+}
+
+void MarkdownWidget::leaveEvent(QEvent *) {
+    hover({-1, -1});
+}
+
+void MarkdownWidget::hover(const QPointF &point) {
+    const std::optional<Target> before = std::exchange(m_hovered, m_view.targetAt(point));
+    if (m_hovered)
+        setCursor(isLink(m_hovered) ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    else
+        setCursor(m_view.isTextAt(point.y()) ? Qt::IBeamCursor : Qt::ArrowCursor);
+    if (before == m_hovered)
+        return;
+    for (const std::optional<Target> &target : {before, m_hovered}) {
+        if (target)
+            update(around(*target).toAlignedRect());
+    }
+}
+
+void MarkdownWidget::keyPressEvent(QKeyEvent *event) {
+    const std::optional<Target> target = focusedTarget();
+    const bool presses =
+        event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
+    if (target && presses)
+        return press(*target);
+    const TextSelection before = selection();
+    SelectableWidget::keyPressEvent(event);
+    if (selection() != before)
+        leaveTarget();
+}
+
+void MarkdownWidget::focusOutEvent(QFocusEvent *event) {
+    if (!isPassing(event->reason()))
+        leaveTarget();
+    SelectableWidget::focusOutEvent(event);
+}

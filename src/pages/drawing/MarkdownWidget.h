@@ -1,0 +1,63 @@
+#pragma once
+
+#include "pages/drawing/MarkdownView.h"
+#include "pages/drawing/SelectableWidget.h"
+
+/// A text of the page dialect on the screen: it can be read, selected and copied, its links followed and its
+/// code copied, with mouse or keys. Tab goes through links and buttons before it leaves.
+class MarkdownWidget : public SelectableWidget {
+    Q_OBJECT
+
+public:
+    explicit MarkdownWidget(const DrawingTheme &theme, QWidget *parent = nullptr);
+
+    const QString &text() const { return m_view.text(); }
+    /// Shows another text; only what changes is laid and painted. Before the first layIn() it costs nothing.
+    void setText(const QString &text);
+    void setTheme(const DrawingTheme &theme);
+
+    /// Lays the text into that width and gives the height that it takes there.
+    int layIn(int width);
+
+    const MarkdownView &view() const { return m_view; }
+
+    /// The one of the view's targets that the keyboard is on; none if it is on the text.
+    std::optional<Target> focusedTarget() const;
+    /// Copies, or asks for a link to be followed.
+    void press(const Target &target);
+
+    QSize sizeHint() const override;
+
+Q_SIGNALS:
+    /// The person wants to go there: to a web page, or to write to somebody. A model wrote the address.
+    void linkActivated(const QUrl &address);
+
+protected:
+    const SelectableText &content() const override { return m_view; }
+    void fillMenu(QMenu &menu, const QPoint &point) override;
+    bool focusNextPrevChild(bool next) override;
+    bool event(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+
+private:
+    enum class Step { back, forth };
+
+    bool focusTarget(Step step);
+    void leaveTarget();
+    void hover(const QPointF &point);
+    /// What lies under the pointer may be something else now.
+    void followPointer();
+    void drawButtonGround(QPainter &painter) const;
+    void drawFocus(QPainter &painter) const;
+
+    MarkdownView m_view;
+    int m_focusedTarget = -1; ///< its place in the view's targets
+    std::optional<Target> m_hovered;
+    std::optional<Target> m_pressed;
+};
