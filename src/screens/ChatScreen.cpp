@@ -1,6 +1,8 @@
 #include "screens/ChatScreen.h"
 
+#include "conversation/Attachments.h"
 #include "core/AppState.h"
+#include "screens/AttachDialog.h"
 #include "screens/Banner.h"
 #include "screens/ChatBar.h"
 #include "screens/ComposerView.h"
@@ -13,8 +15,10 @@
 #include "screens/WordButton.h"
 
 #include <QClipboard>
+#include <QDragEnterEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QStackedLayout>
 #include <QVBoxLayout>
 
@@ -43,6 +47,7 @@ ChatScreen::ChatScreen(AppState &app, const Look &look, Clock &clock, QWidget *p
       m_bar(new ChatBar(look, this)),
       m_moveBanner(new Banner(look, Banner::Tone::remark)),
       m_upgradeBanner(new Banner(look, Banner::Tone::offer)),
+      m_memoryBanner(new Banner(look, Banner::Tone::problem)),
       m_engineBanner(new Banner(look, Banner::Tone::problem)),
       m_banners(makeBanners()),
       m_empty(new EmptyState(look, this)),
@@ -55,6 +60,7 @@ ChatScreen::ChatScreen(AppState &app, const Look &look, Clock &clock, QWidget *p
 }
 
 void ChatScreen::build() {
+    setAcceptDrops(true);
     constexpr int margin = style::columnMargin;
     constexpr int reach = style::shadowReach;
     m_middle = new QStackedLayout;
@@ -74,7 +80,7 @@ QWidget *ChatScreen::makeBanners() {
     auto *column = new QVBoxLayout(banners);
     column->setContentsMargins(0, style::space, 0, 0);
     column->setSpacing(style::spaceSmall);
-    for (Banner *banner : {m_moveBanner, m_upgradeBanner, m_engineBanner})
+    for (Banner *banner : {m_moveBanner, m_upgradeBanner, m_memoryBanner, m_engineBanner})
         column->addWidget(banner);
     connect(m_upgradeBanner->addButton(u"Download"_s), &WordButton::clicked, &m_app,
             &AppState::acceptUpgrade);
@@ -92,24 +98,77 @@ void ChatScreen::observe() {
     connect(&m_app.engine(), &EngineManager::statusChanged, this, &ChatScreen::refresh);
     connect(&m_app, &AppState::activeTierChanged, this, &ChatScreen::refresh);
     connect(&m_app, &AppState::needsMoveToApplicationsChanged, this, &ChatScreen::refresh);
+    connect(&m_app, &AppState::settingsChanged, this, &ChatScreen::refresh);
     connect(&chat, &ChatController::upgradeBannerChanged, this, &ChatScreen::refresh);
+    connect(&chat, &ChatController::memoryWarningChanged, this, &ChatScreen::refresh);
     connect(m_empty, &EmptyState::suggested, this, [this](const QString &text) { submit(text); });
     connect(m_list, &MessageList::copyRequested, this,
             [](const QString &text) { QGuiApplication::clipboard()->setText(text); });
     connect(m_list, &MessageList::regenerateRequested, this, &ChatScreen::regenerate);
+    observeComposer();
+}
+
+void ChatScreen::observeComposer() {
     connect(m_composer, &ComposerView::textChanged, this, [this](const QString &text) { m_draft = text; });
     connect(m_composer, &ComposerView::sendRequested, this, [this] { submit(); });
-    connect(m_composer, &ComposerView::stopRequested, &chat, &ChatController::stop);
+    connect(m_composer, &ComposerView::stopRequested, &m_app.chat(), &ChatController::stop);
+    connect(m_composer, &ComposerView::speedChosen, this, &ChatScreen::setSpeed);
+    connect(m_composer, &ComposerView::thinkModeChosen, this, [this](ThinkMode mode) {
+        setThinkMode(mode);
+        if (m_app.chat().isGenerating() && mode != ThinkMode::off)
+            showToast(u"Think longer mode will be enabled when you send your next message."_s);
+    });
+    connect(m_composer, &ComposerView::attachRequested, this,
+            [this] { openAttachDialog(this, [this](const QStringList &paths) { attach(paths); }); });
+    connect(m_composer, &ComposerView::filesPasted, this,
+            [this](const QStringList &paths) { attach(attachableFiles(paths)); });
+    connect(m_composer, &ComposerView::attachmentRemoved, this, &ChatScreen::removeAttachment);
 }
 
 void ChatScreen::submit(const std::optional<QString> &text) {
-    const Submission result = submission(text.value_or(m_draft), m_app.chat().isGenerating());
+    const QList<Attachment> attachments = text ? QList<Attachment>() : m_attachments;
+    const Submission result = submission(text.value_or(m_draft), attachments, m_app.chat().isGenerating());
     if (result.kind == Submission::Kind::refuse)
         return showToast(result.text);
     m_draft.clear();
     m_composer->setText(m_draft);
-    m_app.chat().send(result.text);
+    setAttachments({});
+    m_app.chat().send(result.text, m_thinkMode == ThinkMode::off ? Thinking::off : Thinking::on, attachments);
+    if (m_thinkMode == ThinkMode::nextReply)
+        setThinkMode(ThinkMode::off);
     focusComposer();
+}
+
+void ChatScreen::attach(const QStringList &paths) {
+    QList<Attachment> attachments = m_attachments;
+    for (const QString &path : paths) {
+        if (const std::optional<Attachment> attachment = importAttachment(path))
+            attachments.append(*attachment);
+    }
+    setAttachments(attachments);
+    focusComposer();
+}
+
+void ChatScreen::setAttachments(const QList<Attachment> &attachments) {
+    m_attachments = attachments;
+    m_composer->setAttachments(attachments);
+}
+
+void ChatScreen::removeAttachment(const QUuid &id) {
+    QList<Attachment> attachments = m_attachments;
+    attachments.removeIf([&id](const Attachment &attachment) { return attachment.id == id; });
+    setAttachments(attachments);
+}
+
+void ChatScreen::setSpeed(ResponseSpeed speed) {
+    Settings settings = m_app.settings();
+    settings.responseSpeed = speed;
+    m_app.saveSettings(settings);
+}
+
+void ChatScreen::setThinkMode(ThinkMode mode) {
+    m_thinkMode = mode;
+    m_composer->setThinkMode(mode);
 }
 
 void ChatScreen::regenerate() {
@@ -135,7 +194,9 @@ void ChatScreen::refresh() {
                               .engine = m_app.engine().status(),
                               .activeTier = m_app.activeTier(),
                               .needsMoveToApplications = m_app.needsMoveToApplications(),
-                              .upgradeBanner = chat.upgradeBanner()}));
+                              .upgradeBanner = chat.upgradeBanner(),
+                              .memoryWarning = chat.memoryWarning(),
+                              .responseSpeed = m_app.settings().responseSpeed}));
     if (m_model.conversationID != before)
         focusComposer();
 }
@@ -146,11 +207,14 @@ void ChatScreen::setModel(const ChatScreenModel &model) {
     m_bar->setLamp(model.lamp);
     m_moveBanner->setText(model.moveHint);
     m_upgradeBanner->setText(model.upgradeOffer);
+    m_memoryBanner->setText(model.memoryWarning);
     m_engineBanner->setText(model.engineFailure);
-    m_banners->setVisible(!(model.moveHint + model.upgradeOffer + model.engineFailure).isEmpty());
+    m_banners->setVisible(
+        !(model.moveHint + model.upgradeOffer + model.memoryWarning + model.engineFailure).isEmpty());
     m_empty->setHint(model.emptyHint);
     m_list->setRows(model.conversationID, model.rows);
     m_middle->setCurrentIndex(model.showsEmptyState ? 0 : 1);
+    m_composer->setSpeed(model.speed);
     m_composer->setAction(model.isGenerating ? ComposerView::Action::stop : ComposerView::Action::send);
 }
 
@@ -170,6 +234,26 @@ void ChatScreen::keyPressEvent(QKeyEvent *event) {
 void ChatScreen::showEvent(QShowEvent *event) {
     QWidget::showEvent(event);
     focusComposer();
+}
+
+void ChatScreen::dragEnterEvent(QDragEnterEvent *event) {
+    if (attachableFiles(filesIn(*event->mimeData())).isEmpty())
+        return;
+    // Whoever drags a file here keeps it.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    m_composer->setIsTarget(true);
+}
+
+void ChatScreen::dragLeaveEvent(QDragLeaveEvent *) {
+    m_composer->setIsTarget(false);
+}
+
+void ChatScreen::dropEvent(QDropEvent *event) {
+    m_composer->setIsTarget(false);
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    attach(attachableFiles(filesIn(*event->mimeData())));
 }
 
 void ChatScreen::placeToast() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "screens/ChatScreenModel.h"
+#include "screens/ThinkMode.h"
 
 #include <QWidget>
 
@@ -16,7 +17,8 @@ class QStackedLayout;
 class Toast;
 
 /// The chat: the bar, banners where something is wrong or on offer, the messages or the empty state, and the
-/// composer. It holds only the text that is being written; everything else it observes.
+/// composer. It holds only what is being written, the files to go with it, and whether to think before the
+/// answer; everything else it observes.
 class ChatScreen : public QWidget {
     Q_OBJECT
 
@@ -32,6 +34,11 @@ public:
 
     const ChatScreenModel &model() const { return m_model; }
     const QString &draft() const { return m_draft; }
+    ThinkMode thinkMode() const { return m_thinkMode; }
+    const QList<Attachment> &attachments() const { return m_attachments; }
+
+    /// Adds those of the files that are text to the next message, in this order; of others nothing is said.
+    void attach(const QStringList &paths);
 
     /// Shows that state.
     void setModel(const ChatScreenModel &model);
@@ -40,22 +47,33 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void showEvent(QShowEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragLeaveEvent(QDragLeaveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
     void build();
     QWidget *makeBanners();
     void observe();
+    void observeComposer();
     void refresh();
     void regenerate();
+    void setSpeed(ResponseSpeed speed);
+    void setThinkMode(ThinkMode mode);
+    void setAttachments(const QList<Attachment> &attachments);
+    void removeAttachment(const QUuid &id);
     void placeToast();
 
     AppState &m_app;
     const Look &m_look;
     ChatScreenModel m_model;
     QString m_draft;
+    ThinkMode m_thinkMode = ThinkMode::off;
+    QList<Attachment> m_attachments;
     ChatBar *m_bar;
     Banner *m_moveBanner;
     Banner *m_upgradeBanner;
+    Banner *m_memoryBanner;
     Banner *m_engineBanner;
     QWidget *m_banners;
     EmptyState *m_empty;

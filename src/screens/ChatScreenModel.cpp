@@ -43,9 +43,11 @@ ChatScreenModel chatScreenModel(const ChatScreenState &state) {
         model.moveHint = u"Ostrelin is running from a temporary location. Move it to the Applications "
                          "folder, then open it from there."_s;
     model.upgradeOffer = state.upgradeBanner.value_or(QString());
+    model.memoryWarning = state.memoryWarning.value_or(QString());
     if (state.engine.state == EngineStatus::State::failed)
         model.engineFailure = state.engine.failure;
     model.isGenerating = state.isGenerating;
+    model.speed = state.responseSpeed;
     model.title = defaultTitle.toString();
     model.showsEmptyState = !state.conversation || state.conversation->messages.isEmpty();
     if (state.conversation) {

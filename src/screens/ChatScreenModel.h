@@ -3,6 +3,7 @@
 #include "engine/EngineStatus.h"
 #include "records/Conversation.h"
 #include "records/ModelTier.h"
+#include "records/Settings.h"
 #include "screens/MessageRowModel.h"
 #include "screens/StatusLamp.h"
 
@@ -20,6 +21,8 @@ struct ChatScreenState {
     std::optional<ModelTier> activeTier;
     bool needsMoveToApplications = false;
     std::optional<QString> upgradeBanner;
+    std::optional<QString> memoryWarning;
+    ResponseSpeed responseSpeed = ResponseSpeed::full;
 };
 
 /// What the chat screen shows. A plain value.
@@ -29,11 +32,13 @@ struct ChatScreenModel {
     StatusLamp lamp;
     QString moveHint; ///< the banners' texts; empty for no banner
     QString upgradeOffer;
+    QString memoryWarning;
     QString engineFailure;
     QList<MessageRowModel> rows; ///< empty in the empty state
     bool showsEmptyState = false;
     QString emptyHint; ///< under the heading of the empty state; empty for none
     bool isGenerating = false;
+    ResponseSpeed speed = ResponseSpeed::full;
 
     bool operator==(const ChatScreenModel &) const = default;
 };

@@ -1,8 +1,10 @@
 #include "screens/ComposerTextView.h"
 
+#include "screens/AttachDialog.h"
 #include "screens/Look.h"
 #include "screens/MessageList.h"
 
+#include <QDragEnterEvent>
 #include <QGuiApplication>
 #include <QInputMethod>
 #include <QKeyEvent>
@@ -65,8 +67,18 @@ void ComposerTextView::inputMethodEvent(QInputMethodEvent *event) {
     QTextEdit::inputMethodEvent(event);
 }
 
+void ComposerTextView::dragEnterEvent(QDragEnterEvent *event) {
+    if (filesIn(*event->mimeData()).isEmpty())
+        QTextEdit::dragEnterEvent(event);
+    else
+        event->ignore();
+}
+
 void ComposerTextView::insertFromMimeData(const QMimeData *source) {
-    if (source->hasText())
+    const QStringList files = filesIn(*source);
+    if (!files.isEmpty())
+        Q_EMIT filesPasted(files);
+    else if (source->hasText())
         insertPlainText(source->text());
 }
 

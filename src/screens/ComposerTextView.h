@@ -4,8 +4,8 @@
 
 class Look;
 
-/// The field in which a message is written. Return sends, Shift and Return breaks the line; only plain
-/// text comes in by pasting or dropping.
+/// The field in which a message is written. Return sends, Shift and Return breaks the line. Only plain text
+/// comes in by pasting or dropping; pasted files are told of, and dropped ones left to what is around.
 class ComposerTextView : public QTextEdit {
     Q_OBJECT
 
@@ -25,9 +25,11 @@ public:
 Q_SIGNALS:
     /// The person wants to send.
     void submitted();
+    void filesPasted(const QStringList &paths);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
     void insertFromMimeData(const QMimeData *source) override;
     bool canInsertFromMimeData(const QMimeData *source) const override;

@@ -1,10 +1,14 @@
 #include "screens/ComposerView.h"
 
+#include "screens/AttachmentStrip.h"
 #include "screens/ComposerTextView.h"
 #include "screens/Look.h"
 #include "screens/RoundButton.h"
 #include "screens/Shadow.h"
+#include "screens/SpeedChip.h"
 #include "screens/Style.h"
+#include "screens/SymbolButton.h"
+#include "screens/ThinkModeChip.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QEvent>
@@ -17,41 +21,70 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+/// The ring around the round button has its room inside the box's padding.
+constexpr int ringRoom = style::focusRing + style::focusGap;
+} // namespace
+
 ComposerView::ComposerView(const Look &look, QWidget *parent)
     : QWidget(parent),
       m_look(look),
+      m_attachments(new AttachmentStrip(look, this)),
       m_text(new ComposerTextView(look, this)),
+      m_speed(new SpeedChip(look, this)),
+      m_think(new ThinkModeChip(look, this)),
+      m_attach(new SymbolButton(look, Icon::paperclip, u"Attach a file"_s, this)),
       m_send(new RoundButton(look, Icon::arrowUp, u"Send message"_s, this)),
       m_stop(new RoundButton(look, Icon::stop, u"Stop generating"_s, this)) {
     constexpr int inset = style::shadowReach + style::composerPadding;
-    // The ring around the button has its room inside the box's padding.
-    constexpr int ringRoom = style::focusRing + style::focusGap;
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(inset, inset, inset, inset - ringRoom);
     column->setSpacing(style::composerGap - ringRoom);
     auto *field = new QHBoxLayout;
     field->setContentsMargins(style::composerTextInset, style::composerTextInset / 2, 0, 0);
     field->addWidget(m_text);
-    auto *tools = new QHBoxLayout;
-    tools->setContentsMargins(0, 0, -ringRoom, 0);
-    tools->addStretch();
-    tools->addWidget(m_send);
-    tools->addWidget(m_stop);
+    column->addWidget(m_attachments);
     column->addLayout(field);
-    column->addLayout(tools);
+    column->addLayout(makeTools());
 
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setAction(Action::send);
     m_text->installEventFilter(this);
-    connect(m_text, &ComposerTextView::textChanged, this,
-            [this] { Q_EMIT textChanged(m_text->writtenText()); });
-    connect(m_text, &ComposerTextView::submitted, this, &ComposerView::sendRequested);
-    connect(m_send, &RoundButton::clicked, this, &ComposerView::sendRequested);
-    connect(m_stop, &RoundButton::clicked, this, &ComposerView::stopRequested);
     connect(m_text->document()->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this,
             &ComposerView::fitText);
     connect(&look, &Look::changed, this, qOverload<>(&QWidget::update));
+    tell();
     fitText();
+}
+
+QLayout *ComposerView::makeTools() {
+    auto *tools = new QHBoxLayout;
+    tools->setContentsMargins(0, 0, -ringRoom, 0);
+    tools->setSpacing(style::chipGap);
+    tools->addWidget(m_speed);
+    tools->addWidget(m_think);
+    tools->addStretch();
+    tools->addWidget(m_attach);
+    tools->addWidget(m_send);
+    tools->addWidget(m_stop);
+    // Who presses with the mouse goes on writing with the keys.
+    for (LookButton *button : std::initializer_list<LookButton *>{m_speed, m_think, m_attach, m_send, m_stop})
+        button->setFocusPolicy(Qt::TabFocus);
+    return tools;
+}
+
+void ComposerView::tell() {
+    connect(m_text, &ComposerTextView::textChanged, this,
+            [this] { Q_EMIT textChanged(m_text->writtenText()); });
+    connect(m_text, &ComposerTextView::submitted, this, &ComposerView::sendRequested);
+    connect(m_text, &ComposerTextView::filesPasted, this, &ComposerView::filesPasted);
+    connect(m_attachments, &AttachmentStrip::removed, this, &ComposerView::attachmentRemoved);
+    connect(m_attachments, &AttachmentStrip::focusLost, this, &ComposerView::focusText);
+    connect(m_speed, &SpeedChip::speedChosen, this, &ComposerView::speedChosen);
+    connect(m_think, &ThinkModeChip::modeChosen, this, &ComposerView::thinkModeChosen);
+    connect(m_attach, &LookButton::clicked, this, &ComposerView::attachRequested);
+    connect(m_send, &RoundButton::clicked, this, &ComposerView::sendRequested);
+    connect(m_stop, &RoundButton::clicked, this, &ComposerView::stopRequested);
 }
 
 void ComposerView::setText(const QString &text) {
@@ -67,6 +100,23 @@ void ComposerView::setAction(Action action) {
     if (hadFocus)
         shown->setFocus(hidden->showsFocus() ? Qt::TabFocusReason : Qt::OtherFocusReason);
     hidden->hide();
+}
+
+void ComposerView::setSpeed(ResponseSpeed speed) {
+    m_speed->setSpeed(speed);
+}
+
+void ComposerView::setThinkMode(ThinkMode mode) {
+    m_think->setMode(mode);
+}
+
+void ComposerView::setAttachments(const QList<Attachment> &attachments) {
+    m_attachments->setAttachments(attachments);
+}
+
+void ComposerView::setIsTarget(bool isTarget) {
+    m_isTarget = isTarget;
+    update();
 }
 
 void ComposerView::setMaximumTextHeight(int height) {
@@ -88,7 +138,8 @@ void ComposerView::paintEvent(QPaintEvent *) {
     painter.setBrush(palette.background);
     painter.drawRoundedRect(box, style::radiusBubble, style::radiusBubble);
     painter.setBrush(palette.surface);
-    painter.setPen(QPen(m_text->hasFocus() ? palette.livelyEdge() : palette.edge(), style::hairline));
+    const QColor rest = m_text->hasFocus() ? palette.livelyEdge() : palette.edge();
+    painter.setPen(QPen(m_isTarget ? palette.accent : rest, style::hairline));
     painter.drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), style::radiusBubble, style::radiusBubble);
 }
 

@@ -17,6 +17,8 @@ QString fileOf(Icon icon) {
         return u":/icons/chip.svg"_s;
     case Icon::clock:
         return u":/icons/clock.svg"_s;
+    case Icon::close:
+        return u":/icons/close.svg"_s;
     case Icon::download:
         return u":/icons/download.svg"_s;
     case Icon::information:
@@ -25,6 +27,8 @@ QString fileOf(Icon icon) {
         return u":/icons/page.svg"_s;
     case Icon::palette:
         return u":/icons/palette.svg"_s;
+    case Icon::paperclip:
+        return u":/icons/paperclip.svg"_s;
     case Icon::stop:
         return u":/icons/stop.svg"_s;
     case Icon::trash:

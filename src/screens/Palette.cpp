@@ -9,6 +9,7 @@ namespace {
 
 constexpr double secondaryShare = 0.7;
 constexpr double cardOpacity = 0.035;
+constexpr double chipOpacity = 0.34;
 constexpr double quietOpacity = 0.07;
 constexpr double livelyOpacity = 0.11;
 constexpr double pressedOpacity = 0.16;
@@ -116,6 +117,10 @@ QColor Palette::pressedFill() const {
 
 QColor Palette::cardFill() const {
     return withOpacity(ink, cardOpacity);
+}
+
+QColor Palette::chipFill() const {
+    return withOpacity(accent, chipOpacity);
 }
 
 QColor Palette::raisedFill() const {

@@ -36,6 +36,9 @@ struct Palette {
     /// Behind cards that are buttons, at rest.
     QColor cardFill() const;
 
+    /// The part of a chip that is filled.
+    QColor chipFill() const;
+
     /// Text and symbols on the accent: the one of the three bubble colours with the best contrast.
     QColor onAccent() const;
 

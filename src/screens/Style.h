@@ -76,6 +76,16 @@ inline constexpr int composerGap = 10;
 inline constexpr int composerBottom = 18;
 inline constexpr int shadowReach = 14;
 inline constexpr int shadowDrop = 3;
+inline constexpr int chipPadding = 12;
+inline constexpr int chipGap = 8;
+inline constexpr auto chipGlide = 180ms;
+/// The names of attached files, there and over a message.
+inline constexpr int attachmentPaddingX = 8;
+inline constexpr int attachmentPaddingY = 4;
+inline constexpr int attachmentSymbolGap = 6;
+inline constexpr int attachmentGap = 6;
+inline constexpr int attachmentWidest = 240;
+inline constexpr int attachmentsMaximumHeight = 92;
 
 // The empty chat.
 inline constexpr int suggestionWidth = 314;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include "records/Conversation.h"
 
 /// What the pressing of "send" comes to.
 struct Submission {
@@ -15,5 +15,5 @@ struct Submission {
     bool operator==(const Submission &) const = default;
 };
 
-/// The rule of sending: not while a reply is written, and not without a word.
-Submission submission(const QString &text, bool isGenerating);
+/// The rule of sending: not while a reply is written, and not without a word or a file.
+Submission submission(const QString &text, const QList<Attachment> &attachments, bool isGenerating);

@@ -19,6 +19,8 @@ Conversation chatOf(const QList<Message> &messages) {
     return {.id = QUuid::createUuid(), .title = u"Autumn"_s, .messages = messages};
 }
 
+const Attachment file{.id = QUuid::createUuid(), .name = u"notes.txt"_s, .text = u"milk"_s};
+
 QList<Kind> kindsOf(const QList<MessageRowModel> &rows) {
     QList<Kind> kinds;
     for (const MessageRowModel &row : rows)
@@ -163,18 +165,22 @@ TEST(ChatScreenModelTest, theFourSuggestionsAreTheGivenOnes) {
 
 TEST(SubmissionTest, nothingIsSentDuringAReply) {
     const QString refusal = u"Ostrelin is still answering. Stop that first, or wait for it to finish."_s;
-    EXPECT_EQ(submission(u"Hi"_s, true), (Submission{Submission::Kind::refuse, refusal}));
-    EXPECT_EQ(submission({}, true), (Submission{Submission::Kind::refuse, refusal}));
+    EXPECT_EQ(submission(u"Hi"_s, {}, true), (Submission{Submission::Kind::refuse, refusal}));
+    EXPECT_EQ(submission({}, {file}, true), (Submission{Submission::Kind::refuse, refusal}));
 }
 
 TEST(SubmissionTest, nothingIsSentWithoutAWord) {
     const Submission refused{Submission::Kind::refuse, u"Did you forget to type a message to the AI?"_s};
-    EXPECT_EQ(submission({}, false), refused);
-    EXPECT_EQ(submission(u" \n\t"_s, false), refused);
+    EXPECT_EQ(submission({}, {}, false), refused);
+    EXPECT_EQ(submission(u" \n\t"_s, {}, false), refused);
+}
+
+TEST(SubmissionTest, aFileNeedsNoWord) {
+    EXPECT_EQ(submission({}, {file}, false), (Submission{Submission::Kind::send, QString()}));
 }
 
 TEST(SubmissionTest, aTextGoesOutAsItWasWritten) {
-    EXPECT_EQ(submission(u" Hi \n"_s, false), (Submission{Submission::Kind::send, u" Hi \n"_s}));
+    EXPECT_EQ(submission(u" Hi \n"_s, {}, false), (Submission{Submission::Kind::send, u" Hi \n"_s}));
 }
 
 TEST(ChatScreenModelTest, aTemporaryPlaceAndABetterModelHaveTheirBanners) {

@@ -102,6 +102,38 @@ TEST_F(ComposerTextViewTest, onlyPlainTextComesIn) {
     EXPECT_FALSE(field.canInsertFromMimeData(&picture));
 }
 
+TEST_F(ComposerTextViewTest, pastedFilesAreToldOfAndAddNoText) {
+    QSignalSpy pasted(&field, &ComposerTextView::filesPasted);
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(u"/a/b.txt"_s), QUrl::fromLocalFile(u"/a/c d.md"_s)});
+    files.setText(u"/a/b.txt\n/a/c d.md"_s);
+    EXPECT_TRUE(field.canInsertFromMimeData(&files));
+    field.insertFromMimeData(&files);
+    ASSERT_EQ(pasted.count(), 1);
+    EXPECT_EQ(pasted.first().at(0).toStringList(), (QStringList{u"/a/b.txt"_s, u"/a/c d.md"_s}));
+    EXPECT_EQ(field.writtenText(), QString());
+}
+
+TEST_F(ComposerTextViewTest, aPastedAddressIsText) {
+    QSignalSpy pasted(&field, &ComposerTextView::filesPasted);
+    QMimeData address;
+    address.setUrls({QUrl(u"https://example.org/a.txt"_s)});
+    field.insertFromMimeData(&address);
+    EXPECT_EQ(pasted.count(), 0);
+    EXPECT_EQ(field.writtenText(), u"https://example.org/a.txt"_s);
+}
+
+TEST_F(ComposerTextViewTest, whatWasTypedCanBeUndone) {
+    QTest::keyClicks(&field, u"one"_s);
+    QTest::keyClick(&field, Qt::Key_Return, Qt::ShiftModifier);
+    QTest::keyClick(&field, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(field.writtenText(), u"one"_s);
+    QTest::keyClick(&field, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(field.writtenText(), QString());
+    QTest::keyClick(&field, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(field.writtenText(), u"one"_s);
+}
+
 TEST_F(ComposerTextViewTest, whatIsWrittenStaysUnchanged) {
     const QString text = u"a\u00A0b\t c\nd "_s;
     field.setWrittenText(text);
@@ -148,11 +180,48 @@ TEST_F(ComposerViewTest, theFocusStaysOnTheButtonThatTakesTheOthersPlace) {
     EXPECT_TRUE(static_cast<RoundButton *>(window.focusWidget())->showsFocus());
 }
 
-TEST_F(ComposerViewTest, tabLeadsFromTheFieldToTheButton) {
+TEST_F(ComposerViewTest, tabLeadsFromTheFieldOverTheChipsToTheButtons) {
+    composer->setAttachments({{QUuid::createUuid(), u"a.txt"_s, u"text"_s}});
     composer->focusText();
-    QTest::keyClick(field, Qt::Key_Tab);
-    EXPECT_EQ(window.focusWidget(), buttonNamed(*composer, u"Send message"_s));
+    for (const QString &name :
+         {u"Response speed"_s, u"Think longer"_s, u"Attach a file"_s, u"Send message"_s}) {
+        QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(window.focusWidget(), buttonNamed(*composer, name)) << name.toStdString();
+        EXPECT_TRUE(static_cast<LookButton *>(window.focusWidget())->showsFocus());
+    }
+    composer->focusText();
+    QTest::keyClick(field, Qt::Key_Backtab);
+    EXPECT_EQ(window.focusWidget(), buttonNamed(*composer, u"Remove"_s));
     EXPECT_EQ(field->writtenText(), QString());
+}
+
+TEST_F(ComposerViewTest, theMouseLeavesTheKeyboardInTheField) {
+    composer->setAttachments({{QUuid::createUuid(), u"a.txt"_s, u"text"_s}});
+    QCoreApplication::processEvents();
+    composer->focusText();
+    for (const QString &name : {u"Response speed"_s, u"Think longer"_s, u"Attach a file"_s, u"Remove"_s}) {
+        click(buttonNamed(*composer, name));
+        EXPECT_EQ(window.focusWidget(), field) << name.toStdString();
+    }
+}
+
+TEST_F(ComposerViewTest, everyPressIsTold) {
+    QSignalSpy speed(composer, &ComposerView::speedChosen);
+    QSignalSpy think(composer, &ComposerView::thinkModeChosen);
+    QSignalSpy attach(composer, &ComposerView::attachRequested);
+    click(buttonNamed(*composer, u"Response speed"_s));
+    click(buttonNamed(*composer, u"Think longer"_s));
+    click(buttonNamed(*composer, u"Attach a file"_s));
+    EXPECT_EQ(speed.count(), 1);
+    EXPECT_EQ(think.count(), 1);
+    EXPECT_EQ(attach.count(), 1);
+}
+
+TEST_F(ComposerViewTest, theLastFileThatGoesGivesTheFocusToTheField) {
+    composer->setAttachments({{QUuid::createUuid(), u"a.txt"_s, u"text"_s}});
+    buttonNamed(*composer, u"Remove"_s)->setFocus(Qt::TabFocusReason);
+    composer->setAttachments({});
+    EXPECT_EQ(window.focusWidget(), field);
 }
 
 TEST_F(ComposerViewTest, theFieldGrowsWithTheTextUpToItsLimit) {

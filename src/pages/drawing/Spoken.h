@@ -11,9 +11,20 @@ public:
     virtual QAccessible::Role spokenRole() const = 0;
     virtual QString spokenName() const = 0;
 
+    /// What stands there now, of several things that could; empty if that is nothing to be heard.
+    virtual QString spokenValue() const { return {}; }
+
     /// True if nothing else in the window can be reached while this is seen.
     virtual bool isSpokenModal() const { return false; }
 
+    /// Whether something belongs to this that can be folded away, and is.
+    enum class Fold { none, folded, unfolded };
+    virtual Fold spokenFold() const { return Fold::none; }
+
     /// Makes such widgets known to the toolkit. Further calls do nothing. Main thread.
     static void install();
+
+protected:
+    /// Says that the fold of the widget is another one now.
+    static void tellFold(QWidget *widget);
 };

@@ -1,0 +1,4 @@
+#pragma once
+
+/// Whether the assistant thinks before it answers.
+enum class ThinkMode { off, nextReply, always };
