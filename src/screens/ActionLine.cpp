@@ -18,8 +18,6 @@ ActionLine::ActionLine(const Look &look, Clock &clock, QWidget *parent)
     line->setContentsMargins({});
     line->setSpacing(style::actionGap - 2 * style::rowOutset);
     for (BorderlessButton *button : {m_copy, m_regenerate}) {
-        // Only the row that it stands in leads the keyboard here.
-        button->setFocusPolicy(Qt::ClickFocus);
         line->addWidget(button);
         connect(button, &LookButton::focusChanged, this, &ActionLine::focusChanged);
         connect(&m_opacity, &Glide::moved, button, [this, button] { button->setOpacity(m_opacity.value()); });

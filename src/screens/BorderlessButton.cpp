@@ -4,7 +4,6 @@
 #include "screens/Style.h"
 
 #include <QFontMetrics>
-#include <QKeyEvent>
 #include <QPainter>
 
 void BorderlessButton::setOpacity(double opacity) {
@@ -25,11 +24,4 @@ void BorderlessButton::paintEvent(QPaintEvent *) {
     painter.setFont(look().font(TextStyle::callout));
     painter.drawText(rect(), Qt::AlignCenter, text());
     drawFocusRing(painter, rect(), style::radiusMark);
-}
-
-void BorderlessButton::keyPressEvent(QKeyEvent *event) {
-    if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)
-        event->ignore();
-    else
-        LookButton::keyPressEvent(event);
 }

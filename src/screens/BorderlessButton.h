@@ -1,14 +1,13 @@
 #pragma once
 
-#include "screens/LookButton.h"
+#include "screens/RowButton.h"
 
-/// A word that can be pressed, with nothing behind it. It leaves the arrow keys that lead up and down to
-/// what it stands in.
-class BorderlessButton : public LookButton {
+/// A word that can be pressed, with nothing behind it.
+class BorderlessButton : public RowButton {
     Q_OBJECT
 
 public:
-    using LookButton::LookButton;
+    using RowButton::RowButton;
 
     /// 0 to 1. At 0 it can still be reached by keys.
     void setOpacity(double opacity);
@@ -18,7 +17,6 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     double m_opacity = 1;

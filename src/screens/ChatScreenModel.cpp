@@ -15,9 +15,14 @@ std::optional<MessageRowModel> rowOf(const Message &message, const std::optional
     const bool isStreaming = message.id == streamingID;
     // A finished reply has been repaired, and is drawn as it stands.
     const QString text = isStreaming ? displayText(message.content) : message.content;
-    if (text.isEmpty() && !isStreaming)
+    const QString reasoning = message.reasoning.value_or(QString());
+    if (text.isEmpty() && reasoning.isEmpty() && !isStreaming)
         return std::nullopt;
-    return MessageRowModel{message.id, Kind::assistant, text, isStreaming};
+    return MessageRowModel{.id = message.id,
+                           .kind = Kind::assistant,
+                           .text = text,
+                           .reasoning = reasoning,
+                           .isStreaming = isStreaming};
 }
 
 } // namespace

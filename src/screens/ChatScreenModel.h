@@ -45,7 +45,7 @@ struct ChatScreenModel {
 
 ChatScreenModel chatScreenModel(const ChatScreenState &state);
 
-/// The rows of a chat. Messages that are for the model alone, and replies without text, have none.
+/// The rows of a chat. Messages that are for the model alone, and replies with nothing to show, have none.
 QList<MessageRowModel> messageRows(const Conversation &conversation, const std::optional<QUuid> &streamingID);
 
 /// The four suggestions of the empty state.

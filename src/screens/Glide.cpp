@@ -16,6 +16,7 @@ Glide::Glide(std::chrono::milliseconds duration, QEasingCurve::Type curve, QObje
 
 void Glide::go(double from, double to, Motion motion) {
     m_animation.stop();
+    m_value = from;
     if (motion == Motion::reduced) {
         m_value = to;
         Q_EMIT moved();

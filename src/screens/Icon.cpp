@@ -13,6 +13,8 @@ QString fileOf(Icon icon) {
     switch (icon) {
     case Icon::arrowUp:
         return u":/icons/arrow-up.svg"_s;
+    case Icon::chevron:
+        return u":/icons/chevron.svg"_s;
     case Icon::chip:
         return u":/icons/chip.svg"_s;
     case Icon::clock:

@@ -19,6 +19,11 @@ constexpr int rowPadding = style::listPadding - style::rowOutset;
 constexpr int rowGap = style::rowSpacing - 2 * style::rowOutset;
 constexpr int wheelStep = 24;
 
+/// True if there is nothing in the row for the keyboard to come to.
+bool isEmpty(const MessageRowModel &row) {
+    return row.text.isEmpty() && row.reasoning.isEmpty();
+}
+
 } // namespace
 
 MessageList::MessageList(const Look &look, Clock &clock, QWidget *parent)
@@ -101,12 +106,24 @@ void MessageList::updateRow(int row, const MessageRowModel &model) {
         m_heights.forget(row);
         return;
     }
-    const bool isAbove = m_heights.bottom(row) <= offset();
-    const int before = m_heights.height(row);
     widget->setModel(model);
+    const int place = laidAnew(row, widget);
+    if (!m_followsEnd)
+        setOffset(place);
+}
+
+void MessageList::takeHeight(MessageRow *widget) {
+    // What the person folds stays under the pointer, and the end goes where it must.
+    m_glide.stop();
+    setOffset(laidAnew(indexOf(widget->model().id), widget));
+    m_followsEnd = offset() >= end();
+    arrange();
+}
+
+int MessageList::laidAnew(int row, MessageRow *widget) {
+    const int before = offset() - m_heights.top(row);
     m_heights.measure(row, widget->layIn(columnWidth()));
-    if (isAbove && !m_followsEnd)
-        setOffset(offset() + m_heights.height(row) - before);
+    return m_heights.top(row) + widget->placeNow(before);
 }
 
 void MessageList::glideToEnd(int before) {
@@ -266,6 +283,7 @@ MessageRow *MessageList::widgetOf(int row) {
         return widget;
     auto *made = new MessageRow(m_look, m_clock, model, viewport());
     widget = made;
+    connect(made, &MessageRow::heightChanged, this, [this, made] { takeHeight(made); });
     connect(made, &MessageRow::caretMoved, this, [this, made](const QRect &caret) { reveal(made, caret); });
     connect(made, &MessageRow::copyRequested, this,
             [this, made] { Q_EMIT copyRequested(made->model().text); });
@@ -287,7 +305,7 @@ void MessageList::reveal(const MessageRow *row, const QRect &caret) {
 }
 
 bool MessageList::focusRow(int row, int step, Qt::FocusReason reason) {
-    while (row >= 0 && row < m_rows.size() && m_rows.at(row).text.isEmpty())
+    while (row >= 0 && row < m_rows.size() && isEmpty(m_rows.at(row)))
         row += step;
     if (row < 0 || row >= m_rows.size())
         return false;
@@ -296,7 +314,7 @@ bool MessageList::focusRow(int row, int step, Qt::FocusReason reason) {
     placeWidgets();
     const int edge = step < 0 ? widget->height() : 0;
     reveal(widget, QRect(0, edge, 1, 1));
-    widget->textView()->setFocus(reason);
+    widget->entry()->setFocus(reason);
     return true;
 }
 

@@ -67,6 +67,9 @@ private:
 
     Change replaceRows(const QList<MessageRowModel> &rows);
     void updateRow(int row, const MessageRowModel &model);
+    void takeHeight(MessageRow *widget);
+    /// Lays a row anew, and gives where the sight begins if the reader's place stays.
+    int laidAnew(int row, MessageRow *widget);
     void estimateAll();
     /// Follows the end, which was at `before`. Only for rows that come: a reply grows so often that the
     /// list would never rest, and would paint everything in sight for every frame.

@@ -3,6 +3,7 @@
 #include "pages/drawing/Focus.h"
 #include "screens/ActionLine.h"
 #include "screens/Look.h"
+#include "screens/ThinkingDisclosure.h"
 #include "screens/TypingIndicator.h"
 
 #include <QFontMetricsF>
@@ -53,6 +54,7 @@ MessageRow::MessageRow(const Look &look, Clock &clock, const MessageRowModel &mo
 
 void MessageRow::setModel(const MessageRowModel &model) {
     m_model = model;
+    showThinking();
     showText();
     showTyping();
     showActions();
@@ -60,8 +62,21 @@ void MessageRow::setModel(const MessageRowModel &model) {
 
 int MessageRow::layIn(int width) {
     const int inner = width - 2 * style::rowOutset;
+    m_outlineBefore = std::exchange(m_outline, {.thinking = style::rowOutset});
     const int height = m_model.kind == Kind::user ? layBubble(inner) : layParts(inner);
-    return height + 2 * style::rowOutset;
+    m_outline.whole = height + 2 * style::rowOutset;
+    return m_outline.whole;
+}
+
+int MessageRow::placeNow(int before) const {
+    if (before >= m_outlineBefore.whole)
+        return before - m_outlineBefore.whole + m_outline.whole;
+    if (before >= m_outlineBefore.thinking)
+        return before - m_outlineBefore.thinking + m_outline.thinking;
+    if (!m_thinking || m_outline.thinking >= m_outlineBefore.thinking)
+        return before;
+    // Where the thinking shrinks under the reader, what will be left of it stays in sight.
+    return std::min(before, m_thinking->geometry().bottom() + 1 - m_thinking->settledHeight());
 }
 
 int MessageRow::layBubble(int width) {
@@ -81,6 +96,12 @@ int MessageRow::layParts(int width) {
         bottom = top + height;
         return top;
     };
+    if (m_thinking) {
+        const int outer = width + 2 * style::rowOutset;
+        const int height = m_thinking->layIn(outer);
+        m_thinking->setGeometry(0, topOfNext(0, height), outer, height);
+        m_outline.thinking = bottom + style::partGap;
+    }
     if (m_text) {
         const int height = m_text->layIn(width);
         m_text->setGeometry(style::rowOutset, topOfNext(style::partGap, height), width, height);
@@ -102,9 +123,12 @@ int MessageRow::estimatedHeight(const Look &look, const MessageRowModel &model, 
         isUser ? std::min(style::bubbleMaximumWidth, inner) - 2 * style::bubblePaddingX : inner;
     const double lines = double(model.text.size()) * metrics.averageCharWidth() / std::max(textWidth, 1) +
                          double(model.text.count(u'\n')) + 1;
-    const double text = lines * (metrics.height() + lineSpacing(look.text().size));
+    const int spacing = lineSpacing(look.text().size);
+    const double text = lines * (metrics.height() + spacing) - spacing;
     const int foot = hasFoot(model) ? style::footGap + style::footHeight : 0;
-    return int(text) + 2 * style::rowOutset + (isUser ? 2 * style::bubblePaddingY : foot);
+    const int thinking =
+        model.reasoning.isEmpty() ? 0 : ThinkingDisclosure::initialHeight(look) + style::partGap;
+    return int(text) + 2 * style::rowOutset + (isUser ? 2 * style::bubblePaddingY : thinking + foot);
 }
 
 QString MessageRow::spokenName() const {
@@ -168,8 +192,16 @@ bool MessageRow::focusNextPrevChild(bool next) {
     return true;
 }
 
+QWidget *MessageRow::entry() const {
+    return m_text ? m_text : focusStops().value(0);
+}
+
 QList<QWidget *> MessageRow::focusStops() const {
     QList<QWidget *> stops;
+    if (m_thinking) {
+        for (QWidget *button : m_thinking->buttons())
+            stops.append(button);
+    }
     if (m_text)
         stops.append(m_text);
     if (m_actions) {
@@ -187,10 +219,22 @@ void MessageRow::takeFocus() {
 void MessageRow::attend() {
     if (!m_actions)
         return;
-    const auto buttons = m_actions->buttons();
+    const auto buttons = m_actions->buttons() + (m_thinking ? m_thinking->buttons() : QList<LookButton *>());
     const bool isFocused = (m_text && m_text->showsFocus()) ||
                            std::any_of(buttons.begin(), buttons.end(), std::mem_fn(&LookButton::showsFocus));
     m_actions->setAttended(m_isHovering || isFocused);
+}
+
+void MessageRow::showThinking() {
+    if (m_model.reasoning.isEmpty())
+        return delete std::exchange(m_thinking, nullptr);
+    if (!m_thinking) {
+        m_thinking = new ThinkingDisclosure(m_look, this);
+        m_thinking->show();
+        connect(m_thinking, &ThinkingDisclosure::heightChanged, this, &MessageRow::heightChanged);
+        connect(m_thinking, &ThinkingDisclosure::focusChanged, this, &MessageRow::takeFocus);
+    }
+    m_thinking->setReasoning(m_model.reasoning, m_model.isReasoningStreaming());
 }
 
 void MessageRow::showText() {

@@ -9,6 +9,7 @@
 class ActionLine;
 class Clock;
 class Look;
+class ThinkingDisclosure;
 class TypingIndicator;
 
 /// One message of a chat, a column of parts: the person's words in their bubble, or the assistant's reply
@@ -28,11 +29,18 @@ public:
     /// Arranges the row in that width, and gives the height that it takes there.
     int layIn(int width);
 
+    /// Where what stood at that height before the last layIn() stands best now, so that a reader who had it
+    /// at the edge of the sight doesn't lose the place. Both count from the row's top.
+    int placeNow(int before) const;
+
     /// A guess of what layIn() gives, from the text's length alone.
     static int estimatedHeight(const Look &look, const MessageRowModel &model, int width);
 
     /// The message's text; nothing while there is none.
     TextView *textView() const { return m_text; }
+
+    /// What the model thought before its reply; nothing in other rows.
+    ThinkingDisclosure *thinkingDisclosure() const { return m_thinking; }
 
     /// The line below a reply; nothing in other rows.
     ActionLine *actionLine() const { return m_actions; }
@@ -40,7 +48,12 @@ public:
     QAccessible::Role spokenRole() const override { return QAccessible::ListItem; }
     QString spokenName() const override;
 
+    /// What the keyboard comes to first; nothing if there is nothing in the row.
+    QWidget *entry() const;
+
 Q_SIGNALS:
+    /// layIn() gives another height than before.
+    void heightChanged();
     /// The caret stands there now, in this widget's coordinates.
     void caretMoved(const QRect &caret);
     /// The person wants to go on to the row before or after.
@@ -57,6 +70,13 @@ protected:
     bool focusNextPrevChild(bool next) override;
 
 private:
+    /// How far what the model thought reaches down, with the space after it, and the whole row.
+    struct Outline {
+        int thinking = 0;
+        int whole = 0;
+    };
+
+    void showThinking();
     void showText();
     void showTyping();
     void showActions();
@@ -69,6 +89,9 @@ private:
     const Look &m_look;
     Clock &m_clock;
     MessageRowModel m_model;
+    Outline m_outline;
+    Outline m_outlineBefore;
+    ThinkingDisclosure *m_thinking = nullptr;
     TextView *m_text = nullptr;
     TypingIndicator *m_typing = nullptr;
     ActionLine *m_actions = nullptr;

@@ -14,8 +14,12 @@ struct MessageRowModel {
     QUuid id; ///< the message's; null for a note
     Kind kind = Kind::user;
     QString text;             ///< what there is to read; a reply may have none
+    QString reasoning;        ///< what the model thought before; may be empty
     bool isStreaming = false; ///< the reply is being written
     bool canRegenerate = false;
+
+    /// True while the model thinks, and hasn't begun to answer.
+    bool isReasoningStreaming() const { return isStreaming && text.isEmpty(); }
 
     /// True for a reply that something can be done with.
     bool hasActions() const { return kind == Kind::assistant && !isStreaming && !text.isEmpty(); }
@@ -26,7 +30,10 @@ struct MessageRowModel {
 /// True if both draw the same. Texts that share their characters aren't compared, which makes it cheap
 /// to ask for every row after each piece of a streamed reply.
 inline bool drawsTheSame(const MessageRowModel &one, const MessageRowModel &other) {
+    const auto isSame = [](const QString &text, const QString &otherText) {
+        return text.isSharedWith(otherText) || text == otherText;
+    };
     return one.kind == other.kind && one.isStreaming == other.isStreaming &&
-           one.canRegenerate == other.canRegenerate &&
-           (one.text.isSharedWith(other.text) || one.text == other.text);
+           one.canRegenerate == other.canRegenerate && isSame(one.text, other.text) &&
+           isSame(one.reasoning, other.reasoning);
 }

@@ -79,7 +79,7 @@ protected:
     QLineEdit *after = new QLineEdit;
     QUuid chat = QUuid::createUuid();
     QList<MessageRowModel> rows{{QUuid::createUuid(), Kind::user, u"Hi"_s},
-                                {QUuid::createUuid(), Kind::assistant, u"Hello"_s, false, true}};
+                                {QUuid::createUuid(), Kind::assistant, u"Hello"_s, {}, false, true}};
 };
 
 } // namespace

@@ -129,6 +129,23 @@ TEST(ChatScreenModelTest, aReplyHasActionsOnceItIsWritten) {
     EXPECT_FALSE((MessageRowModel{.kind = Kind::note, .text = u"a"_s}).hasActions());
 }
 
+TEST(ChatScreenModelTest, whatTheModelThoughtStandsInItsRow) {
+    Conversation chat = chatOf({message(Role::assistant, {})});
+    Message &reply = chat.messages[0];
+    reply.reasoning = u"hm"_s;
+    ASSERT_EQ(kindsOf(messageRows(chat, std::nullopt)), QList{Kind::assistant}) << "also without a text";
+    EXPECT_EQ(messageRows(chat, std::nullopt).at(0).reasoning, u"hm"_s);
+    EXPECT_FALSE(messageRows(chat, std::nullopt).at(0).isReasoningStreaming());
+    EXPECT_TRUE(messageRows(chat, reply.id).at(0).isReasoningStreaming());
+    reply.content = u"<think>so</think>"_s;
+    EXPECT_TRUE(messageRows(chat, reply.id).at(0).isReasoningStreaming()) << "nothing of that is shown";
+    reply.content += u"Yes"_s;
+    EXPECT_FALSE(messageRows(chat, reply.id).at(0).isReasoningStreaming());
+    reply.reasoning = QString();
+    reply.content = QString();
+    EXPECT_TRUE(messageRows(chat, std::nullopt).isEmpty());
+}
+
 TEST(ChatScreenModelTest, rowsShareTheTextOfTheirMessages) {
     const QString text = QString::number(12345);
     const Conversation chat = chatOf({message(Role::user, text), message(Role::assistant, text)});

@@ -1,8 +1,12 @@
 #include "screens/MessageList.h"
 
+#include "screens/ActionLine.h"
 #include "screens/MessageRow.h"
 #include "screens/Screen.h"
 #include "screens/Style.h"
+#include "screens/ThinkingBox.h"
+#include "screens/ThinkingDisclosure.h"
+#include "screens/ThinkingHead.h"
 #include "screens/TypingIndicator.h"
 #include "support/ManualClock.h"
 
@@ -36,6 +40,29 @@ protected:
     }
 
     void update() { list.setRows(chat, rows); }
+
+    /// Questions, and replies with more thinking than fits the box.
+    void fillWithThinking(int count) {
+        for (int pair = 0; pair < count; ++pair) {
+            append(Kind::user, u"And?"_s);
+            append(Kind::assistant, paragraphs(3));
+            rows.last().reasoning = paragraphs(30);
+        }
+        update();
+    }
+
+    ThinkingDisclosure *thinking(int index) { return row(index)->thinkingDisclosure(); }
+    QPushButton *head(int index) { return thinking(index)->findChild<ThinkingHead *>(); }
+    QPushButton *box(int index) { return thinking(index)->findChild<ThinkingBox *>(); }
+
+    /// The first row whose thinking is wholly in sight.
+    int firstInSight() {
+        for (int index = 0; index < rows.size(); ++index) {
+            if (row(index) && thinking(index) && topOf(index) >= 0)
+                return index;
+        }
+        return -1;
+    }
 
     QScrollBar &bar() { return *list.verticalScrollBar(); }
     bool isAtEnd() { return bar().value() == bar().maximum(); }
@@ -307,6 +334,118 @@ TEST_F(MessageListTest, aScreenReaderHearsWhoSpeaks) {
     EXPECT_EQ(spokenName(row(0)), u"You"_s);
     EXPECT_EQ(spokenName(row(1)), u"Ostrelin"_s);
     EXPECT_EQ(spokenName(row(0)->textView()), rows.at(0).text);
+}
+
+TEST_F(MessageListTest, thinkingStandsAboveTheReplyAndNoEmptyText) {
+    append(Kind::assistant, {});
+    rows[0].isStreaming = true;
+    rows[0].reasoning = u"hm"_s;
+    update();
+    ASSERT_TRUE(thinking(0));
+    EXPECT_FALSE(row(0)->textView());
+    const auto *dots = row(0)->findChild<TypingIndicator *>();
+    EXPECT_EQ(dots->y(), thinking(0)->geometry().bottom() + 1 + style::footGap);
+    rows[0].text = u"Hello"_s;
+    update();
+    EXPECT_EQ(row(0)->textView()->y(), thinking(0)->geometry().bottom() + 1 + style::partGap);
+    EXPECT_NEAR(row(0)->height(), MessageRow::estimatedHeight(look, rows.at(0), row(0)->width()), 2);
+}
+
+TEST_F(MessageListTest, theHeadOfTheThinkingStaysUnderThePointer) {
+    fillWithThinking(10);
+    bar().setValue(bar().maximum() / 2);
+    const int index = firstInSight();
+    const auto headAt = [&] { return thinking(index)->mapTo(list.viewport(), QPoint()).y(); };
+    const int before = headAt();
+    for (QPushButton *button : {box(index), head(index), head(index), head(index)}) {
+        click(button);
+        EXPECT_EQ(headAt(), before);
+        EXPECT_FALSE(list.followsEnd());
+    }
+}
+
+TEST_F(MessageListTest, atTheEndTheHeadStaysWhereItCan) {
+    fillWithThinking(10);
+    const int index = int(rows.size()) - 1;
+    const auto headAt = [&] { return thinking(index)->mapTo(list.viewport(), QPoint()).y(); };
+    const int before = headAt();
+    click(box(index));
+    EXPECT_EQ(headAt(), before);
+    EXPECT_FALSE(list.followsEnd()) << "the end is out of sight";
+    click(head(index));
+    EXPECT_EQ(headAt(), before);
+    EXPECT_TRUE(list.followsEnd());
+    click(head(index));
+    EXPECT_TRUE(isAtEnd()) << "there is nothing below it that could come up";
+}
+
+TEST_F(MessageListTest, thinkingThatGrowsAboveTheSightMovesNothing) {
+    append(Kind::assistant, paragraphs(60));
+    rows[0].isStreaming = true;
+    rows[0].reasoning = paragraphs(40);
+    update();
+    click(box(0));
+    bar().setValue(row(0)->textView()->y() + 200);
+    const auto textAt = [this] { return row(0)->textView()->mapTo(list.viewport(), QPoint()).y(); };
+    const int before = textAt();
+    rows[0].reasoning = paragraphs(55);
+    update();
+    EXPECT_EQ(textAt(), before);
+    // Without the pointer, as a screen reader presses.
+    head(0)->click();
+    EXPECT_EQ(textAt(), before);
+    rows[0].reasoning = QString();
+    update();
+    EXPECT_EQ(textAt(), before);
+}
+
+TEST_F(MessageListTest, whatIsLeftOfTheThinkingStaysInSight) {
+    append(Kind::assistant, paragraphs(60));
+    rows[0].reasoning = paragraphs(100);
+    update();
+    bar().setValue(0);
+    click(box(0));
+    bar().setValue(thinking(0)->height() / 2);
+    click(box(0));
+    EXPECT_EQ(thinking(0)->mapTo(list.viewport(), QPoint()).y(), 0);
+    EXPECT_EQ(thinking(0)->height(), ThinkingDisclosure::initialHeight(look));
+}
+
+TEST_F(MessageListTest, aRowThatWasScrolledAwayStartsAnew) {
+    fillWithThinking(60);
+    const int index = int(rows.size()) - 1;
+    click(box(index));
+    bar().setValue(0);
+    ASSERT_FALSE(row(index));
+    bar().setValue(bar().maximum());
+    ASSERT_TRUE(thinking(index));
+    EXPECT_EQ(thinking(index)->stage(), ThinkingStage::box);
+}
+
+TEST_F(MessageListTest, tabLeadsThroughTheRowAndOut) {
+    fillWithThinking(1);
+    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(list.window()->focusWidget(), key, modifiers);
+        return list.window()->focusWidget();
+    };
+    row(1)->textView()->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(press(Qt::Key_Backtab, Qt::ShiftModifier), box(1));
+    EXPECT_TRUE(row(1)->actionLine()->areActionsVisible());
+    EXPECT_EQ(press(Qt::Key_Backtab, Qt::ShiftModifier), head(1));
+    EXPECT_EQ(press(Qt::Key_Tab), box(1));
+    EXPECT_EQ(press(Qt::Key_Tab), row(1)->textView());
+    head(1)->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(press(Qt::Key_Up), row(0)->textView());
+}
+
+TEST_F(MessageListTest, aRowOfThinkingAloneIsReachedByKeys) {
+    append(Kind::user, u"Hi"_s);
+    append(Kind::assistant, {});
+    rows[1].reasoning = u"hm"_s;
+    update();
+    row(0)->textView()->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(row(0)->textView(), Qt::Key_Down);
+    EXPECT_EQ(list.window()->focusWidget(), head(1));
 }
 
 TEST_F(MessageListTest, withMotionTheListGlidesToItsEnd) {
