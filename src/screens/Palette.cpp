@@ -9,12 +9,9 @@ namespace {
 
 constexpr double secondaryShare = 0.7;
 constexpr double cardOpacity = 0.035;
-<<<<<<< /tmp/row-src/src/screens/Palette.cpp
+constexpr double chipOpacity = 0.34;
 constexpr double frameOpacity = 0.05;
 constexpr double accentEdgeOpacity = 0.55;
-=======
-constexpr double chipOpacity = 0.34;
->>>>>>> /tmp/h
 constexpr double quietOpacity = 0.07;
 constexpr double livelyOpacity = 0.11;
 constexpr double pressedOpacity = 0.16;
@@ -124,17 +121,16 @@ QColor Palette::cardFill() const {
     return withOpacity(ink, cardOpacity);
 }
 
-<<<<<<< /tmp/row-src/src/screens/Palette.cpp
+QColor Palette::chipFill() const {
+    return withOpacity(accent, chipOpacity);
+}
+
 QColor Palette::frameFill() const {
     return withOpacity(ink, frameOpacity);
 }
 
 QColor Palette::accentEdge() const {
     return withOpacity(accent, accentEdgeOpacity);
-=======
-QColor Palette::chipFill() const {
-    return withOpacity(accent, chipOpacity);
->>>>>>> /tmp/h
 }
 
 QColor Palette::raisedFill() const {

@@ -36,14 +36,12 @@ struct Palette {
     /// Behind cards that are buttons, at rest.
     QColor cardFill() const;
 
-<<<<<<< /tmp/row-src/src/screens/Palette.h
+    /// The part of a chip that is filled.
+    QColor chipFill() const;
+
     /// Behind text that stands in a frame, and the frame's edge.
     QColor frameFill() const;
     QColor accentEdge() const;
-=======
-    /// The part of a chip that is filled.
-    QColor chipFill() const;
->>>>>>> /tmp/h
 
     /// Text and symbols on the accent: the one of the three bubble colours with the best contrast.
     QColor onAccent() const;

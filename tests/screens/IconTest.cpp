@@ -28,14 +28,9 @@ int opaquePixels(const QImage &image) {
 } // namespace
 
 TEST(IconTest, everySymbolIsThereAndTakesTheColor) {
-    for (const Icon icon :
-<<<<<<< /tmp/row-src/tests/screens/IconTest.cpp
-         {Icon::arrowUp, Icon::chevron, Icon::chip, Icon::clock, Icon::download, Icon::information,
-          Icon::page, Icon::palette, Icon::stop, Icon::trash, Icon::warning}) {
-=======
-         {Icon::arrowUp, Icon::chip, Icon::clock, Icon::close, Icon::download, Icon::information, Icon::page,
-          Icon::palette, Icon::paperclip, Icon::stop, Icon::trash, Icon::warning}) {
->>>>>>> /tmp/h
+    for (const Icon icon : {Icon::arrowUp, Icon::chevron, Icon::chip, Icon::clock, Icon::close,
+                            Icon::download, Icon::information, Icon::page, Icon::palette, Icon::paperclip,
+                            Icon::stop, Icon::trash, Icon::warning}) {
         const QImage image = drawn(icon, Qt::red);
         EXPECT_GT(opaquePixels(image), 10);
         for (int y = 0; y < 16; ++y) {
