@@ -40,7 +40,9 @@ QSize AttachmentChip::sizeHint() const {
     const QFontMetrics metrics(m_look.font(TextStyle::callout));
     const int height = std::max(metrics.height(), style::iconSize) + 2 * style::attachmentPaddingY;
     const int end = m_remove ? height : style::attachmentPaddingX;
-    return {textLeft + metrics.horizontalAdvance(m_name.simplified()) + end, height};
+    const QString name =
+        metrics.elidedText(m_name.simplified(), Qt::ElideMiddle, maximumWidth() - textLeft - end);
+    return {textLeft + metrics.horizontalAdvance(name) + end, height};
 }
 
 void AttachmentChip::paintEvent(QPaintEvent *) {

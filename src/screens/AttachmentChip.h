@@ -25,7 +25,7 @@ public:
     /// The button that takes the file away; nothing where there is none.
     LookButton *removeButton() const { return m_remove; }
 
-    /// The room that the whole name takes.
+    /// The room that the name takes, as much of it as the maximum width allows.
     QSize sizeHint() const override;
     QAccessible::Role spokenRole() const override { return QAccessible::StaticText; }
     QString spokenName() const override { return m_name; }

@@ -94,7 +94,7 @@ inline constexpr int suggestionGap = 12;
 
 // Notices.
 inline constexpr int noticeTextMaximumHeight = 132;
-inline constexpr int toastMaximumWidth = 460;
+inline constexpr int toastMaximumWidth = 560;
 inline constexpr int toastPaddingX = 16;
 inline constexpr int toastPaddingY = 9;
 inline constexpr auto toastTime = 2600ms;

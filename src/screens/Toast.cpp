@@ -50,7 +50,9 @@ void Toast::setAnchor(const QPoint &bottomCentre) {
 
 QSize Toast::sizeHint() const {
     const QFontMetrics metrics(m_look.font(TextStyle::callout));
-    const QRect room(0, 0, style::toastMaximumWidth, parentWidget()->height());
+    const int widest = std::min(style::toastMaximumWidth, parentWidget()->width() - 2 * style::columnMargin) -
+                       2 * style::toastPaddingX;
+    const QRect room(0, 0, widest, parentWidget()->height());
     return metrics.boundingRect(room, wrapping, m_text).size() +
            QSize(2 * style::toastPaddingX, 2 * style::toastPaddingY);
 }

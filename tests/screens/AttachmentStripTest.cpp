@@ -130,7 +130,8 @@ TEST_F(AttachmentStripTest, manyFilesScroll) {
 
 TEST_F(AttachmentStripTest, aLongNameIsOneLineInItsMaximumWidth) {
     show({u"a name that goes on and on "_s.repeated(10) + u".txt"_s, u"two\nlines.txt"_s});
-    EXPECT_EQ(chips().at(0)->width(), style::attachmentWidest);
+    EXPECT_LE(chips().at(0)->width(), style::attachmentWidest);
+    EXPECT_GT(chips().at(0)->width(), style::attachmentWidest - 40);
     EXPECT_EQ(chips().at(0)->height(), chips().at(1)->height());
 }
 

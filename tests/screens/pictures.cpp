@@ -1,5 +1,6 @@
 #include "screens/AppFixture.h"
 #include "screens/ChatScreen.h"
+#include "screens/ComposerView.h"
 #include "screens/HouseStyle.h"
 #include "screens/OnboardingView.h"
 #include "screens/PageListView.h"
@@ -77,6 +78,7 @@ private:
             onboarding(u"unsupported"_s, in(phase::Unsupported{unsupported})),
             {u"why-this-size"_s, {}, [this, state] { return whySize(state); }},
             {u"banners"_s, {}, [this] { return banners(); }},
+            {u"composer"_s, {}, [this] { return composer(); }},
             {u"settings-appearance"_s, settingsSize, [this] { return settings(0); }},
             {u"settings-model"_s, settingsSize, [this] { return settings(1); }},
             {u"settings-data"_s, settingsSize, [this] { return settings(2); }},
@@ -106,7 +108,24 @@ private:
         screen->setModel(chatScreenModel(
             {.engine = EngineStatus::failed(failure),
              .needsMoveToApplications = true,
-             .upgradeBanner = u"Your Mac can run a smarter version of Ostrelin. Download (9.0 GB)?"_s}));
+             .upgradeBanner = u"Your Mac can run a smarter version of Ostrelin. Download (9.0 GB)?"_s,
+             .memoryWarning =
+                 u"Your Mac is running low on memory. Closing other apps will help, or switch to "
+                 "a lighter model."_s}));
+        return screen;
+    }
+
+    /// Half of everything: the speed, the thinking, and files with short and long names.
+    QWidget *composer() {
+        auto *screen = new ChatScreen(app, look, clock);
+        auto *view = screen->findChild<ComposerView *>();
+        view->setSpeed(ResponseSpeed::calm);
+        view->setThinkMode(ThinkMode::always);
+        view->setAttachments({{QUuid::createUuid(), u"shopping.txt"_s, {}},
+                              {QUuid::createUuid(), u"minutes of the meeting of 15 November 2026.md"_s, {}},
+                              {QUuid::createUuid(), u"budget.csv"_s, {}}});
+        view->setText(u"What should I buy, and what did we agree on in the meeting?"_s);
+        screen->showToast(u"Think longer mode will be enabled when you send your next message."_s);
         return screen;
     }
 
