@@ -25,11 +25,9 @@ public:
     /// `look` must outlive this object.
     TextView(const Look &look, const Style &style, QWidget *parent = nullptr);
 
-    const QString &text() const { return m_flow.text(); }
-    void setText(const QString &text);
-
-    /// Lays the text into that width and gives the height that it takes there.
-    int layIn(int width);
+    const QString &text() const override { return m_flow.text(); }
+    void setText(const QString &text) override;
+    int layIn(int width) override;
     /// The width of the widest line, as laid last.
     int usedWidth() const;
 

@@ -9,12 +9,6 @@ namespace {
 
 constexpr double blockGap = 12;
 
-Target movedDown(Target target, double by) {
-    for (QRectF &area : target.areas)
-        area.translate(0, by);
-    return target;
-}
-
 } // namespace
 
 void MarkdownView::setTheme(const DrawingTheme &theme) {
@@ -95,7 +89,7 @@ void MarkdownView::stack() {
 }
 
 void MarkdownView::draw(QPainter &painter, const QRectF &clip, const TextSelection &selection) const {
-    for (size_t index = indexAt(clip.top() - figure::reach); index < m_places.size(); ++index) {
+    for (size_t index = blockAt(clip.top() - figure::reach); index < m_places.size(); ++index) {
         const Place &place = m_places[index];
         if (place.top - figure::reach > clip.bottom())
             break;
@@ -107,7 +101,7 @@ void MarkdownView::draw(QPainter &painter, const QRectF &clip, const TextSelecti
 }
 
 bool MarkdownView::isTextAt(double y) const {
-    return !m_places.empty() && !m_places[indexAt(y)].view->isEmpty();
+    return !m_places.empty() && !m_places[blockAt(y)].view->isEmpty();
 }
 
 QList<Target> MarkdownView::targets() const {
@@ -122,12 +116,12 @@ QList<Target> MarkdownView::targets() const {
 std::optional<Target> MarkdownView::targetAt(const QPointF &point) const {
     if (m_places.empty())
         return std::nullopt;
-    const Place &place = m_places[indexAt(point.y())];
+    const Place &place = m_places[blockAt(point.y())];
     const std::optional<Target> target = place.view->targetAt(point - QPointF(0, place.top));
     return target ? std::optional(movedDown(*target, place.top)) : std::nullopt;
 }
 
-size_t MarkdownView::indexAt(double y) const {
+size_t MarkdownView::blockAt(double y) const {
     const auto isBelow = [](double height, const Place &place) { return height < place.top; };
     const auto after = std::upper_bound(m_places.begin(), m_places.end(), y, isBelow);
     return after == m_places.begin() ? 0 : size_t(std::distance(m_places.begin(), after)) - 1;

@@ -32,6 +32,8 @@ public:
     size_t blockCount() const { return m_places.size(); }
     const BlockView &block(size_t index) const { return *m_places[index].view; }
     double topOf(size_t index) const { return m_places[index].top; }
+    /// The last block whose top isn't below that height, or the first.
+    size_t blockAt(double y) const;
     /// True if there is text to select at that height.
     bool isTextAt(double y) const;
 
@@ -51,7 +53,6 @@ private:
     /// something.
     double show(const BlockContent &content, const BlockContent *shown, Place &place);
     void stack();
-    size_t indexAt(double y) const;
 
     DrawingTheme m_theme;
     QString m_text;

@@ -1,6 +1,7 @@
 #include "pages/drawing/MarkdownWidget.h"
 
 #include "pages/drawing/Focus.h"
+#include "pages/drawing/MarkdownAccessible.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -43,29 +44,43 @@ bool isLink(const std::optional<Target> &target) {
 MarkdownWidget::MarkdownWidget(const DrawingTheme &theme, QWidget *parent)
     : SelectableWidget(parent),
       m_view(theme) {
+    markdownAccessible::install();
     setMouseTracking(true);
 }
 
 void MarkdownWidget::setText(const QString &text) {
+    if (text == m_view.text())
+        return;
     const double before = m_view.height();
     const double changed = m_view.setText(text);
     keepSelectionInside();
     const double bottom = std::max(before, m_view.height());
     update(0, int(changed), width(), int(std::ceil(bottom - changed)) + 1);
-    updateGeometry();
-    followPointer();
+    tellChange(m_view.blockAt(changed));
 }
 
 void MarkdownWidget::setTheme(const DrawingTheme &theme) {
     m_view.setTheme(theme);
-    updateGeometry();
     update();
+    tellChange(0);
 }
 
 int MarkdownWidget::layIn(int width) {
-    m_view.layIn(width);
-    followPointer();
+    if (m_view.width() != width) {
+        m_view.layIn(width);
+        tellChange(0);
+    }
     return int(m_view.height());
+}
+
+void MarkdownWidget::tellChange(size_t firstBlock) {
+    updateGeometry();
+    followPointer();
+    Q_EMIT blocksChanged(int(firstBlock));
+    if (QAccessible::isActive()) {
+        QAccessibleEvent renamed(this, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&renamed);
+    }
 }
 
 QSize MarkdownWidget::sizeHint() const {
@@ -114,6 +129,7 @@ bool MarkdownWidget::focusTarget(Step step) {
     showFocus();
     const QRectF area = target < 0 ? m_view.caretAt(selection().caret) : around(targets.at(target));
     Q_EMIT caretMoved(area.toAlignedRect());
+    markdownAccessible::tellFocus(this);
     return true;
 }
 

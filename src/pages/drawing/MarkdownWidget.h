@@ -11,13 +11,11 @@ class MarkdownWidget : public SelectableWidget {
 public:
     explicit MarkdownWidget(const DrawingTheme &theme, QWidget *parent = nullptr);
 
-    const QString &text() const { return m_view.text(); }
-    /// Shows another text; only what changes is laid and painted. Before the first layIn() it costs nothing.
-    void setText(const QString &text);
+    const QString &text() const override { return m_view.text(); }
+    /// Only what changes is laid and painted; before the first layIn() it is nothing.
+    void setText(const QString &text) override;
+    int layIn(int width) override;
     void setTheme(const DrawingTheme &theme);
-
-    /// Lays the text into that width and gives the height that it takes there.
-    int layIn(int width);
 
     const MarkdownView &view() const { return m_view; }
 
@@ -31,6 +29,8 @@ public:
 Q_SIGNALS:
     /// The person wants to go there: to a web page, or to write to somebody. A model wrote the address.
     void linkActivated(const QUrl &address);
+    /// From that block on, something else is shown, or elsewhere.
+    void blocksChanged(int first);
 
 protected:
     const SelectableText &content() const override { return m_view; }
@@ -48,6 +48,8 @@ protected:
 private:
     enum class Step { back, forth };
 
+    /// To be told after a change of what is shown from that block on.
+    void tellChange(size_t firstBlock);
     bool focusTarget(Step step);
     void leaveTarget();
     void hover(const QPointF &point);

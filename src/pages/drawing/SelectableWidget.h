@@ -19,6 +19,11 @@ public:
 
     explicit SelectableWidget(QWidget *parent = nullptr);
 
+    virtual const QString &text() const = 0;
+    virtual void setText(const QString &text) = 0;
+    /// Lays the text into that width and gives the height that it takes there.
+    virtual int layIn(int width) = 0;
+
     QString selectedText() const;
     void selectAll();
     void copy() const;

@@ -24,6 +24,13 @@ struct Target {
     bool operator==(const Target &) const = default;
 };
 
+/// The same where something stands that much farther down.
+inline Target movedDown(Target target, double by) {
+    for (QRectF &area : target.areas)
+        area.translate(0, by);
+    return target;
+}
+
 /// A part of what a screen reader finds in a figure.
 struct SpokenPart {
     QAccessible::Role role = QAccessible::StaticText;
