@@ -42,7 +42,7 @@ inline constexpr int rowOutset = 4;
 inline constexpr int bubblePaddingX = 14;
 inline constexpr int bubblePaddingY = 10;
 /// Between two parts of a row, and the line at the foot of a reply.
-inline constexpr int partGap = 8;
+inline constexpr int partGap = 10;
 inline constexpr int footGap = 4;
 inline constexpr int footHeight = 22;
 inline constexpr int actionGap = 12;

@@ -2,6 +2,8 @@
 #include "screens/ChatScreen.h"
 #include "screens/ComposerView.h"
 #include "screens/HouseStyle.h"
+#include "screens/MessageList.h"
+#include "screens/MessageRow.h"
 #include "screens/OnboardingView.h"
 #include "screens/PageListView.h"
 #include "screens/ScheduleListView.h"
@@ -14,8 +16,10 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QEnterEvent>
 #include <QListWidget>
 #include <QPainter>
+#include <QTimer>
 
 #include <cstdio>
 
@@ -78,6 +82,7 @@ private:
             onboarding(u"unsupported"_s, in(phase::Unsupported{unsupported})),
             {u"why-this-size"_s, {}, [this, state] { return whySize(state); }},
             {u"banners"_s, {}, [this] { return banners(); }},
+            {u"chat"_s, {}, [this] { return chat(); }},
             {u"composer"_s, {}, [this] { return composer(); }},
             {u"settings-appearance"_s, settingsSize, [this] { return settings(0); }},
             {u"settings-model"_s, settingsSize, [this] { return settings(1); }},
@@ -112,6 +117,35 @@ private:
              .memoryWarning =
                  u"Your Mac is running low on memory. Closing other apps will help, or switch to "
                  "a lighter model."_s}));
+        return screen;
+    }
+
+    /// A reply with what the model thought, under the pointer, and one that is still thought about.
+    QWidget *chat() {
+        const Message question{.id = QUuid::createUuid(),
+                               .content = u"What should I look at first if my rent goes up by 80 a month?"_s};
+        Message reply{.id = QUuid::createUuid(),
+                      .role = Role::assistant,
+                      .content = u"An extra 80 a month is 960 a year. That is most often found without "
+                                 "giving anything up."_s};
+        reply.reasoning =
+            u"The person pays 1,200 and will pay 1,280. Over a year that is 960. The biggest parts that "
+            "can move are food and transport. I should give a short order of steps, with the sums."_s;
+        const Message more{.id = QUuid::createUuid(), .content = u"And after that?"_s};
+        Message thought{.id = QUuid::createUuid(), .role = Role::assistant};
+        thought.reasoning = QStringList(4, *reply.reasoning).join(u'\n');
+        auto *screen = new ChatScreen(app, look, clock);
+        screen->setModel(
+            chatScreenModel({.conversation = Conversation{.id = QUuid::createUuid(),
+                                                          .title = u"Household budget for autumn"_s,
+                                                          .messages = {question, reply, more, thought}},
+                             .streamingID = thought.id,
+                             .isGenerating = true}));
+        // The rows are there once the window is.
+        QTimer::singleShot(0, screen, [screen, id = reply.id] {
+            QEnterEvent enter({}, {}, {});
+            QCoreApplication::sendEvent(screen->findChild<MessageList *>()->rowWidget(id), &enter);
+        });
         return screen;
     }
 
