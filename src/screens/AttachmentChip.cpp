@@ -36,9 +36,14 @@ AttachmentChip::AttachmentChip(const Look &look, const QString &name, Use use, Q
     connect(m_remove, &LookButton::clicked, this, &AttachmentChip::removed);
 }
 
+int AttachmentChip::lineHeight(const Look &look) {
+    const QFontMetrics metrics(look.font(TextStyle::callout));
+    return std::max(metrics.height(), style::iconSize) + 2 * style::attachmentPaddingY;
+}
+
 QSize AttachmentChip::sizeHint() const {
     const QFontMetrics metrics(m_look.font(TextStyle::callout));
-    const int height = std::max(metrics.height(), style::iconSize) + 2 * style::attachmentPaddingY;
+    const int height = lineHeight(m_look);
     const int end = m_remove ? height : style::attachmentPaddingX;
     const QString name =
         metrics.elidedText(m_name.simplified(), Qt::ElideMiddle, maximumWidth() - textLeft - end);

@@ -27,6 +27,10 @@ public:
 
     /// The room that the name takes, as much of it as the maximum width allows.
     QSize sizeHint() const override;
+
+    /// The height of every chip.
+    static int lineHeight(const Look &look);
+
     QAccessible::Role spokenRole() const override { return QAccessible::StaticText; }
     QString spokenName() const override { return m_name; }
 

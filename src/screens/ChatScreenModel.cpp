@@ -6,10 +6,23 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+using Kind = MessageRowModel::Kind;
+
+MessageRowModel questionRow(const Message &message) {
+    MessageRowModel row{message.id, Kind::user, message.content};
+    if (!message.attachments)
+        return row;
+    for (const Attachment &attachment : *message.attachments)
+        row.attachments.append(attachment.name);
+    // Files that go without a word need no bubble.
+    if (row.text.trimmed().isEmpty())
+        row.text.clear();
+    return row;
+}
+
 std::optional<MessageRowModel> rowOf(const Message &message, const std::optional<QUuid> &streamingID) {
-    using Kind = MessageRowModel::Kind;
     if (message.role == Role::user)
-        return MessageRowModel{message.id, Kind::user, message.content};
+        return questionRow(message);
     if (message.role != Role::assistant)
         return std::nullopt;
     const bool isStreaming = message.id == streamingID;

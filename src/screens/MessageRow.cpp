@@ -2,6 +2,7 @@
 
 #include "pages/drawing/Focus.h"
 #include "screens/ActionLine.h"
+#include "screens/AttachmentChip.h"
 #include "screens/Look.h"
 #include "screens/ThinkingDisclosure.h"
 #include "screens/TypingIndicator.h"
@@ -54,6 +55,7 @@ MessageRow::MessageRow(const Look &look, Clock &clock, const MessageRowModel &mo
 
 void MessageRow::setModel(const MessageRowModel &model) {
     m_model = model;
+    showAttachments();
     showThinking();
     showText();
     showTyping();
@@ -63,7 +65,7 @@ void MessageRow::setModel(const MessageRowModel &model) {
 int MessageRow::layIn(int width) {
     const int inner = width - 2 * style::rowOutset;
     m_outlineBefore = std::exchange(m_outline, {.thinking = style::rowOutset});
-    const int height = m_model.kind == Kind::user ? layBubble(inner) : layParts(inner);
+    const int height = m_model.kind == Kind::user ? layQuestion(inner) : layParts(inner);
     m_outline.whole = height + 2 * style::rowOutset;
     return m_outline.whole;
 }
@@ -79,13 +81,24 @@ int MessageRow::placeNow(int before) const {
     return std::min(before, m_thinking->geometry().bottom() + 1 - m_thinking->settledHeight());
 }
 
-int MessageRow::layBubble(int width) {
+int MessageRow::layQuestion(int width) {
+    int height = 0;
+    for (AttachmentChip *chip : m_attachments) {
+        chip->setMaximumWidth(std::min(style::bubbleMaximumWidth, width));
+        chip->resize(chip->sizeHint());
+        chip->move(style::rowOutset + width - chip->width(), style::rowOutset + height);
+        height += chip->height() + style::attachmentGap;
+    }
+    return m_text ? height + layBubble(height, width) : std::max(0, height - style::attachmentGap);
+}
+
+int MessageRow::layBubble(int top, int width) {
     const int widest = std::min(style::bubbleMaximumWidth, width) - 2 * style::bubblePaddingX;
     m_text->layIn(widest);
     const int used = m_text->usedWidth();
     const int height = m_text->layIn(used);
     const int left = style::rowOutset + width - style::bubblePaddingX - used;
-    m_text->setGeometry(left, style::rowOutset + style::bubblePaddingY, used, height);
+    m_text->setGeometry(left, style::rowOutset + top + style::bubblePaddingY, used, height);
     return height + 2 * style::bubblePaddingY;
 }
 
@@ -128,7 +141,10 @@ int MessageRow::estimatedHeight(const Look &look, const MessageRowModel &model, 
     const int foot = hasFoot(model) ? style::footGap + style::footHeight : 0;
     const int thinking =
         model.reasoning.isEmpty() ? 0 : ThinkingDisclosure::initialHeight(look) + style::partGap;
-    return int(text) + 2 * style::rowOutset + (isUser ? 2 * style::bubblePaddingY : thinking + foot);
+    const int chips =
+        int(model.attachments.size()) * (AttachmentChip::lineHeight(look) + style::attachmentGap);
+    const int bubble = isUser ? 2 * style::bubblePaddingY : 0;
+    return 2 * style::rowOutset + chips + thinking + (model.text.isEmpty() ? 0 : int(text) + bubble) + foot;
 }
 
 QString MessageRow::spokenName() const {
@@ -225,6 +241,19 @@ void MessageRow::attend() {
     m_actions->setAttended(m_isHovering || isFocused);
 }
 
+void MessageRow::showAttachments() {
+    QStringList shown;
+    for (const AttachmentChip *chip : m_attachments)
+        shown.append(chip->name());
+    if (shown == m_model.attachments)
+        return;
+    qDeleteAll(std::exchange(m_attachments, {}));
+    for (const QString &name : m_model.attachments) {
+        m_attachments.append(new AttachmentChip(m_look, name, AttachmentChip::Use::shown, this));
+        m_attachments.last()->show();
+    }
+}
+
 void MessageRow::showThinking() {
     if (m_model.reasoning.isEmpty())
         return delete std::exchange(m_thinking, nullptr);
@@ -238,7 +267,7 @@ void MessageRow::showThinking() {
 }
 
 void MessageRow::showText() {
-    if (m_model.text.isEmpty() && m_model.kind == Kind::assistant)
+    if (m_model.text.isEmpty())
         return delete std::exchange(m_text, nullptr);
     if (!m_text) {
         m_text = new TextView(m_look, textStyleOf(m_model.kind), this);

@@ -7,13 +7,15 @@
 #include <QWidget>
 
 class ActionLine;
+class AttachmentChip;
 class Clock;
 class Look;
 class ThinkingDisclosure;
 class TypingIndicator;
 
-/// One message of a chat, a column of parts: the person's words in their bubble, or the assistant's reply
-/// on the background. The widget is larger than the message by style::rowOutset on every side.
+/// One message of a chat, a column of parts: the person's files and their words in a bubble, or the
+/// assistant's reply on the background. The widget is larger than the message by style::rowOutset on every
+/// side.
 class MessageRow : public QWidget, public Spoken {
     Q_OBJECT
 
@@ -76,6 +78,7 @@ private:
         int whole = 0;
     };
 
+    void showAttachments();
     void showThinking();
     void showText();
     void showTyping();
@@ -83,7 +86,8 @@ private:
     QList<QWidget *> focusStops() const;
     void takeFocus();
     void attend();
-    int layBubble(int width);
+    int layQuestion(int width);
+    int layBubble(int top, int width);
     int layParts(int width);
 
     const Look &m_look;
@@ -91,6 +95,7 @@ private:
     MessageRowModel m_model;
     Outline m_outline;
     Outline m_outlineBefore;
+    QList<AttachmentChip *> m_attachments;
     ThinkingDisclosure *m_thinking = nullptr;
     TextView *m_text = nullptr;
     TypingIndicator *m_typing = nullptr;

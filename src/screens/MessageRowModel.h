@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 #include <QUuid>
 
 /// One row of the message list. A plain value; its text shares its characters with the record.
@@ -13,10 +13,11 @@ struct MessageRowModel {
 
     QUuid id; ///< the message's; null for a note
     Kind kind = Kind::user;
-    QString text;             ///< what there is to read; a reply may have none
+    QString text;             ///< what there is to read; may be empty
     QString reasoning;        ///< what the model thought before; may be empty
     bool isStreaming = false; ///< the reply is being written
     bool canRegenerate = false;
+    QStringList attachments; ///< the names of the files that go with the message
 
     /// True while the model thinks, and hasn't begun to answer.
     bool isReasoningStreaming() const { return isStreaming && text.isEmpty(); }
@@ -35,5 +36,5 @@ inline bool drawsTheSame(const MessageRowModel &one, const MessageRowModel &othe
     };
     return one.kind == other.kind && one.isStreaming == other.isStreaming &&
            one.canRegenerate == other.canRegenerate && isSame(one.text, other.text) &&
-           isSame(one.reasoning, other.reasoning);
+           isSame(one.reasoning, other.reasoning) && one.attachments == other.attachments;
 }

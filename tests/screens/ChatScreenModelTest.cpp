@@ -78,6 +78,18 @@ TEST(ChatScreenModelTest, messagesForTheModelAloneAreNotDrawn) {
     EXPECT_EQ(rows.at(1).text, u"Hello"_s);
 }
 
+TEST(ChatScreenModelTest, theFilesOfAQuestionStandByTheirNames) {
+    Message question = message(Role::user, u"What do I need?"_s);
+    question.attachments = {file, file};
+    EXPECT_EQ(messageRows(chatOf({question}), {}).at(0).attachments, QStringList(2, u"notes.txt"_s));
+    EXPECT_EQ(messageRows(chatOf({question}), {}).at(0).text, u"What do I need?"_s);
+    question.content = u" \n"_s;
+    EXPECT_EQ(messageRows(chatOf({question}), {}).at(0).text, QString());
+    const MessageRowModel row = messageRows(chatOf({question}), {}).at(0);
+    question.attachments->removeLast();
+    EXPECT_FALSE(drawsTheSame(row, messageRows(chatOf({question}), {}).at(0)));
+}
+
 TEST(ChatScreenModelTest, aReplyWithoutTextTypesWhileItIsWritten) {
     Conversation chat = chatOf({message(Role::user, u"Hi"_s), message(Role::assistant, u" \n"_s)});
     const QUuid reply = chat.messages.at(1).id;
@@ -198,6 +210,15 @@ TEST(SubmissionTest, aFileNeedsNoWord) {
 
 TEST(SubmissionTest, aTextGoesOutAsItWasWritten) {
     EXPECT_EQ(submission(u" Hi \n"_s, {}, false), (Submission{Submission::Kind::send, u" Hi \n"_s}));
+}
+
+TEST(ChatScreenModelTest, aShortageOfMemoryHasItsBanner) {
+    EXPECT_EQ(chatScreenModel({}).memoryWarning, QString());
+    EXPECT_EQ(chatScreenModel({.memoryWarning = u"Little memory."_s}).memoryWarning, u"Little memory."_s);
+}
+
+TEST(ChatScreenModelTest, theSpeedIsThatOfTheSettings) {
+    EXPECT_EQ(chatScreenModel({.responseSpeed = ResponseSpeed::calm}).speed, ResponseSpeed::calm);
 }
 
 TEST(ChatScreenModelTest, aTemporaryPlaceAndABetterModelHaveTheirBanners) {
