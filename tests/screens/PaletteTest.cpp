@@ -84,6 +84,9 @@ TEST(PaletteTest, everyTextCanBeReadInEveryTheme) {
             EXPECT_GE(contrast(palette.ink, ground), readable);
         EXPECT_GE(contrast(palette.secondaryInk(), palette.background), readable);
         EXPECT_GE(contrast(palette.secondaryInk(), palette.surface), readable);
+        const QColor frame = palette.frameFill();
+        EXPECT_GE(contrast(palette.secondaryInk(), mixed(palette.background, palette.ink, frame.alphaF())),
+                  readable);
         // The accents and the three colours on them are given; light blue's best is a little less.
         EXPECT_GE(contrast(palette.onAccent(), palette.accent), 4.1);
         EXPECT_GE(contrast(palette.onAccent(), palette.selectionOnAccent()), readable);
