@@ -1,16 +1,20 @@
 #include "screens/MessageRow.h"
 
 #include "pages/drawing/Focus.h"
+#include "pages/drawing/MarkdownWidget.h"
 #include "screens/ActionLine.h"
 #include "screens/AttachmentChip.h"
+#include "screens/DrawingThemeOf.h"
 #include "screens/Look.h"
 #include "screens/ThinkingDisclosure.h"
 #include "screens/TypingIndicator.h"
 
+#include <QDesktopServices>
 #include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QPainter>
 
+#include <cmath>
 #include <functional>
 
 using namespace Qt::StringLiterals;
@@ -20,21 +24,25 @@ namespace {
 using Kind = MessageRowModel::Kind;
 
 TextView::Style textStyleOf(Kind kind) {
-    switch (kind) {
-    case Kind::user:
+    if (kind == Kind::user)
         return {.ground = TextView::Ground::accent};
-    case Kind::note:
-        return {.text = TextStyle::callout, .ink = TextView::Ink::secondary, .alignment = Qt::AlignHCenter};
-    case Kind::assistant:
-        return {};
-    }
-    Q_UNREACHABLE();
+    return {.text = TextStyle::callout, .ink = TextView::Ink::secondary, .alignment = Qt::AlignHCenter};
 }
 
 /// The line at a reply's foot has the dots first and the actions then, so that a reply that ends moves
 /// nothing.
 bool hasFoot(const MessageRowModel &model) {
     return model.isStreaming || model.hasActions();
+}
+
+/// How many lines a text takes if as many characters go into one. Between the blocks of a reply is less room
+/// than an empty line takes.
+double guessedLines(const MessageRowModel &model, double charactersInLine) {
+    const double emptyLine = model.kind == Kind::assistant ? 0.5 : 1;
+    double lines = 0;
+    for (const QStringView line : QStringView(model.text).tokenize(u'\n'))
+        lines += line.isEmpty() ? emptyLine : std::ceil(double(line.size()) / charactersInLine);
+    return lines;
 }
 
 QRect grown(const QRect &rect, int x, int y) {
@@ -95,7 +103,7 @@ int MessageRow::layQuestion(int width) {
 int MessageRow::layBubble(int top, int width) {
     const int widest = std::min(style::bubbleMaximumWidth, width) - 2 * style::bubblePaddingX;
     m_text->layIn(widest);
-    const int used = m_text->usedWidth();
+    const int used = m_text->sizeHint().width();
     const int height = m_text->layIn(used);
     const int left = style::rowOutset + width - style::bubblePaddingX - used;
     m_text->setGeometry(left, style::rowOutset + top + style::bubblePaddingY, used, height);
@@ -134,8 +142,7 @@ int MessageRow::estimatedHeight(const Look &look, const MessageRowModel &model, 
     const int inner = width - 2 * style::rowOutset;
     const int textWidth =
         isUser ? std::min(style::bubbleMaximumWidth, inner) - 2 * style::bubblePaddingX : inner;
-    const double lines = double(model.text.size()) * metrics.averageCharWidth() / std::max(textWidth, 1) +
-                         double(model.text.count(u'\n')) + 1;
+    const double lines = guessedLines(model, std::max(textWidth, 1) / metrics.averageCharWidth());
     const int spacing = lineSpacing(look.text().size);
     const double text = lines * (metrics.height() + spacing) - spacing;
     const int foot = hasFoot(model) ? style::footGap + style::footHeight : 0;
@@ -270,14 +277,24 @@ void MessageRow::showText() {
     if (m_model.text.isEmpty())
         return delete std::exchange(m_text, nullptr);
     if (!m_text) {
-        m_text = new TextView(m_look, textStyleOf(m_model.kind), this);
+        m_text = newText();
         m_text->show();
-        connect(m_text, &TextView::left, this, &MessageRow::left);
-        connect(m_text, &TextView::focusChanged, this, &MessageRow::takeFocus);
-        connect(m_text, &TextView::caretMoved, this,
+        connect(m_text, &SelectableWidget::left, this, &MessageRow::left);
+        connect(m_text, &SelectableWidget::focusChanged, this, &MessageRow::takeFocus);
+        connect(m_text, &SelectableWidget::caretMoved, this,
                 [this](const QRect &caret) { Q_EMIT caretMoved(caret.translated(m_text->pos())); });
     }
     m_text->setText(m_model.text);
+}
+
+SelectableWidget *MessageRow::newText() {
+    if (m_model.kind != Kind::assistant)
+        return new TextView(m_look, textStyleOf(m_model.kind), this);
+    auto *reply = new MarkdownWidget(drawingThemeOf(m_look), this);
+    connect(&m_look, &Look::changed, reply, [this, reply] { reply->setTheme(drawingThemeOf(m_look)); });
+    connect(reply, &MarkdownWidget::linkActivated, reply,
+            [](const QUrl &address) { QDesktopServices::openUrl(address); });
+    return reply;
 }
 
 void MessageRow::showTyping() {

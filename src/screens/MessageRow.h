@@ -39,7 +39,7 @@ public:
     static int estimatedHeight(const Look &look, const MessageRowModel &model, int width);
 
     /// The message's text; nothing while there is none.
-    TextView *textView() const { return m_text; }
+    SelectableWidget *textView() const { return m_text; }
 
     /// What the model thought before its reply; nothing in other rows.
     ThinkingDisclosure *thinkingDisclosure() const { return m_thinking; }
@@ -81,6 +81,7 @@ private:
     void showAttachments();
     void showThinking();
     void showText();
+    SelectableWidget *newText();
     void showTyping();
     void showActions();
     QList<QWidget *> focusStops() const;
@@ -97,7 +98,7 @@ private:
     Outline m_outlineBefore;
     QList<AttachmentChip *> m_attachments;
     ThinkingDisclosure *m_thinking = nullptr;
-    TextView *m_text = nullptr;
+    SelectableWidget *m_text = nullptr;
     TypingIndicator *m_typing = nullptr;
     ActionLine *m_actions = nullptr;
     bool m_isHovering = false;

@@ -16,6 +16,8 @@ constexpr double quietOpacity = 0.07;
 constexpr double livelyOpacity = 0.11;
 constexpr double pressedOpacity = 0.16;
 constexpr double selectionShare = 0.32;
+constexpr double readableContrast = 4.5; // WCAG 2.1, level AA
+constexpr double linkStep = 0.1;
 constexpr double livelyAccentShare = 0.1;
 constexpr double pressedAccentShare = 0.2;
 constexpr double destructiveShareOnDark = 0.36;
@@ -142,6 +144,13 @@ QColor Palette::onAccent() const {
                              [this](const QColor &one, const QColor &other) {
                                  return contrast(one, accent) < contrast(other, accent);
                              });
+}
+
+QColor Palette::linkInk() const {
+    double share = 0;
+    while (share < 1 && contrast(mixed(accent, ink, share), background) < readableContrast)
+        share += linkStep;
+    return mixed(accent, ink, std::min(share, 1.0));
 }
 
 QColor Palette::selection() const {

@@ -46,6 +46,9 @@ struct Palette {
     /// Text and symbols on the accent: the one of the three bubble colours with the best contrast.
     QColor onAccent() const;
 
+    /// Links on the background: the accent, or as much of it as can be read there.
+    QColor linkInk() const;
+
     /// Behind selected text on the background, and inside a bubble.
     QColor selection() const;
     QColor selectionOnAccent() const;

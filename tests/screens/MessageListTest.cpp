@@ -174,7 +174,7 @@ TEST_F(MessageListTest, aStreamedPieceTouchesOnlyItsRow) {
     QList<MessageRow *> widgets;
     for (int index = 0; index < rows.size(); ++index)
         widgets.append(row(index));
-    TextView *text = row(10)->textView();
+    SelectableWidget *text = row(10)->textView();
     text->selectAll();
     rows.last().text = u"A word"_s;
     update();

@@ -87,6 +87,7 @@ TEST(PaletteTest, everyTextCanBeReadInEveryTheme) {
         const QColor frame = palette.frameFill();
         EXPECT_GE(contrast(palette.secondaryInk(), mixed(palette.background, palette.ink, frame.alphaF())),
                   readable);
+        EXPECT_GE(contrast(palette.linkInk(), palette.background), readable);
         // The accents and the three colours on them are given; light blue's best is a little less.
         EXPECT_GE(contrast(palette.onAccent(), palette.accent), 4.1);
         EXPECT_GE(contrast(palette.onAccent(), palette.selectionOnAccent()), readable);
