@@ -43,11 +43,7 @@ int AttachmentChip::lineHeight(const Look &look) {
 
 QSize AttachmentChip::sizeHint() const {
     const QFontMetrics metrics(m_look.font(TextStyle::callout));
-    const int height = lineHeight(m_look);
-    const int end = m_remove ? height : style::attachmentPaddingX;
-    const QString name =
-        metrics.elidedText(m_name.simplified(), Qt::ElideMiddle, maximumWidth() - textLeft - end);
-    return {textLeft + metrics.horizontalAdvance(name) + end, height};
+    return {textLeft + metrics.horizontalAdvance(shownName()) + textRight(), lineHeight(m_look)};
 }
 
 void AttachmentChip::paintEvent(QPaintEvent *) {
@@ -62,7 +58,7 @@ void AttachmentChip::paintEvent(QPaintEvent *) {
              palette.secondaryInk());
     painter.setFont(m_look.font(TextStyle::callout));
     painter.setPen(palette.ink);
-    painter.drawText(textArea(), Qt::AlignVCenter | Qt::AlignLeft, shownName());
+    painter.drawText(rect().adjusted(textLeft, 0, 0, 0), Qt::AlignVCenter | Qt::AlignLeft, shownName());
 }
 
 void AttachmentChip::resizeEvent(QResizeEvent *) {
@@ -80,11 +76,11 @@ bool AttachmentChip::event(QEvent *event) {
     return true;
 }
 
-QRect AttachmentChip::textArea() const {
-    return rect().adjusted(textLeft, 0, m_remove ? -height() : -style::attachmentPaddingX, 0);
+int AttachmentChip::textRight() const {
+    return m_remove ? lineHeight(m_look) : style::attachmentPaddingX;
 }
 
 QString AttachmentChip::shownName() const {
     const QFontMetrics metrics(m_look.font(TextStyle::callout));
-    return metrics.elidedText(m_name.simplified(), Qt::ElideMiddle, textArea().width());
+    return metrics.elidedText(m_name.simplified(), Qt::ElideMiddle, maximumWidth() - textLeft - textRight());
 }

@@ -43,7 +43,7 @@ protected:
     bool event(QEvent *event) override;
 
 private:
-    QRect textArea() const;
+    int textRight() const;
     QString shownName() const;
 
     const Look &m_look;

@@ -84,6 +84,7 @@ private:
             {u"banners"_s, {}, [this] { return banners(); }},
             {u"chat"_s, {}, [this] { return chat(); }},
             {u"composer"_s, {}, [this] { return composer(); }},
+            {u"attachments"_s, {}, [this] { return attachments(); }},
             {u"settings-appearance"_s, settingsSize, [this] { return settings(0); }},
             {u"settings-model"_s, settingsSize, [this] { return settings(1); }},
             {u"settings-data"_s, settingsSize, [this] { return settings(2); }},
@@ -160,6 +161,26 @@ private:
                               {QUuid::createUuid(), u"budget.csv"_s, {}}});
         view->setText(u"What should I buy, and what did we agree on in the meeting?"_s);
         screen->showToast(u"Think longer mode will be enabled when you send your next message."_s);
+        return screen;
+    }
+
+    QWidget *attachments() {
+        auto *screen = new ChatScreen(app, look, clock);
+        const auto file = [](const QString &name) { return Attachment{QUuid::createUuid(), name, {}}; };
+        Conversation chat = newConversation(clock.now(), u"Shopping"_s);
+        chat.droppedCount = 4;
+        chat.messages = {
+            {.id = QUuid::createUuid(),
+             .role = Role::user,
+             .content = u"What should I buy, and what did we agree on in the meeting?"_s,
+             .attachments = {{file(u"shopping.txt"_s),
+                              file(u"minutes of the meeting of 15 November 2026, with all that "
+                                   "was said and by whom.md"_s)}}},
+            {.id = QUuid::createUuid(),
+             .role = Role::assistant,
+             .content = u"Milk and bread. You agreed to meet again in December."_s},
+            {.id = QUuid::createUuid(), .role = Role::user, .attachments = {{file(u"budget.csv"_s)}}}};
+        screen->setModel(chatScreenModel({.conversation = chat}));
         return screen;
     }
 
