@@ -2,6 +2,7 @@
 #include "screens/AttachmentChip.h"
 #include "screens/ChatScreen.h"
 #include "screens/ComposerTextView.h"
+#include "screens/MessageList.h"
 #include "screens/Style.h"
 #include "screens/TextView.h"
 #include "screens/Toast.h"
@@ -318,6 +319,23 @@ TEST_F(ChatScreenComposerTest, theFocusIsInTheFieldAfterAnotherChatIsOpened) {
     buttonNamed(screen, u"Send message"_s)->setFocus(Qt::TabFocusReason);
     app.chat().openConversation(first);
     EXPECT_EQ(screen.focusWidget(), field());
+}
+
+TEST_F(ChatScreenComposerTest, atItsSmallestManyFilesAndALongTextLeaveRoomForTheMessages) {
+    engine.answer(Script::reply({u"Yes."_s}));
+    say(u"Hi"_s);
+    screen.attach(QStringList(40, file(u"a rather long name of a file.txt"_s)));
+    field()->setWrittenText(u"a\n"_s.repeated(200));
+    const auto *list = screen.findChild<MessageList *>();
+    for (const TextSize size : {TextSize::small, TextSize::extraLarge}) {
+        Settings settings = app.settings();
+        settings.textSize = size;
+        look.follow(settings);
+        QCoreApplication::processEvents();
+        EXPECT_LE(screen.minimumSizeHint().height(), style::contentMinimumHeight);
+        EXPECT_GT(list->height(), 40);
+        EXPECT_LT(buttonNamed(screen, u"Send message"_s)->mapTo(&screen, QPoint()).y(), screen.height() - 40);
+    }
 }
 
 TEST_F(ChatScreenComposerTest, theFieldTakesAThirdOfTheWindowAtMost) {
