@@ -10,6 +10,9 @@
 /// The words of a reply of at least `characters` characters, cut as a tokenizer cuts them.
 QList<QString> sampleTokens(qsizetype characters);
 
+/// The same for a reply with headings, lists, tables, code and figures.
+QList<QString> sampleMarkdownTokens(qsizetype characters);
+
 /// The JSON of the event that carries one token.
 QByteArray tokenPayload(const QString &token);
 

@@ -13,7 +13,13 @@ namespace {
 /// What comes between two updates, at 200 tokens a second and 20 updates.
 constexpr int tokensInUpdate = 10;
 
-enum class Shape { paragraphs, oneParagraph };
+enum class Shape { allBlocks, oneParagraph };
+
+QList<QString> tokensFor(Shape shape, qsizetype size) {
+    if (shape == Shape::allBlocks)
+        return sampleMarkdownTokens(size);
+    return sampleTokens(size).replaceInStrings(u"\n\n"_s, u" "_s);
+}
 
 ChatScreenState streamingState(const QString &reply) {
     ChatScreenState state;
@@ -32,9 +38,7 @@ ChatScreenState streamingState(const QString &reply) {
 }
 
 void update(benchmark::State &state, qsizetype size, Shape shape) {
-    QList<QString> tokens = sampleTokens(2 * size);
-    if (shape == Shape::oneParagraph)
-        tokens.replaceInStrings(u"\n\n"_s, u" "_s);
+    const QList<QString> tokens = tokensFor(shape, 2 * size);
     const QString start = tokens.join(QString()).first(size);
     ChatOnScreen screen;
     ChatScreenState shown = streamingState(start);
@@ -56,13 +60,18 @@ void update(benchmark::State &state, qsizetype size, Shape shape) {
     }
 }
 
+void updateAt1KB(benchmark::State &state) {
+    update(state, 1'000, Shape::allBlocks);
+}
+BENCHMARK(updateAt1KB)->Unit(benchmark::kMillisecond);
+
 void updateAt10KB(benchmark::State &state) {
-    update(state, 10'000, Shape::paragraphs);
+    update(state, 10'000, Shape::allBlocks);
 }
 BENCHMARK(updateAt10KB)->Unit(benchmark::kMillisecond);
 
 void updateAt100KB(benchmark::State &state) {
-    update(state, 100'000, Shape::paragraphs);
+    update(state, 100'000, Shape::allBlocks);
 }
 BENCHMARK(updateAt100KB)->Unit(benchmark::kMillisecond);
 
@@ -71,6 +80,10 @@ void updateOfOneParagraphAt100KB(benchmark::State &state) {
 }
 BENCHMARK(updateOfOneParagraphAt100KB)->Unit(benchmark::kMillisecond);
 
+const Declared small{{.name = "streaming update at 10 KB (peer: at 1 KB)",
+                      .function = "updateAt10KB",
+                      .peer = "updateAt1KB",
+                      .budget = {.most = 8}}};
 const Declared usual{{.name = "streaming update at 100 KB (peer: at 10 KB)",
                       .function = "updateAt100KB",
                       .peer = "updateAt10KB",

@@ -12,9 +12,17 @@
 
 namespace {
 
+constexpr std::array<bool, 128> marks = [] {
+    std::array<bool, 128> isMark{};
+    for (const char mark : {'*', '_', '`', '~', '[', ']', '<', '&', '\\'})
+        isMark[size_t(mark)] = true;
+    return isMark;
+}();
+
 bool mayHaveMarkup(const QString &text) {
-    constexpr QStringView marks = u"*_`~[]<&\\";
-    return std::any_of(text.begin(), text.end(), [&](QChar character) { return marks.contains(character); });
+    return std::any_of(text.begin(), text.end(), [](QChar character) {
+        return character.unicode() < marks.size() && marks[character.unicode()];
+    });
 }
 
 /// Spaces that don't occur in the text and that are no blanks for the rules of blocks.

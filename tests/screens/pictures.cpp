@@ -127,8 +127,16 @@ private:
                                .content = u"What should I look at first if my rent goes up by 80 a month?"_s};
         Message reply{.id = QUuid::createUuid(),
                       .role = Role::assistant,
-                      .content = u"An extra 80 a month is 960 a year. That is most often found without "
-                                 "giving anything up."_s};
+                      .content = u"## Three places, in this order\n"
+                                 "An extra **80 a month is 960 a year**. That is most often found without "
+                                 "giving anything up:\n"
+                                 "- **Subscriptions.** Cancel what you haven't opened in a month.\n"
+                                 "- **Food.** Two planned dinners a week save about 45.\n"
+                                 "- **Transport.** A [monthly ticket](https://example.org) pays from the "
+                                 "13th ride.\n\n"
+                                 "| Part | Now | Then |\n|---|---|---|\n| Rent | 1,200 | 1,280 |\n"
+                                 "| Food | 600 | 555 |\n\n"
+                                 "```py\nprint((1280 - 1200) * 12)\n```"_s};
         reply.reasoning =
             u"The person pays 1,200 and will pay 1,280. Over a year that is 960. The biggest parts that "
             "can move are food and transport. I should give a short order of steps, with the sums."_s;
