@@ -68,3 +68,11 @@ int longParagraph::separableLines(const QTextLayout &layout) {
     }
     return 0;
 }
+
+int longParagraph::cuttableLines(const QTextLayout &layout) {
+    for (int line = layout.lineCount() - unsettledLines; line > 0; --line) {
+        if (layout.isValidCursorPosition(layout.lineAt(line).textStart()))
+            return line;
+    }
+    return 0;
+}

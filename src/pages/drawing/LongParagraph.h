@@ -10,6 +10,10 @@ namespace longParagraph {
 /// A piece is found in as many UTF-16 code units of the paragraph, so laying it costs at most that.
 constexpr int pieceReach = 1024;
 
+/// A paragraph of more than this was not written to be read, and is laid in pieces of as much however it
+/// looks: the time for one that can't be divided grows with the square of its length.
+constexpr int endless = 16 * pieceReach;
+
 /// True if all of the text runs from the left, whatever comes after it. Text that turns is ordered in
 /// one go and can't be laid in pieces.
 bool runsFromTheLeft(QStringView text);
@@ -18,5 +22,8 @@ bool runsFromTheLeft(QStringView text);
 /// text after them laid as if it stood alone. Zero if it can't be told apart anywhere. The layout is of
 /// text that runs from the left.
 int separableLines(const QTextLayout &layout);
+
+/// How many of the first lines can be told from the rest at all.
+int cuttableLines(const QTextLayout &layout);
 
 } // namespace longParagraph

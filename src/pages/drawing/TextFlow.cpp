@@ -235,7 +235,9 @@ std::unique_ptr<TextFlow::Piece> TextFlow::laidPiece(int start) const {
     const int length = int(lineEnd < 0 ? m_text.size() : lineEnd) - start;
     auto piece = std::make_unique<Piece>();
     piece->start = start;
-    if (length > longParagraph::pieceReach && layBeginning(*piece))
+    if (length > longParagraph::pieceReach && layBeginning(*piece, Cut::unseen))
+        return piece;
+    if (length > longParagraph::endless && layBeginning(*piece, Cut::anywhere))
         return piece;
     piece->length = length;
     piece->reach = piece->end() + 1;
@@ -244,26 +246,37 @@ std::unique_ptr<TextFlow::Piece> TextFlow::laidPiece(int start) const {
     return piece;
 }
 
-bool TextFlow::layBeginning(Piece &piece) const {
-    if (!longParagraph::runsFromTheLeft(QStringView(m_text).sliced(piece.start, longParagraph::pieceReach)))
+bool TextFlow::layBeginning(Piece &piece, Cut cut) const {
+    const bool isUnseen = cut == Cut::unseen;
+    const int reach = isUnseen ? longParagraph::pieceReach : longParagraph::endless;
+    if (isUnseen && !longParagraph::runsFromTheLeft(QStringView(m_text).sliced(piece.start, reach)))
         return false;
-    layOut(piece.layout, piece.start, longParagraph::pieceReach);
-    piece.lineCount = longParagraph::separableLines(piece.layout);
+    layOut(piece.layout, piece.start, reach);
+    piece.lineCount =
+        isUnseen ? longParagraph::separableLines(piece.layout) : longParagraph::cuttableLines(piece.layout);
     if (piece.lineCount == 0)
         return false;
     const QTextLine next = piece.layout.lineAt(piece.lineCount);
     piece.length = next.textStart();
-    piece.reach = piece.start + longParagraph::pieceReach + 1;
+    piece.reach = piece.start + reach + 1;
     piece.height = next.y();
     for (int line = piece.lineCount; line < piece.layout.lineCount(); ++line)
         piece.layout.lineAt(line).setPosition({0, outOfSight});
     return true;
 }
 
+Qt::LayoutDirection TextFlow::directionAt(int start, const QString &text) const {
+    const bool goesOn = start > 0 && m_text.at(start - 1) != u'\n';
+    if (goesOn)
+        return m_pieces.back()->layout.textOption().textDirection();
+    return text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
+}
+
 double TextFlow::layOut(QTextLayout &layout, int start, int length) const {
     const QString text = m_text.mid(start, length);
     QTextOption option = m_option;
-    if (option.alignment() == Qt::AlignLeft && text.isRightToLeft())
+    option.setTextDirection(directionAt(start, text));
+    if (option.alignment() == Qt::AlignLeft && option.textDirection() == Qt::RightToLeft)
         option.setAlignment(Qt::AlignRight);
     layout.setText(text);
     layout.setFont(m_font);

@@ -63,8 +63,12 @@ private:
     /// Lays anew from the piece at `first` on.
     void layPieces(size_t first);
     std::unique_ptr<Piece> laidPiece(int start) const;
+    /// Where a long paragraph is divided: only where nothing can be seen of it, or anywhere.
+    enum class Cut { unseen, anywhere };
     /// Makes a piece of the first lines of a long paragraph's rest; false if it can't be divided there.
-    bool layBeginning(Piece &piece) const;
+    bool layBeginning(Piece &piece, Cut cut) const;
+    /// The direction of the paragraph of which a piece begins at `start`; all before it are laid.
+    Qt::LayoutDirection directionAt(int start, const QString &text) const;
     /// Gives the height, with the spacing after the last line.
     double layOut(QTextLayout &layout, int start, int length) const;
     /// The formats that a stretch of the text has, in its own places.

@@ -138,6 +138,21 @@ TEST(LongParagraphTest, textFromTheRightIsLaidInOneGo) {
         EXPECT_FALSE(longParagraph::runsFromTheLeft(text));
 }
 
+TEST(LongParagraphTest, whatIsNotWrittenToBeReadIsLaidInPiecesAnyhow) {
+    for (const QString &piece : {u"w"_s, u"="_s, u"`a` "_s, u"שלום "_s, u"12 "_s}) {
+        const QString text = piece.repeated(5 * longParagraph::endless / 4 / piece.size());
+        TextFlow flow;
+        prepare(flow);
+        flow.setText(text);
+        const Whole whole(text);
+        EXPECT_EQ(flow.height(), whole.height());
+        for (int position = 0; position <= text.size(); position += 997)
+            EXPECT_EQ(QPointF(flow.caretAt(position).topLeft()), whole.caretAt(position)) << position;
+        EXPECT_GT(flow.setText(text.repeated(4)), 0);
+        EXPECT_GT(flow.setText(text.repeated(4) + u'.'), flow.height() / 2);
+    }
+}
+
 TEST(LongParagraphTest, theCaretMovesAsInTheWhole) {
     expectTheSameMoves(plain());
     expectTheSameMoves(paragraphOf({u"漢字"_s, u"かな"_s, u"カタ"_s, u"\U00020000"_s}, {}));
