@@ -2,6 +2,7 @@
 
 #include "screens/Label.h"
 #include "screens/Look.h"
+#include "screens/ShownTitle.h"
 #include "screens/StatusDot.h"
 #include "screens/Style.h"
 
@@ -23,8 +24,7 @@ ChatBar::ChatBar(const Look &look, QWidget *parent)
 }
 
 void ChatBar::setTitle(const QString &title) {
-    // A title may have been written with line ends; the bar has one line.
-    m_title->setText(title.simplified());
+    m_title->setText(shownTitle(title));
 }
 
 void ChatBar::setLamp(const StatusLamp &lamp) {

@@ -1,6 +1,6 @@
 #include "screens/Glide.h"
 
-Glide::Glide(std::chrono::milliseconds duration, QEasingCurve::Type curve, QObject *parent)
+Glide::Glide(std::chrono::milliseconds duration, const QEasingCurve &curve, QObject *parent)
     : QObject(parent) {
     m_animation.setDuration(int(duration.count()));
     m_animation.setEasingCurve(curve);

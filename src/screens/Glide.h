@@ -12,7 +12,7 @@ class Glide : public QObject {
 
 public:
     /// `curve` is how it goes: fast at first and slow in the end, unless said otherwise.
-    explicit Glide(std::chrono::milliseconds duration, QEasingCurve::Type curve = QEasingCurve::OutCubic,
+    explicit Glide(std::chrono::milliseconds duration, const QEasingCurve &curve = QEasingCurve::OutCubic,
                    QObject *parent = nullptr);
 
     /// Sets out; a way that is under way ends where it is. With reduced motion it is there at once.

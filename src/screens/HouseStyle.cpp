@@ -1,8 +1,11 @@
 #include "screens/HouseStyle.h"
 
+#include "screens/Icon.h"
 #include "screens/Palette.h"
 #include "screens/Style.h"
 
+#include <QAction>
+#include <QMenu>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -16,6 +19,15 @@ constexpr double markOpacity = 0.1;
 constexpr double edgeOpacity = 0.14;
 constexpr int menuRadius = 7;
 constexpr int markInset = 4;
+constexpr int checkMark = 12;
+
+constexpr const char *destructive = "destructive";
+
+bool isDestructive(const QStyleOptionMenuItem &item, const QWidget *menu) {
+    const auto *owner = qobject_cast<const QMenu *>(menu);
+    const QAction *entry = owner ? owner->actionAt(item.rect.center()) : nullptr;
+    return entry && entry->property(destructive).toBool();
+}
 
 QColor inkOf(const QStyleOption &option, double opacity) {
     return withOpacity(option.palette.color(QPalette::Normal, QPalette::WindowText), opacity);
@@ -28,6 +40,12 @@ void drawMark(QPainter &painter, const QRectF &area, const QColor &color, double
     painter.setBrush(color);
     painter.drawRoundedRect(area, radius, radius);
     painter.restore();
+}
+
+void drawCheckMark(const QStyleOption &option, QPainter &painter) {
+    QRectF sign(0, 0, checkMark, checkMark);
+    sign.moveCenter(QRectF(option.rect).center());
+    drawIcon(painter, Icon::check, sign, option.palette.color(QPalette::Normal, QPalette::WindowText));
 }
 
 void drawScrollBar(const QStyleOptionSlider &bar, const QRect &slider, QPainter &painter) {
@@ -46,6 +64,10 @@ void drawScrollBar(const QStyleOptionSlider &bar, const QRect &slider, QPainter 
 } // namespace
 
 HouseStyle::HouseStyle() : QProxyStyle(u"fusion"_s) {}
+
+void HouseStyle::setDestructive(QAction &entry) {
+    entry.setProperty(destructive, true);
+}
 
 int HouseStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const {
     switch (metric) {
@@ -133,9 +155,14 @@ void HouseStyle::drawControl(ControlElement element, const QStyleOption *option,
     } else if (element == CE_MenuItem && item && item->menuItemType != QStyleOptionMenuItem::Separator) {
         // Fusion marks the chosen item with the accent; here a touch of the ink is enough.
         QStyleOptionMenuItem calm = *item;
+        // One mark for whatever is chosen, whether others may be chosen beside it or not.
+        if (calm.checkType == QStyleOptionMenuItem::Exclusive)
+            calm.checkType = QStyleOptionMenuItem::NonExclusive;
         if (item->state.testFlag(State_Selected) && item->state.testFlag(State_Enabled))
             drawMark(*painter, QRectF(item->rect), inkOf(*item, markOpacity), menuRadius - 2);
         calm.state &= ~State_Selected;
+        if (isDestructive(*item, widget))
+            calm.palette.setColor(QPalette::Text, calm.palette.color(QPalette::BrightText));
         QProxyStyle::drawControl(element, &calm, painter, widget);
     } else {
         QProxyStyle::drawControl(element, option, painter, widget);
@@ -148,6 +175,9 @@ void HouseStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opt
         painter->fillRect(option->rect, option->palette.color(QPalette::AlternateBase));
         painter->setPen(inkOf(*option, edgeOpacity));
         painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    } else if (element == PE_IndicatorCheckBox && qobject_cast<const QMenu *>(widget)) {
+        if (option->state.testFlag(State_On))
+            drawCheckMark(*option, *painter);
     } else if (element != PE_PanelMenuBar) {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
     }

@@ -2,6 +2,8 @@
 
 #include <QProxyStyle>
 
+class QAction;
+
 /// The toolkit's own parts (menus, scroll bars, tool tips) drawn to go with the windows: flat, in the
 /// application's palette.
 class HouseStyle : public QProxyStyle {
@@ -9,6 +11,9 @@ class HouseStyle : public QProxyStyle {
 
 public:
     HouseStyle();
+
+    /// Has a menu's entry written as one that warns: what it does can't be undone.
+    static void setDestructive(QAction &entry);
 
     int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override;
     int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,

@@ -13,6 +13,8 @@ QString fileOf(Icon icon) {
     switch (icon) {
     case Icon::arrowUp:
         return u":/icons/arrow-up.svg"_s;
+    case Icon::check:
+        return u":/icons/check.svg"_s;
     case Icon::chevron:
         return u":/icons/chevron.svg"_s;
     case Icon::chip:
@@ -23,6 +25,8 @@ QString fileOf(Icon icon) {
         return u":/icons/close.svg"_s;
     case Icon::download:
         return u":/icons/download.svg"_s;
+    case Icon::gear:
+        return u":/icons/gear.svg"_s;
     case Icon::information:
         return u":/icons/information.svg"_s;
     case Icon::page:
@@ -31,6 +35,8 @@ QString fileOf(Icon icon) {
         return u":/icons/palette.svg"_s;
     case Icon::paperclip:
         return u":/icons/paperclip.svg"_s;
+    case Icon::plus:
+        return u":/icons/plus.svg"_s;
     case Icon::stop:
         return u":/icons/stop.svg"_s;
     case Icon::trash:

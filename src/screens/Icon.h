@@ -8,15 +8,18 @@ class QPainter;
 /// The program's own symbols: one line weight on a grid of sixteen, tinted as they are drawn.
 enum class Icon {
     arrowUp,
+    check,
     chevron,
     chip,
     clock,
     close,
     download,
+    gear,
     information,
     page,
     palette,
     paperclip,
+    plus,
     stop,
     trash,
     warning

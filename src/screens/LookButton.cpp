@@ -39,8 +39,8 @@ void LookButton::drawFocusRing(QPainter &painter, const QRectF &area, double rad
 }
 
 void LookButton::focusInEvent(QFocusEvent *event) {
-    // A window that comes to the front again gives the focus back, and says nothing of keys.
-    if (event->reason() != Qt::ActiveWindowFocusReason)
+    // A window that comes to the front again gives the focus back, and says nothing of keys; so does a menu.
+    if (!isPassing(event->reason()))
         m_showsFocus = isKeyboardReason(event->reason());
     QPushButton::focusInEvent(event);
     Q_EMIT focusChanged();

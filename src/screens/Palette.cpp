@@ -13,6 +13,8 @@ constexpr double chipOpacity = 0.34;
 constexpr double frameOpacity = 0.05;
 constexpr double accentEdgeOpacity = 0.55;
 constexpr double quietOpacity = 0.07;
+constexpr double markerOpacity = 0.1;
+constexpr double switchOffOpacity = 0.2;
 constexpr double livelyOpacity = 0.11;
 constexpr double pressedOpacity = 0.16;
 constexpr double selectionShare = 0.32;
@@ -117,6 +119,26 @@ QColor Palette::livelyFill() const {
 
 QColor Palette::pressedFill() const {
     return withOpacity(ink, pressedOpacity);
+}
+
+QColor Palette::marker() const {
+    return withOpacity(ink, markerOpacity);
+}
+
+QColor Palette::switchOn() const {
+    return accent;
+}
+
+QColor Palette::switchOff() const {
+    return withOpacity(ink, switchOffOpacity);
+}
+
+QColor Palette::thumb() const {
+    return appearance == Appearance::dark ? ink : surface;
+}
+
+QColor Palette::onThumb() const {
+    return appearance == Appearance::dark ? background : ink;
 }
 
 QColor Palette::cardFill() const {
@@ -266,7 +288,7 @@ QPalette toolkitPalette(const Palette &palette) {
     result.setColor(QPalette::AlternateBase, palette.sidebar);
     result.setColor(QPalette::Text, palette.ink);
     result.setColor(QPalette::ButtonText, palette.ink);
-    result.setColor(QPalette::BrightText, palette.strongInk);
+    result.setColor(QPalette::BrightText, palette.destructiveInk());
     result.setColor(QPalette::PlaceholderText, palette.secondaryInk());
     result.setColor(QPalette::Highlight, palette.accent);
     result.setColor(QPalette::HighlightedText, palette.onAccent());

@@ -33,6 +33,15 @@ struct Palette {
     /// Behind the one of several quiet things that is chosen.
     QColor raisedFill() const;
 
+    /// Behind the row of the open chat.
+    QColor marker() const;
+
+    /// A switch that is on or off: its box, its thumb, and the sign on the thumb.
+    QColor switchOn() const;
+    QColor switchOff() const;
+    QColor thumb() const;
+    QColor onThumb() const;
+
     /// Behind cards that are buttons, at rest.
     QColor cardFill() const;
 

@@ -89,6 +89,7 @@ inline constexpr int attachmentsMaximumHeight = 92;
 
 // The empty chat.
 inline constexpr int suggestionWidth = 314;
+inline constexpr int suggestionMinimumWidth = 140;
 inline constexpr int suggestionPadding = 13;
 inline constexpr int suggestionGap = 12;
 
@@ -119,9 +120,33 @@ inline constexpr int spinner = 22;
 inline constexpr int spinnerWeight = 2;
 inline constexpr auto spinnerTurn = 1000ms;
 
+// The sidebar, and what stands beside it.
+inline constexpr int sidebarWidth = 248;
+inline constexpr int sidebarMinimumWidth = 200;
+inline constexpr int sidebarMaximumWidth = 360;
+inline constexpr int chatMinimumWidth = 380;
+inline constexpr int wideButtonHeight = 32;
+inline constexpr int chatRowHeight = 32;
+inline constexpr int chatRowGap = 1;
+inline constexpr int chatRowPadding = 10;
+inline constexpr auto titleFade = 200ms;
+/// The spring that moves the marker: how stiff, how damped, and when it has come to rest.
+inline constexpr auto markerResponse = 300ms;
+inline constexpr double markerDamping = 0.8;
+inline constexpr auto markerRest = 450ms;
+
+// Switches.
+inline constexpr int switchWidth = 36;
+inline constexpr int switchHeight = 20;
+inline constexpr int switchThumb = 16;
+inline constexpr int switchCheck = 10;
+inline constexpr auto switchGlide = 160ms;
+
 // Sheets.
 inline constexpr int sheetWidth = 440;
 inline constexpr int sheetPadding = 24;
+inline constexpr int fieldHeight = 36;
+inline constexpr int fieldPadding = 10;
 inline constexpr auto sheetFade = 160ms;
 
 // The settings window.

@@ -28,9 +28,9 @@ int opaquePixels(const QImage &image) {
 } // namespace
 
 TEST(IconTest, everySymbolIsThereAndTakesTheColor) {
-    for (const Icon icon : {Icon::arrowUp, Icon::chevron, Icon::chip, Icon::clock, Icon::close,
-                            Icon::download, Icon::information, Icon::page, Icon::palette, Icon::paperclip,
-                            Icon::stop, Icon::trash, Icon::warning}) {
+    for (const Icon icon : {Icon::arrowUp, Icon::check, Icon::chevron, Icon::chip, Icon::clock, Icon::close,
+                            Icon::download, Icon::gear, Icon::information, Icon::page, Icon::palette,
+                            Icon::paperclip, Icon::plus, Icon::stop, Icon::trash, Icon::warning}) {
         const QImage image = drawn(icon, Qt::red);
         EXPECT_GT(opaquePixels(image), 10);
         for (int y = 0; y < 16; ++y) {

@@ -84,6 +84,7 @@ TEST(PaletteTest, everyTextCanBeReadInEveryTheme) {
             EXPECT_GE(contrast(palette.ink, ground), readable);
         EXPECT_GE(contrast(palette.secondaryInk(), palette.background), readable);
         EXPECT_GE(contrast(palette.secondaryInk(), palette.surface), readable);
+        EXPECT_GE(contrast(palette.secondaryInk(), palette.sidebar), readable);
         const QColor frame = palette.frameFill();
         EXPECT_GE(contrast(palette.secondaryInk(), mixed(palette.background, palette.ink, frame.alphaF())),
                   readable);
