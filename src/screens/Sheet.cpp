@@ -51,12 +51,27 @@ void Sheet::addParagraph(const QString &text) {
     m_texts->addWidget(paragraph);
 }
 
+void Sheet::addField(const QString &name, QWidget *field) {
+    auto *caption = new Label(m_look, TextStyle::caption, Label::Ink::secondary, Label::Fit::natural, m_page);
+    caption->setText(name);
+    auto *column = new QVBoxLayout;
+    column->setSpacing(style::spaceTiny);
+    column->addWidget(caption);
+    column->addWidget(field);
+    m_texts->addLayout(column);
+    takeFirst(field);
+}
+
 WordButton *Sheet::addButton(const QString &word, WordButton::Tone tone) {
     auto *button = new WordButton(m_look, word, tone, m_page);
     m_buttons->addWidget(button);
-    if (!m_first)
-        m_first = button;
+    takeFirst(button);
     return button;
+}
+
+void Sheet::takeFirst(QWidget *control) {
+    if (!m_first)
+        m_first = control;
 }
 
 void Sheet::setShown(bool isShown) {
@@ -82,8 +97,11 @@ void Sheet::appear() {
 }
 
 void Sheet::disappear() {
-    const bool hadFocus = isAncestorOf(window()->focusWidget());
-    const bool isByKeys = hadFocus && m_first && m_first->showsFocus();
+    QWidget *const focused = window()->focusWidget();
+    const bool hadFocus = isAncestorOf(focused);
+    // A field is for keys, a button for both.
+    const auto *button = qobject_cast<LookButton *>(focused);
+    const bool isByKeys = !button || button->showsFocus();
     // The page goes at once, so that nothing of it can be pressed while the veil fades.
     if (hadFocus && m_focusBefore && m_focusBefore->isVisible())
         m_focusBefore->setFocus(isByKeys ? Qt::TabFocusReason : Qt::OtherFocusReason);

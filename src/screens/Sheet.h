@@ -10,9 +10,9 @@
 class QHBoxLayout;
 class QVBoxLayout;
 
-/// A small page over a window: a heading, paragraphs, and buttons. What lies behind is dimmed, and neither
-/// mouse nor Tab gets there. While it stands, the first button has the focus; afterwards, whoever had it
-/// before.
+/// A small page over a window: a heading, paragraphs, fields, and buttons. What lies behind is dimmed, and
+/// neither mouse nor Tab gets there. While it stands, the first field or else the first button has the
+/// focus; afterwards, whoever had it before.
 class Sheet : public QWidget, public Spoken {
     Q_OBJECT
 
@@ -22,6 +22,9 @@ public:
 
     void addHeading(const QString &text);
     void addParagraph(const QString &text);
+
+    /// Adds a field under its name, and takes it.
+    void addField(const QString &name, QWidget *field);
 
     /// Adds a button after those that are there; the sheet closes by the owner's word alone.
     WordButton *addButton(const QString &word, WordButton::Tone tone = WordButton::Tone::quiet);
@@ -50,6 +53,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void takeFirst(QWidget *control);
     void appear();
     void disappear();
     void cover();
@@ -59,7 +63,7 @@ private:
     QWidget *m_page;
     QVBoxLayout *m_texts;
     QHBoxLayout *m_buttons;
-    QPointer<WordButton> m_first;
+    QPointer<QWidget> m_first; ///< who gets the focus
     QPointer<QWidget> m_focusBefore;
     Glide m_veil;
     bool m_isShown = false;

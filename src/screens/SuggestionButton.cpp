@@ -1,7 +1,6 @@
 #include "screens/SuggestionButton.h"
 
 #include "screens/Look.h"
-#include "screens/Style.h"
 
 #include <QPainter>
 #include <QTextLayout>
@@ -10,12 +9,19 @@
 
 SuggestionButton::SuggestionButton(const Look &look, const QString &text, QWidget *parent)
     : LookButton(look, text, parent) {
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+    setMaximumWidth(style::suggestionWidth);
 }
 
 QSize SuggestionButton::sizeHint() const {
-    return {style::suggestionWidth, layText(style::suggestionWidth - 2 * style::suggestionPadding, nullptr) +
-                                        2 * style::suggestionPadding};
+    return {style::suggestionWidth, heightForWidth(style::suggestionWidth)};
+}
+
+int SuggestionButton::heightForWidth(int width) const {
+    constexpr int padding = 2 * style::suggestionPadding;
+    return layText(width - padding, nullptr) + padding;
 }
 
 void SuggestionButton::paintEvent(QPaintEvent *) {

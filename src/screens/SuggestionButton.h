@@ -1,6 +1,7 @@
 #pragma once
 
 #include "screens/LookButton.h"
+#include "screens/Style.h"
 
 /// A suggestion of the empty chat: a card with a sentence on it, of a fixed width, as high as it needs.
 class SuggestionButton : public LookButton {
@@ -10,7 +11,8 @@ public:
     SuggestionButton(const Look &look, const QString &text, QWidget *parent = nullptr);
 
     QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return sizeHint(); }
+    QSize minimumSizeHint() const override { return {style::suggestionMinimumWidth, style::buttonHeight}; }
+    int heightForWidth(int width) const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
