@@ -4,6 +4,7 @@
 #include "screens/ApplicationIcon.h"
 #include "screens/Front.h"
 #include "screens/PageListView.h"
+#include "screens/Placement.h"
 #include "screens/RootView.h"
 #include "screens/ScheduleListView.h"
 #include "screens/SettingsView.h"
@@ -27,11 +28,13 @@ MainWindow::MainWindow(AppState &app, Clock &clock) : m_app(app) {
     connectCommands();
     addWindows();
     takeLook();
-    resize(style::windowWidth, style::windowHeight);
+    if (!restoreGeometry(loadWindowGeometry()))
+        resize(style::windowWidth, style::windowHeight);
 
     connect(&m_look, &Look::changed, this, &MainWindow::takeLook);
     connect(&app, &AppState::settingsChanged, this, &MainWindow::followSettings);
     connect(&app, &AppState::phaseChanged, this, &MainWindow::followPhase);
+    connect(root, &RootView::settingsRequested, m_commands.settings(), &QAction::trigger);
     connect(root, &RootView::appeared, &m_reducedMotion, &ReducedMotion::watch);
     connect(&m_reducedMotion, &ReducedMotion::isOnChanged, this,
             [this] { m_look.setMotion(m_reducedMotion.isOn() ? Motion::reduced : Motion::full); });
@@ -40,6 +43,11 @@ MainWindow::MainWindow(AppState &app, Clock &clock) : m_app(app) {
 
 void MainWindow::comeToFront(const QString &activationToken) {
     bringToFront(*this, activationToken);
+}
+
+void MainWindow::closeEvent(QCloseEvent *event) {
+    saveWindowGeometry(saveGeometry());
+    QMainWindow::closeEvent(event);
 }
 
 void MainWindow::connectCommands() {

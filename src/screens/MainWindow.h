@@ -14,6 +14,7 @@ class RootView;
 /// The program's main window, with its menu and the windows that the menu opens. It keeps the look of the
 /// whole application in step with the settings and with the person's wish for less motion. Closing it
 /// hides it: it can come back as long as another window is open, and the program ends with the last one.
+/// It keeps its place and its size from one start to the next.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
@@ -27,6 +28,9 @@ public:
     /// Shows the window again where it was closed or minimised, and gives it the focus as far as the
     /// desktop lets it; `activationToken` as for bringToFront().
     void comeToFront(const QString &activationToken = {});
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
 
 private:
     void connectCommands();

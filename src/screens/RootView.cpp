@@ -1,7 +1,7 @@
 #include "screens/RootView.h"
 
 #include "core/AppState.h"
-#include "screens/ChatScreen.h"
+#include "screens/ChatView.h"
 #include "screens/Look.h"
 #include "screens/OnboardingView.h"
 #include "screens/Style.h"
@@ -35,7 +35,8 @@ void RootView::paintEvent(QPaintEvent *event) {
 void RootView::showPhase() {
     const bool isReady = isIn<phase::Ready>(m_app.phase());
     if (isReady && !m_chat) {
-        m_chat = new ChatScreen(m_app, m_look, m_clock);
+        m_chat = new ChatView(m_app, m_look, m_clock);
+        connect(m_chat, &ChatView::settingsRequested, this, &RootView::settingsRequested);
         m_stack->addWidget(m_chat);
     }
     m_stack->setCurrentWidget(isReady ? static_cast<QWidget *>(m_chat) : m_onboarding);

@@ -3,7 +3,7 @@
 #include <QWidget>
 
 class AppState;
-class ChatScreen;
+class ChatView;
 class Clock;
 class Look;
 class OnboardingView;
@@ -18,12 +18,13 @@ public:
     /// All three must outlive this object.
     RootView(AppState &app, const Look &look, Clock &clock, QWidget *parent = nullptr);
 
-    /// The chat; nothing before the program was ready for the first time.
-    ChatScreen *chatScreen() const { return m_chat; }
+    /// The sidebar and the chat; nothing before the program was ready for the first time.
+    ChatView *chatView() const { return m_chat; }
 
 Q_SIGNALS:
     /// The window stands on the screen for the first time.
     void appeared();
+    void settingsRequested();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -36,6 +37,6 @@ private:
     Clock &m_clock;
     QStackedLayout *m_stack;
     OnboardingView *m_onboarding;
-    ChatScreen *m_chat = nullptr;
+    ChatView *m_chat = nullptr;
     bool m_hasAppeared = false;
 };

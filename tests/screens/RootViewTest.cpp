@@ -1,7 +1,7 @@
 #include "screens/RootView.h"
 
 #include "screens/AppFixture.h"
-#include "screens/ChatScreen.h"
+#include "screens/ChatView.h"
 #include "screens/ComposerTextView.h"
 #include "screens/HouseStyle.h"
 #include "screens/MainWindow.h"
@@ -28,11 +28,11 @@ TEST_F(RootViewTest, theStartBeginsOnceTheViewHasAppeared) {
     QSignalSpy phases(&app, &AppState::phaseChanged);
     letPass(20);
     EXPECT_EQ(phases.count(), 0);
-    EXPECT_FALSE(root.chatScreen());
+    EXPECT_FALSE(root.chatView());
     root.show();
     ASSERT_TRUE(eventually([this] { return isReady(); }));
-    ASSERT_TRUE(root.chatScreen());
-    EXPECT_TRUE(root.chatScreen()->isVisible());
+    ASSERT_TRUE(root.chatView());
+    EXPECT_TRUE(root.chatView()->isVisible());
     EXPECT_FALSE(root.findChild<OnboardingView *>()->isVisible());
 }
 
@@ -42,7 +42,7 @@ TEST_F(RootViewTest, theChatIsThereExactlyWhileTheProgramIsReady) {
     root.show();
     const auto *onboarding = root.findChild<OnboardingView *>();
     const auto agrees = [&] {
-        const bool chats = root.chatScreen() && root.chatScreen()->isVisible();
+        const bool chats = root.chatView() && root.chatView()->isVisible();
         return chats == isReady() && onboarding->isVisible() == !isReady();
     };
     int phases = 0;
@@ -68,7 +68,7 @@ TEST_F(RootViewTest, withoutAnEngineTheErrorStandsAndMayBeTriedAgain) {
     const EnvironmentVariable addressAgain("OSTRELIN_ENGINE_URL", engine.url().toString().toUtf8());
     click(buttonNamed(root, u"Try again"_s));
     ASSERT_TRUE(eventually([this] { return isReady(); }));
-    EXPECT_TRUE(root.chatScreen()->isVisible());
+    EXPECT_TRUE(root.chatView()->isVisible());
 }
 
 TEST_F(RootViewTest, theWindowHasItsSizes) {

@@ -57,7 +57,9 @@ TEST_F(ThemeTest, aSwitchFromLightToDarkChangesTheChromeAtOnce) {
     EXPECT_EQ(menu.palette().color(QPalette::WindowText), palette.ink);
     EXPECT_EQ(QToolTip::palette().color(QPalette::ToolTipText), palette.ink);
     EXPECT_EQ(QToolTip::palette().color(QPalette::ToolTipBase), palette.sidebar);
-    EXPECT_EQ(window.grab().toImage().pixel(3, window.height() - 3), palette.background.rgb());
+    const QImage picture = window.grab().toImage();
+    EXPECT_EQ(picture.pixel(3, window.height() - 3), palette.sidebar.rgb());
+    EXPECT_EQ(picture.pixel(window.width() - 3, window.height() - 3), palette.background.rgb());
 }
 
 TEST_F(ThemeTest, deletingEverythingBringsTheDefaultBack) {

@@ -1,5 +1,6 @@
 #include "screens/AppFixture.h"
 #include "screens/ChatScreen.h"
+#include "screens/ChatView.h"
 #include "screens/ComposerView.h"
 #include "screens/HouseStyle.h"
 #include "screens/MessageList.h"
@@ -10,6 +11,7 @@
 #include "screens/SettingsView.h"
 #include "screens/Sheet.h"
 #include "screens/SideWindow.h"
+#include "screens/SidebarView.h"
 #include "screens/Style.h"
 #include "screens/TextView.h"
 
@@ -85,6 +87,9 @@ private:
             {u"chat"_s, {}, [this] { return chat(); }},
             {u"composer"_s, {}, [this] { return composer(); }},
             {u"attachments"_s, {}, [this] { return attachments(); }},
+            {u"sidebar"_s, {}, [this] { return sidebar(); }},
+            {u"sidebar-smallest"_s, smallest, [this] { return sidebar(); }},
+            {u"rename"_s, {}, [this] { return renaming(); }},
             {u"settings-appearance"_s, settingsSize, [this] { return settings(0); }},
             {u"settings-model"_s, settingsSize, [this] { return settings(1); }},
             {u"settings-data"_s, settingsSize, [this] { return settings(2); }},
@@ -192,6 +197,33 @@ private:
         return screen;
     }
 
+    /// The last of the saved chats is the open one.
+    QWidget *sidebar() {
+        const QStringList titles = {u"Morning"_s,
+                                    u"Interview prep plan"_s,
+                                    u"عنوان المحادثة"_s,
+                                    QString(),
+                                    u"Five names for a coffee shop in a neighborhood that never sleeps"_s,
+                                    u"Compound interest, plainly"_s,
+                                    u"Thank-you note to a coworker"_s,
+                                    u"Household budget for autumn"_s};
+        for (const ConversationSummary &summary : app.chat().summaries())
+            ChatStore().remove(summary.id);
+        Conversation last;
+        for (int index = 0; index < titles.size(); ++index) {
+            last = newConversation(clock.now().addSecs(index), titles.at(index));
+            ChatStore().save(last);
+        }
+        app.chat().openConversation(last.id);
+        return new ChatView(app, look, clock);
+    }
+
+    QWidget *renaming() {
+        auto *view = static_cast<ChatView *>(sidebar());
+        Q_EMIT view->sidebar()->renameRequested(app.chat().summaries().at(1));
+        return view;
+    }
+
     QWidget *settings(int pane) {
         auto *view = new SettingsView(app, look);
         view->findChild<QListWidget *>()->setCurrentRow(pane);
@@ -264,6 +296,7 @@ private:
     }
 
     const QCommandLineParser &m_options;
+    const QSize smallest{style::contentMinimumWidth, style::contentMinimumHeight};
     const QSize settingsSize{style::settingsWidth, style::settingsHeight};
     const QString failure =
         u"The engine ended before it was ready.\nllama_model_load: error loading model: tensor 'blk.12' is "

@@ -1,21 +1,19 @@
 #pragma once
 
-#include <QByteArray>
+#include "support/EnvironmentVariable.h"
+
 #include <QTemporaryDir>
 
-/// While it lives, the application folder lies in an empty temporary folder; afterwards that is gone
-/// and the old place stands again.
+/// While it lives, the application folder and the desktop's configuration lie in empty temporary folders;
+/// afterwards those are gone and the old places stand again.
 class TemporaryApplicationFolder {
 public:
-    TemporaryApplicationFolder();
-    ~TemporaryApplicationFolder();
-    TemporaryApplicationFolder(const TemporaryApplicationFolder &) = delete;
-    TemporaryApplicationFolder &operator=(const TemporaryApplicationFolder &) = delete;
-
     /// The folder that stands for the person's application data; "Ostrelin" is made inside it.
-    QString dataHome() const { return m_directory.path(); }
+    QString dataHome() const { return m_data.path(); }
 
 private:
-    QTemporaryDir m_directory;
-    QByteArray m_before;
+    QTemporaryDir m_data;
+    QTemporaryDir m_configuration;
+    EnvironmentVariable m_dataHome{"XDG_DATA_HOME", m_data.path().toLocal8Bit()};
+    EnvironmentVariable m_configurationHome{"XDG_CONFIG_HOME", m_configuration.path().toLocal8Bit()};
 };
