@@ -80,6 +80,24 @@ bool AccessibleWindow::press(const QString &name, AccessibleRole role) {
     return false;
 }
 
+bool AccessibleWindow::askForMenu(const QString &name, AccessibleRole role) {
+    const auto item = find(name, role);
+    if (!item)
+        return false;
+    constexpr quint32 onScreen = 0;
+    const QVariantList answer = call(item->path, u"org.a11y.atspi.Component"_s, u"GetExtents"_s, {onScreen});
+    QRect area;
+    if (!answer.isEmpty())
+        answer.first().value<QDBusArgument>() >> area;
+    const QPoint middle = area.center();
+    return callDevices(u"GenerateMouseEvent"_s, {middle.x(), middle.y(), u"b3c"_s});
+}
+
+bool AccessibleWindow::isChosen(const QString &name, AccessibleRole role) {
+    const auto item = find(name, role);
+    return item && (statesOf(item->path) & (checked | selected)) != 0;
+}
+
 bool AccessibleWindow::setText(const QString &name, const QString &text) {
     const auto item = find(name, AccessibleRole::text);
     return item &&
@@ -131,10 +149,14 @@ bool AccessibleWindow::typeWithControl(int keysym) {
 }
 
 bool AccessibleWindow::generateKey(int keysym, const QString &text, quint32 kind) {
+    return callDevices(u"GenerateKeyboardEvent"_s, {keysym, text, kind});
+}
+
+bool AccessibleWindow::callDevices(const QString &method, const QVariantList &arguments) {
     QDBusMessage message =
         QDBusMessage::createMethodCall(registry, u"/org/a11y/atspi/registry/deviceeventcontroller"_s,
-                                       u"org.a11y.atspi.DeviceEventController"_s, u"GenerateKeyboardEvent"_s);
-    message.setArguments({keysym, text, kind});
+                                       u"org.a11y.atspi.DeviceEventController"_s, method);
+    message.setArguments(arguments);
     return m_bus.call(message, QDBus::Block, answerTimeout).type() == QDBusMessage::ReplyMessage;
 }
 
@@ -178,14 +200,13 @@ bool AccessibleWindow::visit(const QString &path, const std::function<Walk(const
     return true;
 }
 
-bool AccessibleWindow::isShowing(const QString &path) {
-    constexpr quint32 showing = 1u << 25;
+quint32 AccessibleWindow::statesOf(const QString &path) {
     const QVariantList answer = call(path, accessible, u"GetState"_s);
     if (answer.isEmpty())
-        return false;
+        return 0;
     QList<quint32> words;
     answer.first().value<QDBusArgument>() >> words;
-    return (words.value(0) & showing) != 0;
+    return words.value(0);
 }
 
 QStringList AccessibleWindow::childrenOf(const QString &path) {

@@ -7,7 +7,7 @@
 #include <optional>
 
 /// What an object of a window is, in the numbers of AT-SPI's AtspiRole.
-enum class AccessibleRole : quint32 { label = 29, listItem = 32, menuItem = 35, pushButton = 43, text = 61 };
+enum class AccessibleRole : quint32 { checkBox = 7, label = 29, listItem = 32, pushButton = 43, text = 61 };
 
 /// Another program's window, read and driven as assistive technology does it: by AT-SPI over the
 /// accessibility bus, through the names that are read aloud. It knows only what is showing. Main
@@ -26,6 +26,12 @@ public:
 
     /// Presses the button, or chooses the item, of that name. False if none is showing.
     bool press(const QString &name, AccessibleRole role = AccessibleRole::pushButton);
+
+    /// Clicks on the item of that name with the right mouse button. False if none is showing.
+    bool askForMenu(const QString &name, AccessibleRole role);
+
+    /// True if the item of that name is showing, and checked or selected.
+    bool isChosen(const QString &name, AccessibleRole role);
 
     /// Replaces the text of the field of that name. False if none is showing.
     bool setText(const QString &name, const QString &text);
@@ -54,10 +60,16 @@ private:
     };
     enum class Walk { goOn, end };
 
+    /// States of an object, in the bits of AT-SPI's AtspiStateType.
+    static constexpr quint32 checked = 1u << 4;
+    static constexpr quint32 selected = 1u << 23;
+    static constexpr quint32 showing = 1u << 25;
+
     bool connectToProgram();
     bool visit(const QString &path, const std::function<Walk(const Item &)> &visitor);
     std::optional<Item> find(const QString &name, AccessibleRole role);
-    bool isShowing(const QString &path);
+    bool isShowing(const QString &path) { return (statesOf(path) & showing) != 0; }
+    quint32 statesOf(const QString &path);
     QStringList childrenOf(const QString &path);
     QVariantList callService(const QString &service, const QString &path, const QString &interface,
                              const QString &method, const QVariantList &arguments = {});
@@ -65,6 +77,7 @@ private:
                       const QVariantList &arguments = {});
     QVariant property(const QString &path, const QString &interface, const QString &name);
     bool generateKey(int keysym, const QString &text, quint32 kind);
+    bool callDevices(const QString &method, const QVariantList &arguments);
 
     qint64 m_processIdentifier;
     QDBusConnection m_bus;
