@@ -25,7 +25,7 @@ bool dependsOnNeighbours(QStringView text, qsizetype place) {
 
 QList<QTextLayout::FormatRange> glyphsApart(QStringView text) {
     QList<QTextLayout::FormatRange> apart;
-    for (qsizetype place = 0; place < text.size(); ++place) {
+    for (qsizetype place = 0; place < text.size() && apart.size() < mostGlyphsApart; ++place) {
         if (!dependsOnNeighbours(text, place))
             continue;
         const bool isCarrier = place + 1 < text.size() && text.at(place + 1).isMark();

@@ -54,3 +54,7 @@ TEST(GlyphContext, aMarkStaysWithItsLetter) {
     EXPECT_TRUE(glyphsApart(u"a-\u0301b").isEmpty());
     EXPECT_EQ(glyphsApart(u"a-b").size(), 1);
 }
+
+TEST(GlyphContext, aTextOfNothingButSignsHasItsLimit) {
+    EXPECT_EQ(glyphsApart(QString(100'000, u'=')).size(), mostGlyphsApart);
+}
