@@ -85,6 +85,7 @@ private:
             {u"why-this-size"_s, {}, [this, state] { return whySize(state); }},
             {u"banners"_s, {}, [this] { return banners(); }},
             {u"chat"_s, {}, [this] { return chat(); }},
+            {u"figures"_s, {760, 1700}, [this] { return figures(); }},
             {u"composer"_s, {}, [this] { return composer(); }},
             {u"attachments"_s, {}, [this] { return attachments(); }},
             {u"sidebar"_s, {}, [this] { return sidebar(); }},
@@ -160,6 +161,32 @@ private:
             QEnterEvent enter({}, {}, {});
             QCoreApplication::sendEvent(screen->findChild<MessageList *>()->rowWidget(id), &enter);
         });
+        return screen;
+    }
+
+    /// A reply with every figure.
+    QWidget *figures() {
+        const QString text = u"```subtitle\nWhere the money goes\n```\n"
+                             "```metric\nRent: 1,280\nFood: 555\nLeft: 12%\n```\n"
+                             "```chart:blue\nRent: 1280\nFood: 555\nTransport: 120\n```\n"
+                             "```line\nJul: 3\nAug: 5\nSep: 4\nOct: 8\nNov: 6\n```\n"
+                             "```donut\nRent: 64\nFood: 28\nTransport: 6\nRest: 2\n```\n"
+                             "```progress:green\nSaved: 40\nPaid back: 90\n```\n"
+                             "```callout:warning\nThe rent goes up in **January**.\n```\n"
+                             "```timeline:purple\n**Now:** cancel subscriptions\nDecember: plan dinners\n"
+                             "January: new rent\n```\n"
+                             "```flow:teal\nLook -> Decide -> Save\n```\n"
+                             "```compare\nKeep | Cancel\nMusic | News\nCloud | Games\n```\n"
+                             "```cards:pink\nFirst | Subscriptions\nSecond | Dinners\nThird | Ticket\n```\n"
+                             "```spec\nRent | 1,280 a month\nFood | 555\n```\n"
+                             "> Little by little.\n\n```divider:amber\n```\n"
+                             "```sources\n[Tenants](https://example.org)\nA letter\n```"_s;
+        auto *screen = new ChatScreen(app, look, clock);
+        screen->setModel(chatScreenModel(
+            {.conversation = Conversation{
+                 .id = QUuid::createUuid(),
+                 .title = u"Household budget for autumn"_s,
+                 .messages = {{.id = QUuid::createUuid(), .role = Role::assistant, .content = text}}}}));
         return screen;
     }
 
