@@ -39,6 +39,14 @@ bool isLink(const std::optional<Target> &target) {
     return target && target->kind == Target::Kind::link;
 }
 
+/// True for a link to the same address, wherever it stands now, and for a button at the same place,
+/// whatever it copies now: the text may have grown.
+bool isStill(const std::optional<Target> &target, const std::optional<Target> &before) {
+    if (!target || !before || target->kind != before->kind)
+        return false;
+    return isLink(target) ? target->address == before->address : target->areas == before->areas;
+}
+
 } // namespace
 
 MarkdownWidget::MarkdownWidget(const DrawingTheme &theme, QWidget *parent)
@@ -202,8 +210,9 @@ void MarkdownWidget::mouseReleaseEvent(QMouseEvent *event) {
     if (!pressed)
         return;
     update();
-    if (m_view.targetAt(event->position()) == pressed && (selection().isEmpty() || !isLink(pressed)))
-        press(*pressed);
+    const std::optional<Target> released = m_view.targetAt(event->position());
+    if (isStill(released, pressed) && (selection().isEmpty() || !isLink(pressed)))
+        press(*released);
 }
 
 void MarkdownWidget::followPointer() {

@@ -104,6 +104,25 @@ TEST_F(MarkdownWidgetTest, theButtonCopiesTheCodeAsItWasWritten) {
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"before"_s);
 }
 
+TEST_F(MarkdownWidgetTest, textThatComesDuringAPressDoesNotUndoIt) {
+    show(u"one [two](https://example.org) three\n\n```\ncode"_s);
+    QTest::mousePress(&widget, Qt::LeftButton, {}, centerOf(1));
+    show(widget.text() + u"\nand more"_s);
+    QTest::mouseRelease(&widget, Qt::LeftButton, {}, centerOf(1));
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"code\nand more"_s);
+    QTest::mousePress(&widget, Qt::LeftButton, {}, centerOf(0));
+    show(u"on [two](https://example.org)"_s);
+    QTest::mouseRelease(&widget, Qt::LeftButton, {}, centerOf(0));
+    EXPECT_EQ(followed.count(), 1);
+}
+
+TEST_F(MarkdownWidgetTest, aPressOnOneLinkNeverFollowsAnother) {
+    QTest::mousePress(&widget, Qt::LeftButton, {}, centerOf(0));
+    show(u"one [two](https://example.com) three"_s);
+    QTest::mouseRelease(&widget, Qt::LeftButton, {}, centerOf(0));
+    EXPECT_EQ(followed.count(), 0);
+}
+
 TEST_F(MarkdownWidgetTest, thePointerTellsWhatIsUnderIt) {
     const auto shapeAt = [&](const QPoint &point) {
         QTest::mouseMove(&widget, point);
