@@ -215,6 +215,12 @@ void MarkdownWidget::mouseReleaseEvent(QMouseEvent *event) {
         press(*released);
 }
 
+void MarkdownWidget::mouseDoubleClickEvent(QMouseEvent *event) {
+    // The first of the two clicks has pressed it.
+    if (!m_view.targetAt(event->position()))
+        SelectableWidget::mouseDoubleClickEvent(event);
+}
+
 void MarkdownWidget::followPointer() {
     if (underMouse())
         hover(mapFromGlobal(QPointF(QCursor::pos())));
@@ -232,6 +238,8 @@ void MarkdownWidget::hover(const QPointF &point) {
         setCursor(m_view.isTextAt(point.y()) ? Qt::IBeamCursor : Qt::ArrowCursor);
     if (before == m_hovered)
         return;
+    if (!isStill(m_hovered, before))
+        QToolTip::hideText();
     for (const std::optional<Target> &target : {before, m_hovered}) {
         if (target)
             update(around(*target).toAlignedRect());
@@ -242,8 +250,11 @@ void MarkdownWidget::keyPressEvent(QKeyEvent *event) {
     const std::optional<Target> target = focusedTarget();
     const bool presses =
         event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
-    if (target && presses)
-        return press(*target);
+    if (target && presses) {
+        if (!event->isAutoRepeat())
+            press(*target);
+        return;
+    }
     const TextSelection before = selection();
     SelectableWidget::keyPressEvent(event);
     if (selection() != before)

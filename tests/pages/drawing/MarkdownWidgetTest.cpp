@@ -1,5 +1,7 @@
 #include "pages/drawing/MarkdownWidget.h"
 
+#include "support/Await.h"
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMenu>
@@ -76,6 +78,17 @@ TEST_F(MarkdownWidgetTest, twoClicksTakeTheWordAndThreeTheItem) {
     QTest::mousePress(&widget, Qt::LeftButton, {}, placeOf(16));
     QTest::mouseRelease(&widget, Qt::LeftButton, {}, placeOf(16));
     EXPECT_EQ(widget.selectedText(), u"four"_s);
+}
+
+TEST_F(MarkdownWidgetTest, twoClicksOnALinkOrAButtonSelectNothing) {
+    for (const int target : {0, 1}) {
+        QTest::mouseClick(&widget, Qt::LeftButton, {}, centerOf(target));
+        QTest::mouseDClick(&widget, Qt::LeftButton, {}, centerOf(target));
+        QTest::mouseRelease(&widget, Qt::LeftButton, {}, centerOf(target));
+        EXPECT_EQ(widget.selectedText(), QString());
+    }
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"\ncode"_s);
+    EXPECT_EQ(followed.count(), 1);
 }
 
 TEST_F(MarkdownWidgetTest, aClickFollowsALink) {
@@ -162,6 +175,16 @@ TEST_F(MarkdownWidgetTest, tabGoesThroughLinksAndButtonsAndReturnPressesThem) {
     EXPECT_TRUE(widget.hasFocus());
 }
 
+TEST_F(MarkdownWidgetTest, aKeyHeldDownPressesOnce) {
+    keys({{Qt::Key_Tab, {}}});
+    for (const bool isRepeated : {false, true, true}) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, {}, QString(), isRepeated);
+        QCoreApplication::sendEvent(&widget, &press);
+    }
+    EXPECT_EQ(followed.count(), 1);
+    EXPECT_EQ(widget.focusedTarget()->name, u"two"_s);
+}
+
 TEST_F(MarkdownWidgetTest, afterTheLastTargetTheFocusGoesOn) {
     QWidget next(&window);
     next.setFocusPolicy(Qt::TabFocus);
@@ -193,7 +216,16 @@ TEST_F(MarkdownWidgetTest, aLinkTellsWhereItLeads) {
     EXPECT_EQ(QToolTip::text(), u"https://example.org/%C3%A4"_s);
     QHelpEvent elsewhere(QEvent::ToolTip, placeOf(1), widget.mapToGlobal(placeOf(1)));
     QCoreApplication::sendEvent(&widget, &elsewhere);
-    QTRY_VERIFY(QToolTip::text().isEmpty());
+    EXPECT_TRUE(eventually([] { return QToolTip::text().isEmpty(); }));
+}
+
+TEST_F(MarkdownWidgetTest, aTipGoesWhenAnotherLinkComesUnderThePointer) {
+    QTest::mouseMove(&widget, centerOf(0));
+    QHelpEvent help(QEvent::ToolTip, centerOf(0), widget.mapToGlobal(centerOf(0)));
+    QCoreApplication::sendEvent(&widget, &help);
+    ASSERT_TRUE(QToolTip::isVisible());
+    show(u"one [two](https://example.com) three"_s);
+    EXPECT_TRUE(eventually([] { return !QToolTip::isVisible(); }));
 }
 
 TEST_F(MarkdownWidgetTest, theMenuOffersALinkOnlyWhereThereIsOne) {
