@@ -45,11 +45,14 @@ MessageList::MessageList(const Look &look, Clock &clock, QWidget *parent)
         arrange();
     });
     connect(&m_glide, &Glide::arrived, this, &MessageList::arrange);
-    connect(&look, &Look::changed, this, [this] {
-        qDeleteAll(std::exchange(m_widgets, {}));
-        estimateAll();
-        arrange();
-    });
+    // Queued, since a row can be laid only when all its parts have taken the look.
+    connect(
+        &look, &Look::changed, this,
+        [this] {
+            estimateAll();
+            arrange();
+        },
+        Qt::QueuedConnection);
 }
 
 MessageList::~MessageList() = default;

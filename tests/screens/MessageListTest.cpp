@@ -41,6 +41,14 @@ protected:
 
     void update() { list.setRows(chat, rows); }
 
+    void setLook(Theme theme, TextSize size) {
+        Settings settings;
+        settings.theme = theme;
+        settings.textSize = size;
+        look.follow(settings);
+        QCoreApplication::processEvents();
+    }
+
     /// Questions, and replies with more thinking than fits the box.
     void fillWithThinking(int count) {
         for (int pair = 0; pair < count; ++pair) {
@@ -285,11 +293,38 @@ TEST_F(MessageListTest, goneRowsGoAndTheOthersStay) {
 TEST_F(MessageListTest, anotherLookLaysEverythingAnew) {
     fill(20);
     const int before = bar().maximum();
-    Settings settings;
-    settings.textSize = TextSize::extraLarge;
-    look.follow(settings);
+    setLook(look.theme(), TextSize::extraLarge);
     EXPECT_GT(bar().maximum(), before);
     EXPECT_TRUE(isAtEnd());
+}
+
+TEST_F(MessageListTest, anotherLookLeavesTheRowsAsThePersonHasThem) {
+    fillWithThinking(4);
+    const int index = int(rows.size()) - 1;
+    click(box(index));
+    SelectableWidget *text = row(index)->textView();
+    text->setFocus(Qt::TabFocusReason);
+    text->selectAll();
+    for (const Theme theme : themes) {
+        for (const TextSize size : {TextSize::extraLarge, TextSize::small}) {
+            setLook(theme, size);
+            ASSERT_EQ(row(index)->textView(), text);
+            EXPECT_EQ(thinking(index)->stage(), ThinkingStage::expanded);
+            EXPECT_EQ(list.window()->focusWidget(), text);
+            EXPECT_TRUE(text->showsFocus());
+            EXPECT_EQ(text->selectedText(), rows.at(index).text);
+        }
+    }
+}
+
+TEST_F(MessageListTest, anotherLookGivesEveryRowTheHeightThatItTakesThere) {
+    fillWithThinking(4);
+    setLook(Theme::nearBlack, TextSize::extraLarge);
+    for (const MessageRow *seen : list.findChildren<MessageRow *>()) {
+        MessageRow fresh(look, clock, seen->model());
+        EXPECT_EQ(seen->height(), fresh.layIn(seen->width()));
+        EXPECT_EQ(seen->textView()->geometry(), fresh.textView()->geometry());
+    }
 }
 
 TEST_F(MessageListTest, theListIsOneStopOnTheKeyboardsWay) {
