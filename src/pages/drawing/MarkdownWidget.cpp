@@ -1,6 +1,7 @@
 #include "pages/drawing/MarkdownWidget.h"
 
 #include "pages/drawing/Focus.h"
+#include "pages/drawing/LinkAddress.h"
 #include "pages/drawing/MarkdownAccessible.h"
 
 #include <QAction>
@@ -22,10 +23,14 @@ constexpr double pressedOpacity = 0.13;
 constexpr double buttonRadius = 6;
 constexpr double ringReach = 3;
 constexpr double ringRadius = 5;
+constexpr qsizetype tipColumns = 72;
 
-/// As it is sent, so that nothing in it looks like something else.
-QString written(const QUrl &address) {
-    return QString::fromLatin1(address.toEncoded());
+/// Broken into lines, since a tip doesn't do that.
+QString tipOf(const QUrl &address) {
+    QString tip = shownAddress(address);
+    for (qsizetype end = tipColumns; end < tip.size(); end += tipColumns + 1)
+        tip.insert(end, u'\n');
+    return tip;
 }
 
 QRectF around(const Target &target) {
@@ -115,8 +120,9 @@ void MarkdownWidget::fillMenu(QMenu &menu, const QPoint &point) {
     const std::optional<Target> target = focused ? focused : m_view.targetAt(point);
     if (!isLink(target))
         return;
-    menu.addAction(u"Copy Link"_s, this,
-                   [address = written(target->address)] { QGuiApplication::clipboard()->setText(address); });
+    menu.addAction(u"Copy Link"_s, this, [address = QString::fromLatin1(target->address.toEncoded())] {
+        QGuiApplication::clipboard()->setText(address);
+    });
 }
 
 bool MarkdownWidget::focusNextPrevChild(bool next) {
@@ -152,8 +158,7 @@ bool MarkdownWidget::event(QEvent *event) {
     const auto *help = static_cast<QHelpEvent *>(event);
     const std::optional<Target> target = m_view.targetAt(help->pos());
     if (isLink(target))
-        QToolTip::showText(help->globalPos(), written(target->address), this,
-                           around(*target).toAlignedRect());
+        QToolTip::showText(help->globalPos(), tipOf(target->address), this, around(*target).toAlignedRect());
     else
         QToolTip::hideText();
     return true;

@@ -219,6 +219,16 @@ TEST_F(MarkdownWidgetTest, aLinkTellsWhereItLeads) {
     EXPECT_TRUE(eventually([] { return QToolTip::text().isEmpty(); }));
 }
 
+TEST_F(MarkdownWidgetTest, theTipOfALongAddressFitsOnAScreen) {
+    show(u"one [two](https://example.org/%1) three"_s.arg(QString(3000, u'w')));
+    QHelpEvent help(QEvent::ToolTip, centerOf(0), widget.mapToGlobal(centerOf(0)));
+    QCoreApplication::sendEvent(&widget, &help);
+    const QSize size = QFontMetrics(QToolTip::font()).size(0, QToolTip::text());
+    EXPECT_LT(size.width(), 1000);
+    EXPECT_LT(size.height(), 200);
+    EXPECT_TRUE(QToolTip::text().startsWith(u"https://example.org/"_s));
+}
+
 TEST_F(MarkdownWidgetTest, aTipGoesWhenAnotherLinkComesUnderThePointer) {
     QTest::mouseMove(&widget, centerOf(0));
     QHelpEvent help(QEvent::ToolTip, centerOf(0), widget.mapToGlobal(centerOf(0)));
