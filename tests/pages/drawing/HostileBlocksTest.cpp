@@ -15,6 +15,8 @@ constexpr int sight = 400;
 struct Hostile {
     const char *name;
     QString text;
+
+    friend void PrintTo(const Hostile &hostile, std::ostream *stream) { *stream << hostile.name; }
 };
 
 class HostileBlocksTest : public testing::TestWithParam<Hostile> {
