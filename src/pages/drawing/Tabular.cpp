@@ -53,7 +53,7 @@ QList<QTextLayout::FormatRange> tabularFormats(const QFont &font, QStringView te
         return isSpare ? digit - metrics.horizontalAdvance(text[place]) : 0;
     };
     QList<QTextLayout::FormatRange> formats;
-    for (qsizetype place = 0; place < text.size(); ++place) {
+    for (qsizetype place = 0; place < text.size() && formats.size() < mostTabularDigits; ++place) {
         // A digit stands in the middle of its room, so a half of what it spares comes before it.
         const double spare = (spareOf(place) + spareOf(place + 1)) / 2;
         if (spare <= 0)

@@ -85,3 +85,8 @@ TEST_F(MetricRowTest, aValueMayBeMissing) {
     metric({u"a:"_s, u"Time: 10:30"_s});
     EXPECT_EQ(view->spoken().name, u"Metrics: a, Time 10:30"_s);
 }
+
+TEST_F(MetricRowTest, aValueMayBeLongBeyondMeasure) {
+    metric({u"a: "_s + u"1234567890"_s.repeated(10'000)});
+    EXPECT_GT(view->height(), 10'000);
+}
