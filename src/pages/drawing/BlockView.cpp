@@ -13,6 +13,15 @@ Target targetOf(const TextPart &text, const TextPart::Link &link) {
             .areas = text.areasOf(link)};
 }
 
+/// A link that consists of a line end covers nothing that could be pressed.
+QList<Target> targetsOf(const TextPart &text) {
+    QList<Target> targets;
+    for (const TextPart::Link &link : text.links())
+        targets.append(targetOf(text, link));
+    targets.removeIf([](const Target &target) { return target.areas.isEmpty(); });
+    return targets;
+}
+
 bool contains(const Target &target, const QPointF &point) {
     return std::any_of(target.areas.begin(), target.areas.end(),
                        [&](const QRectF &area) { return area.contains(point); });
@@ -64,10 +73,8 @@ void BlockView::draw(QPainter &painter, const QRectF &clip, const TextSelection 
 
 QList<Target> BlockView::targets() const {
     QList<Target> targets;
-    for (const TextPart *text : m_texts) {
-        for (const TextPart::Link &link : text->links())
-            targets.append(targetOf(*text, link));
-    }
+    for (const TextPart *text : m_texts)
+        targets.append(targetsOf(*text));
     return targets + buttons();
 }
 
@@ -86,12 +93,8 @@ std::optional<Target> BlockView::targetAt(const QPointF &point) const {
 
 SpokenPart BlockView::spokenText(const TextPart &text, QAccessible::Role role) const {
     SpokenPart spoken{.role = role, .name = text.text(), .area = text.area()};
-    for (const TextPart::Link &link : text.links()) {
-        const Target target = targetOf(text, link);
-        spoken.parts.push_back({.role = QAccessible::Link,
-                                .name = target.name,
-                                .area = target.areas.isEmpty() ? QRectF() : target.areas.first(),
-                                .target = target});
-    }
+    for (const Target &target : targetsOf(text))
+        spoken.parts.push_back(
+            {.role = QAccessible::Link, .name = target.name, .area = target.areas.first(), .target = target});
     return spoken;
 }

@@ -57,12 +57,22 @@ double TextPart::setText(QStringView source) {
     m_codes.clear();
     for (const InlineRun &run : text.runs) {
         if (const auto address = linkAddress(run.link))
-            m_links.append({int(run.start), int(run.length), *address});
+            appendLink({int(run.start), int(run.length), *address});
         if (run.styles.testFlag(InlineStyle::code))
             m_codes.append({int(run.start), int(run.start + run.length)});
     }
     const double changed = m_flow.setText(text.text, formatsOf(text));
     return std::min(changed, height());
+}
+
+void TextPart::appendLink(const Link &link) {
+    // What looks different within a link is a run of its own.
+    const bool goesOn = !m_links.isEmpty() && m_links.last().address == link.address &&
+                        m_links.last().start + m_links.last().length == link.start;
+    if (goesOn)
+        m_links.last().length += link.length;
+    else
+        m_links.append(link);
 }
 
 double TextPart::layIn(double width) {

@@ -73,6 +73,7 @@ public:
     void draw(QPainter &painter, const QRectF &clip, const TextSelection &selection = {}) const;
 
 private:
+    void appendLink(const Link &link);
     TextFlow::Formats formatsOf(const AttributedText &text) const;
     QTextCharFormat formatOf(InlineStyles styles) const;
     void drawCodeGrounds(QPainter &painter, const QRectF &clip) const;

@@ -112,3 +112,19 @@ TEST_F(ProseViewTest, aScreenReaderHearsTheKindTheTextAndTheLinks) {
     EXPECT_TRUE(paragraph.parts[0].target.has_value());
     EXPECT_EQ(shown(u"## It"_s).spoken().role, QAccessible::Heading);
 }
+
+TEST_F(ProseViewTest, aLinkWithMarksInItIsOne) {
+    const QList<Target> targets =
+        shown(u"[a **b** c](https://x.org/) [d](https://x.org/) [e](https://y.org/)"_s).targets();
+    ASSERT_EQ(targets.size(), 3);
+    EXPECT_EQ(targets[0].name, u"a b c"_s);
+    EXPECT_EQ(targets[0].areas.size(), 1);
+    EXPECT_EQ(targets[1].name, u"d"_s);
+}
+
+TEST_F(ProseViewTest, aLinkThatCoversNothingIsNone) {
+    const BlockView &paragraph = shown(u"a [\n](https://x.org/) b [c\n](https://y.org/)"_s);
+    ASSERT_EQ(paragraph.targets().size(), 1);
+    EXPECT_EQ(paragraph.targets()[0].address, QUrl(u"https://y.org/"_s));
+    EXPECT_EQ(paragraph.spoken().parts.size(), 1U);
+}
