@@ -44,10 +44,10 @@ double MarkdownView::height() const {
 }
 
 double MarkdownView::showBlocks() {
-    if (m_width <= 0)
-        return 0;
     const double end = height();
-    const QList<MarkdownBlock> before = std::exchange(m_blocks, cachedMarkdownBlocks(m_text));
+    const bool isLaid = m_width > 0;
+    const QList<MarkdownBlock> before =
+        std::exchange(m_blocks, isLaid ? cachedMarkdownBlocks(m_text) : QList<MarkdownBlock>());
     const auto count = size_t(m_blocks.size());
     double changed = count < m_places.size() ? m_places[count].top : end;
     m_places.resize(std::min(count, m_places.size()));

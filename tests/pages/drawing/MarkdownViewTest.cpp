@@ -65,6 +65,20 @@ TEST_F(MarkdownViewTest, withoutAWidthNothingIsLaid) {
     EXPECT_EQ(fresh.blockCount(), 1U);
 }
 
+TEST_F(MarkdownViewTest, aTextThatComesWhileThereIsNoWidthIsShownLater) {
+    view.setText(u"old\n\nolder"_s);
+    view.layIn(0);
+    EXPECT_EQ(view.setText(u"new"_s), 0);
+    EXPECT_EQ(view.height(), 0);
+    view.layIn(width);
+    EXPECT_EQ(all(), u"new"_s);
+    view.layIn(0);
+    view.setTheme(darkTheme());
+    EXPECT_EQ(all(), QString());
+    view.layIn(width);
+    EXPECT_EQ(all(), u"new"_s);
+}
+
 TEST_F(MarkdownViewTest, whatIsTheSameIsNotTouched) {
     view.setText(u"# One\ntwo\n\n- three"_s);
     const BlockView *first = &view.block(0);
