@@ -17,7 +17,9 @@ QuoteView::QuoteView(const DrawingTheme &theme)
       m_text(theme, {.step = TextStep::quote, .color = theme.secondary, .use = TextPart::Use::selectable}) {}
 
 double QuoteView::take(const BlockContent &content) {
-    return m_text.setText(joinedLines(std::get<block::Quote>(content).lines));
+    const bool wasRightToLeft = m_text.isRightToLeft();
+    const double changed = m_text.setText(joinedLines(std::get<block::Quote>(content).lines));
+    return m_text.isRightToLeft() == wasRightToLeft ? changed : 0;
 }
 
 double QuoteView::arrange(double width) {

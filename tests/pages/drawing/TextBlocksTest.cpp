@@ -202,3 +202,9 @@ TEST_F(TextBlocksTest, aPictureMadeSmallerKeepsItsHairlines) {
         }
     }
 }
+
+TEST_F(TextBlocksTest, aQuoteThatTurnsChangesAsAWhole) {
+    shown(u"> 12"_s);
+    EXPECT_EQ(change(u"> 12\n> שלום"_s), 0);
+    EXPECT_EQ(pictureOf(*view), pictureOf(*viewOf(u"> 12\n> שלום"_s, theme, width)));
+}
