@@ -1,5 +1,6 @@
 #include "pages/drawing/MarkdownAccessible.h"
 
+#include "pages/drawing/LinkAddress.h"
 #include "pages/drawing/MarkdownWidget.h"
 
 #include <QAccessibleWidget>
@@ -38,6 +39,9 @@ public:
 
     QAccessible::Role role() const override { return m_part.role; }
     QString text(QAccessible::Text kind) const override {
+        const bool isLink = m_part.role == QAccessible::Link && m_part.target;
+        if (kind == QAccessible::Description && isLink)
+            return shownAddress(m_part.target->address);
         return kind == QAccessible::Name ? m_part.name : QString();
     }
     void setText(QAccessible::Text, const QString &) override {}

@@ -76,12 +76,14 @@ TEST_F(MarkdownAccessibleTest, linksAndButtonsCanBePressed) {
     QAccessibleInterface *link = block(1).child(0);
     EXPECT_EQ(link->role(), QAccessible::Link);
     EXPECT_EQ(nameOf(*link), u"two"_s);
+    EXPECT_EQ(link->text(QAccessible::Description), u"https://example.org"_s);
     const QString press = QAccessibleActionInterface::pressAction();
     EXPECT_EQ(link->actionInterface()->actionNames(), QStringList(press));
     link->actionInterface()->doAction(press);
     EXPECT_EQ(followed.count(), 1);
     QAccessibleInterface *copy = block(4).child(0);
     EXPECT_EQ(copy->role(), QAccessible::Button);
+    EXPECT_EQ(copy->text(QAccessible::Description), QString());
     copy->actionInterface()->doAction(press);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"int x;"_s);
     EXPECT_EQ(block(0).actionInterface(), nullptr);
