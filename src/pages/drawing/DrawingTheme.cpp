@@ -4,11 +4,13 @@
 #include "pages/drawing/ColorOf.h"
 #include "pages/drawing/Typefaces.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
 
 constexpr int captionSize = 10;
+constexpr int leastCaption2Size = 9;
 constexpr int valueSize = 26;
 constexpr int codeSize = 13;
 constexpr int buttonSize = 12;
@@ -39,7 +41,7 @@ int sizeOf(TextStep step, int body) {
     case TextStep::arrow:
         return captionSize;
     case TextStep::caption2:
-        return captionSize;
+        return std::max(body - 4, leastCaption2Size);
     case TextStep::value:
         return valueSize;
     case TextStep::code:

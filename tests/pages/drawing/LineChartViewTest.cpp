@@ -115,7 +115,7 @@ TEST_F(LineChartViewTest, aLabelShrinksBeforeItIsCut) {
     EXPECT_LT(smaller.height(), whole.height());
     line({u"a: 1"_s, u"b: 1"_s, u"c: 1"_s, u"d: 1"_s, u"%1: 1"_s.arg(QString(500, u'H'))});
     const QRect cut = labelInk(4 * (column + 4) - 3, plotWidth + 3);
-    EXPECT_EQ(cut.height(), 5); // the capitals of letters of size 6
+    EXPECT_EQ(cut.height(), 6); // the capitals of letters of size 7
     EXPECT_LE(cut.width(), column + 1);
     EXPECT_TRUE(labelInk(3 * (column + 4) + column, 4 * (column + 4)).isNull());
 }
@@ -146,4 +146,12 @@ TEST_F(LineChartViewTest, anyChangeIsDrawnAsAnew) {
 
 TEST_F(LineChartViewTest, aScreenReaderHearsTheNumbers) {
     EXPECT_EQ(line({u"May: 1.5"_s, u"June: 3"_s}).spoken().name, u"Line chart: May 1.5, June 3"_s);
+}
+
+TEST_F(LineChartViewTest, theLabelsGrowWithTheText) {
+    const QString line = fence(u"line"_s, {u"a: 1"_s, u"b: 2"_s});
+    theme.bodySize = 13;
+    const double small = shown(line).height();
+    theme.bodySize = 19;
+    EXPECT_GT(shown(line).height(), small + 4);
 }
