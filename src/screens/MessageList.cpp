@@ -55,7 +55,10 @@ MessageList::MessageList(const Look &look, Clock &clock, QWidget *parent)
         Qt::QueuedConnection);
 }
 
-MessageList::~MessageList() = default;
+MessageList::~MessageList() {
+    // A row that goes leaves the pointer to the one behind it, which asks the list.
+    qDeleteAll(std::exchange(m_widgets, {}));
+}
 
 void MessageList::setRows(const QUuid &conversationID, const QList<MessageRowModel> &rows) {
     const int endBefore = end();
@@ -155,6 +158,12 @@ void MessageList::resizeEvent(QResizeEvent *event) {
 void MessageList::showEvent(QShowEvent *event) {
     QAbstractScrollArea::showEvent(event);
     arrange();
+}
+
+bool MessageList::viewportEvent(QEvent *event) {
+    if (event->type() == QEvent::Enter || event->type() == QEvent::Leave)
+        followPointer();
+    return QAbstractScrollArea::viewportEvent(event);
 }
 
 void MessageList::scrollContentsBy(int, int) {
@@ -269,14 +278,23 @@ void MessageList::placeWidgets() {
         const QRect place(columnLeft(), m_heights.top(row) - offset(), columnWidth(), m_heights.height(row));
         const bool isFar = place.bottom() < -reach || place.top() > 2 * reach;
         if (isFar && !widget->isAncestorOf(window()->focusWidget())) {
-            delete widget;
             it = m_widgets.erase(it);
+            delete widget;
             continue;
         }
         widget->setGeometry(place);
         widget->show();
         ++it;
     }
+    followPointer();
+}
+
+void MessageList::followPointer() {
+    // The rows move below the pointer, and the viewport doesn't.
+    const bool isInside = viewport()->underMouse();
+    const QPoint pointer = isInside ? viewport()->mapFromGlobal(QCursor::pos()) : QPoint();
+    for (MessageRow *widget : std::as_const(m_widgets))
+        widget->setHovering(isInside && widget->geometry().contains(pointer));
 }
 
 MessageRow *MessageList::widgetOf(int row) {
@@ -288,6 +306,7 @@ MessageRow *MessageList::widgetOf(int row) {
     widget = made;
     connect(made, &MessageRow::heightChanged, this, [this, made] { takeHeight(made); });
     connect(made, &MessageRow::caretMoved, this, [this, made](const QRect &caret) { reveal(made, caret); });
+    connect(made, &MessageRow::pointerCrossed, this, &MessageList::followPointer);
     connect(made, &MessageRow::copyRequested, this,
             [this, made] { Q_EMIT copyRequested(made->model().text); });
     connect(made, &MessageRow::regenerateRequested, this, &MessageList::regenerateRequested);

@@ -52,6 +52,7 @@ protected:
     void focusInEvent(QFocusEvent *event) override;
     bool focusNextPrevChild(bool next) override;
     void showEvent(QShowEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
 
 private:
     /// What stays while rows are measured.
@@ -79,6 +80,8 @@ private:
     void measureInSight(Hold hold);
     bool measure(int row);
     void placeWidgets();
+    /// Finds the row that the pointer is over.
+    void followPointer();
     MessageRow *widgetOf(int row);
     void reveal(const MessageRow *row, const QRect &caret);
     bool focusRow(int row, int step, Qt::FocusReason reason);

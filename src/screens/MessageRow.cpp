@@ -185,14 +185,17 @@ void MessageRow::paintEvent(QPaintEvent *) {
                  m_look.palette().accent);
 }
 
+void MessageRow::setHovering(bool isHovering) {
+    if (std::exchange(m_isHovering, isHovering) != isHovering)
+        attend();
+}
+
 void MessageRow::enterEvent(QEnterEvent *) {
-    m_isHovering = true;
-    attend();
+    Q_EMIT pointerCrossed();
 }
 
 void MessageRow::leaveEvent(QEvent *) {
-    m_isHovering = false;
-    attend();
+    Q_EMIT pointerCrossed();
 }
 
 void MessageRow::keyPressEvent(QKeyEvent *event) {

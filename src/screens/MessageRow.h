@@ -35,6 +35,10 @@ public:
     /// at the edge of the sight doesn't lose the place. Both count from the row's top.
     int placeNow(int before) const;
 
+    /// Whether the pointer is over the row. Only who moves the row can tell: below a pointer that rests, it
+    /// comes and goes without an event.
+    void setHovering(bool isHovering);
+
     /// A guess of what layIn() gives, from the text's length alone.
     static int estimatedHeight(const Look &look, const MessageRowModel &model, int width);
 
@@ -62,6 +66,8 @@ Q_SIGNALS:
     void left(TextView::Edge edge);
     void copyRequested();
     void regenerateRequested();
+    /// The pointer has come to the row, or gone.
+    void pointerCrossed();
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -7,8 +7,11 @@
 #include "support/Await.h"
 #include "support/ManualClock.h"
 
-#include <QEnterEvent>
+#include <QAnimationDriver>
+#include <QApplication>
+#include <QCursor>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QVBoxLayout>
 
@@ -19,10 +22,34 @@ namespace {
 
 using Kind = MessageRowModel::Kind;
 
+/// The time of everything that moves, which goes on only when it is told to.
+class AnimationClock : public QAnimationDriver {
+public:
+    AnimationClock() { install(); }
+    qint64 elapsed() const override { return m_elapsed; }
+
+    void advance(std::chrono::milliseconds time) {
+        // What has been started since begins with the next turn of the event loop.
+        QCoreApplication::processEvents();
+        m_elapsed += time.count();
+        advanceAnimation();
+    }
+
+protected:
+    void start() override {
+        m_elapsed = 0;
+        QAnimationDriver::start();
+    }
+
+private:
+    qint64 m_elapsed = 0;
+};
+
 /// A chat of a question and a reply between two fields that take the focus.
 class ActionLineTest : public testing::Test {
 protected:
     ActionLineTest() {
+        movePointer(away);
         QVBoxLayout *column = new QVBoxLayout(&window);
         for (QWidget *widget : std::initializer_list<QWidget *>{before, list, after})
             column->addWidget(widget);
@@ -31,6 +58,7 @@ protected:
         before->setFocus();
         update();
     }
+    ~ActionLineTest() override { movePointer(away); }
 
     void update() { list->setRows(chat, rows); }
 
@@ -39,14 +67,15 @@ protected:
     QPushButton *copy() { return buttonNamed(*row(), u"Copy"_s); }
     QPushButton *regenerate() { return buttonNamed(*row(), u"Regenerate"_s); }
 
-    void enter() {
-        QEnterEvent event({5, 5}, {5, 5}, {5, 5});
-        QCoreApplication::sendEvent(row(), &event);
+    /// Outside every window.
+    static constexpr QPoint away{-10, -10};
+
+    static void movePointer(const QPoint &place) {
+        QCursor::setPos(place);
+        QCoreApplication::processEvents();
     }
-    void leave() {
-        QEvent event(QEvent::Leave);
-        QCoreApplication::sendEvent(row(), &event);
-    }
+    void enter() { movePointer(row()->mapToGlobal(row()->rect().center())); }
+    void leave() { movePointer(away); }
     void pass(std::chrono::milliseconds time) {
         clock.advance(time);
         QCoreApplication::processEvents();
@@ -54,6 +83,27 @@ protected:
     void setStreaming(bool isStreaming) {
         rows[1].isStreaming = isStreaming;
         update();
+    }
+    void showReplies(int count) {
+        for (int reply = 0; reply < count; ++reply)
+            rows.append({QUuid::createUuid(), Kind::assistant, u"Hello"_s});
+        update();
+    }
+
+    /// The row below the pointer; null if there is none.
+    MessageRow *rowBelowPointer() {
+        QWidget *below = QApplication::widgetAt(QCursor::pos());
+        while (below && !qobject_cast<MessageRow *>(below))
+            below = below->parentWidget();
+        return qobject_cast<MessageRow *>(below);
+    }
+    /// The rows whose actions show.
+    QList<MessageRow *> attended() {
+        QList<MessageRow *> found = list->findChildren<MessageRow *>();
+        found.removeIf([](const MessageRow *seen) {
+            return !seen->actionLine() || !seen->actionLine()->areActionsVisible();
+        });
+        return found;
     }
     QWidget *press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         QTest::keyClick(window.focusWidget(), key, modifiers);
@@ -148,6 +198,17 @@ TEST_F(ActionLineTest, aReplyThatIsWrittenHasNoActionsUntilItsEnd) {
     EXPECT_EQ(row()->height(), height) << "the end of a reply moves nothing";
 }
 
+TEST_F(ActionLineTest, aReplyThatGrewBelowThePointerHasThemAtItsEnd) {
+    setStreaming(true);
+    const QPoint below(row()->rect().center().x(), row()->height() + 100);
+    movePointer(row()->mapToGlobal(below));
+    rows[1].text = u"Hello\n\n"_s.repeated(10);
+    update();
+    EXPECT_FALSE(line()->areActionsVisible());
+    setStreaming(false);
+    EXPECT_TRUE(line()->areActionsVisible());
+}
+
 TEST_F(ActionLineTest, withoutThePointerTheEndShowsNothing) {
     setStreaming(true);
     enter();
@@ -170,14 +231,81 @@ TEST_F(ActionLineTest, aReplyThatIsWrittenAnewHidesThemAtOnce) {
 }
 
 TEST_F(ActionLineTest, withMotionTheyFade) {
-    look.setMotion(Motion::full);
     enter();
-    EXPECT_EQ(strength(), 0);
-    EXPECT_TRUE(eventually([this] { return strength() > 50; }));
+    const double whole = strength();
+    leave();
+    pass(1s);
+    look.setMotion(Motion::full);
+    AnimationClock time;
+    const auto expectFade = [&](double from, double to, std::chrono::milliseconds duration) {
+        const auto quarter = duration / 4;
+        time.advance(0ms);
+        EXPECT_NEAR(strength() / whole, from, 0.02);
+        for (const double way : {0.125, 0.5, 0.875}) {
+            time.advance(quarter);
+            EXPECT_NEAR(strength() / whole, from + way * (to - from), 0.03) << "towards " << to;
+        }
+        time.advance(duration - 3 * quarter);
+    };
+    enter();
+    expectFade(0, 1, 150ms);
+    leave();
+    pass(1s);
+    expectFade(1, 0, 350ms);
+    enter();
+    expectFade(0, 1, 150ms);
     setStreaming(true);
     EXPECT_FALSE(line()->areActionsVisible());
     EXPECT_TRUE(line()->isVisible()) << "until they have faded";
-    EXPECT_TRUE(eventually([this] { return !line()->isVisible(); }));
+    expectFade(1, 0, 250ms);
+    EXPECT_FALSE(line()->isVisible());
+}
+
+TEST_F(ActionLineTest, scrollingBringsThemToTheRowThatComesBelowThePointer) {
+    showReplies(40);
+    movePointer(list->mapToGlobal(list->rect().center()));
+    for (int step = 0; step < 5; ++step) {
+        list->verticalScrollBar()->setValue(list->verticalScrollBar()->value() - 70);
+        pass(1s);
+        ASSERT_TRUE(rowBelowPointer());
+        EXPECT_EQ(attended(), QList{rowBelowPointer()});
+    }
+    leave();
+    pass(1s);
+    EXPECT_EQ(attended(), QList<MessageRow *>()) << "also where the row had come to the pointer";
+}
+
+TEST_F(ActionLineTest, aRowThatIsPushedAwayFromThePointerLosesThem) {
+    showReplies(40);
+    movePointer(list->mapToGlobal(list->rect().center()));
+    const MessageRow *pushed = rowBelowPointer();
+    rows.last().text = u"Hello\n\n"_s.repeated(4);
+    update();
+    pass(1s);
+    ASSERT_TRUE(rowBelowPointer());
+    EXPECT_NE(rowBelowPointer(), pushed);
+    EXPECT_EQ(attended(), QList{rowBelowPointer()});
+}
+
+TEST_F(ActionLineTest, thePointerBesideTheRowsShowsNothing) {
+    showReplies(40);
+    for (const QPoint &place :
+         {QPoint(2, list->height() / 2), QPoint(list->width() - 3, list->height() / 2)}) {
+        movePointer(list->mapToGlobal(place));
+        list->verticalScrollBar()->setValue(list->verticalScrollBar()->value() - 70);
+        pass(1s);
+        EXPECT_EQ(attended(), QList<MessageRow *>());
+    }
+}
+
+TEST_F(ActionLineTest, whatStandsBeforeTheListKeepsThePointerFromIt) {
+    showReplies(40);
+    QWidget cover(&window);
+    cover.setGeometry(window.rect());
+    cover.show();
+    movePointer(list->mapToGlobal(list->rect().center()));
+    list->verticalScrollBar()->setValue(list->verticalScrollBar()->value() - 70);
+    EXPECT_EQ(attended(), QList<MessageRow *>());
 }
 
 TEST_F(ActionLineTest, onlyAReplyWithTextHasThem) {
@@ -246,6 +374,7 @@ TEST_F(ActionLineTest, aRowMayGoWhileItWaits) {
 
 TEST_F(ActionLineTest, aRowThatComesBackStartsAnew) {
     enter();
+    leave();
     const MessageRowModel reply = rows.takeLast();
     update();
     rows.append(reply);

@@ -18,7 +18,6 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
-#include <QEnterEvent>
 #include <QListWidget>
 #include <QPainter>
 #include <QTimer>
@@ -158,8 +157,7 @@ private:
                              .isGenerating = true}));
         // The rows are there once the window is.
         QTimer::singleShot(0, screen, [screen, id = reply.id] {
-            QEnterEvent enter({}, {}, {});
-            QCoreApplication::sendEvent(screen->findChild<MessageList *>()->rowWidget(id), &enter);
+            screen->findChild<MessageList *>()->rowWidget(id)->setHovering(true);
         });
         return screen;
     }
