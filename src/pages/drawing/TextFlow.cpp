@@ -3,6 +3,7 @@
 #include "pages/drawing/GlyphContext.h"
 #include "pages/drawing/LongParagraph.h"
 
+#include <QGlyphRun>
 #include <QPainter>
 #include <QTextBoundaryFinder>
 
@@ -27,6 +28,54 @@ int firstDifference(const TextFlow::Formats &one, const TextFlow::Formats &other
     if (first->start == second->start && first->format == second->format)
         return first->start + std::min(first->length, second->length);
     return std::min(first->start, second->start);
+}
+
+/// From left to right.
+struct Stretch {
+    double left = 0;
+    double right = 0;
+};
+
+/// Those that meet are one.
+QList<Stretch> joined(QList<Stretch> stretches) {
+    std::sort(stretches.begin(), stretches.end(),
+              [](const Stretch &one, const Stretch &other) { return one.left < other.left; });
+    QList<Stretch> joined;
+    for (const Stretch &stretch : stretches) {
+        if (joined.isEmpty() || stretch.left > joined.last().right)
+            joined.append(stretch);
+        else
+            joined.last().right = std::max(joined.last().right, stretch.right);
+    }
+    return joined;
+}
+
+/// What a part of a line covers, which is in several places where the direction changes.
+QList<Stretch> stretchesOf(const QTextLayout &layout, const QTextLine &line, int from, int to) {
+    const auto text = QStringView(layout.text()).sliced(line.textStart(), line.textLength());
+    if (longParagraph::runsFromTheLeft(text))
+        return {{line.cursorToX(from), line.cursorToX(to)}};
+    QList<Stretch> stretches;
+    for (const QGlyphRun &run : line.glyphRuns(from, to - from)) {
+        const QRectF area = run.boundingRect();
+        stretches.append({area.left(), area.right()});
+    }
+    return joined(stretches);
+}
+
+/// The marks that turn the direction of what follows them (UAX #9, 2.1 to 2.5).
+bool turnsDirection(QChar character) {
+    return (character >= QChar(0x202A) && character <= QChar(0x202E)) ||
+           (character >= QChar(0x2066) && character <= QChar(0x2069));
+}
+
+void showTurns(QString &text, const TextFlow::Formats &formats) {
+    for (const QTextLayout::FormatRange &range : formats) {
+        if (!range.format.boolProperty(TextFlow::showsTurns))
+            continue;
+        const auto first = text.begin() + range.start;
+        std::replace_if(first, first + range.length, turnsDirection, QChar(QChar::ReplacementCharacter));
+    }
 }
 
 } // namespace
@@ -273,7 +322,9 @@ Qt::LayoutDirection TextFlow::directionAt(int start, const QString &text) const 
 }
 
 double TextFlow::layOut(QTextLayout &layout, int start, int length) const {
-    const QString text = m_text.mid(start, length);
+    const Formats formats = formatsIn(start, length);
+    QString text = m_text.mid(start, length);
+    showTurns(text, formats);
     QTextOption option = m_option;
     option.setTextDirection(directionAt(start, text));
     if (option.alignment() == Qt::AlignLeft && option.textDirection() == Qt::RightToLeft)
@@ -281,7 +332,7 @@ double TextFlow::layOut(QTextLayout &layout, int start, int length) const {
     layout.setText(text);
     layout.setFont(m_font);
     layout.setTextOption(option);
-    if (const Formats formats = formatsIn(start, length); !formats.isEmpty())
+    if (!formats.isEmpty())
         layout.setFormats(formats);
     layout.setCacheEnabled(true);
     double height = 0;
@@ -321,8 +372,8 @@ QList<QRectF> TextFlow::areasOf(int start, int end) const {
             const int to = std::min(last, line.textStart() + line.textLength());
             if (from >= to)
                 continue;
-            const auto [left, right] = std::minmax({line.cursorToX(from), line.cursorToX(to)});
-            areas.append({left, piece.top + line.y(), right - left, line.height()});
+            for (const auto &[left, right] : stretchesOf(piece.layout, line, from, to))
+                areas.append({left, piece.top + line.y(), right - left, line.height()});
         }
     }
     return areas;

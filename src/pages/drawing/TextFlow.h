@@ -26,6 +26,9 @@ public:
     /// Parts of the text in a format of their own, in order, none over another.
     using Formats = QList<QTextLayout::FormatRange>;
 
+    /// A property of a format: marks that turn the direction of writing are drawn as signs and turn nothing.
+    static constexpr int showsTurns = QTextFormat::UserProperty;
+
     /// Gives the distance from the top at which the drawing changes; nothing above it does.
     double setText(const QString &text, const Formats &formats = {});
 

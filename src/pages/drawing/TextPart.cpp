@@ -33,6 +33,13 @@ AttributedText inCapitals(const AttributedText &text) {
     return result;
 }
 
+/// Code must not read otherwise than the machine reads that it is copied to.
+QTextCharFormat codeFormat() {
+    QTextCharFormat format;
+    format.setProperty(TextFlow::showsTurns, true);
+    return format;
+}
+
 AttributedText readText(const QString &source, const TextPart::Setting &setting) {
     const bool isPlain = setting.reading == TextPart::Reading::plain;
     const AttributedText text = isPlain ? AttributedText{source, {}} : inlineAttributedText(source);
@@ -141,6 +148,8 @@ void TextPart::drawCodeGrounds(QPainter &painter, const QRectF &clip) const {
 TextFlow::Formats TextPart::formatsOf(const AttributedText &text) const {
     if (m_setting.digits == Digits::tabular)
         return tabularFormats(m_font, text.text);
+    if (m_setting.step == TextStep::code)
+        return {{0, int(text.text.size()), codeFormat()}};
     TextFlow::Formats formats;
     formats.reserve(text.runs.size());
     for (const InlineRun &run : text.runs) {
@@ -155,7 +164,7 @@ TextFlow::Formats TextPart::formatsOf(const AttributedText &text) const {
 }
 
 QTextCharFormat TextPart::formatOf(InlineStyles styles) const {
-    QTextCharFormat format;
+    QTextCharFormat format = styles.testFlag(InlineStyle::code) ? codeFormat() : QTextCharFormat();
     if (styles.testFlag(InlineStyle::strong))
         format.setFontWeight(QFont::Bold);
     if (styles.testFlag(InlineStyle::emphasis))

@@ -1,4 +1,4 @@
-#include "pages/drawing/Drawn.h"
+#include "pages/drawing/Figure.h"
 
 #include <gtest/gtest.h>
 
@@ -127,4 +127,28 @@ TEST_F(ProseViewTest, aLinkThatCoversNothingIsNone) {
     ASSERT_EQ(paragraph.targets().size(), 1);
     EXPECT_EQ(paragraph.targets()[0].address, QUrl(u"https://y.org/"_s));
     EXPECT_EQ(paragraph.spoken().parts.size(), 1U);
+}
+
+TEST_F(ProseViewTest, aLinkIsWhereItIsDrawnThoughTheDirectionChanges) {
+    for (const QString &text :
+         {u"x [abc אבאב](https://a.org) גדגד"_s, u"x [abc](https://a.org) אבאב"_s,
+          u"אב [גד abc](https://a.org) xyz"_s, u"[אבאב](https://a.org) גדגד"_s,
+          u"שלום [עולם](https://a.org)"_s, u"x גד [אב 12 abc](https://a.org) **דג** y"_s}) {
+        const BlockView &paragraph = shown(text);
+        const QImage picture = pictureOf(paragraph);
+        ASSERT_EQ(paragraph.targets().size(), 1);
+        const QList<QRectF> areas = paragraph.targets()[0].areas;
+        for (int x = 0; x < int(width); ++x) {
+            const QRectF column(x, 0, 1, paragraph.height());
+            const bool isDrawn = countInColumn(picture, x, theme.link.rgb()) > 0;
+            const auto covers = [&](double by) {
+                return std::any_of(areas.begin(), areas.end(), [&](const QRectF &area) {
+                    return area.adjusted(-by, 0, by, 0).intersects(column);
+                });
+            };
+            ASSERT_TRUE(isDrawn ? covers(1) : !covers(-1)) << text.toStdString() << " at " << x;
+        }
+        for (const QRectF &area : areas)
+            EXPECT_EQ(paragraph.targetAt(area.center()), paragraph.targets()[0]) << text.toStdString();
+    }
 }

@@ -208,3 +208,20 @@ TEST_F(TextBlocksTest, aQuoteThatTurnsChangesAsAWhole) {
     EXPECT_EQ(change(u"> 12\n> שלום"_s), 0);
     EXPECT_EQ(pictureOf(*view), pictureOf(*viewOf(u"> 12\n> שלום"_s, theme, width)));
 }
+
+TEST_F(TextBlocksTest, codeIsDrawnInTheOrderOfItsCharacters) {
+    const QString code = u"if (a) \u202E{ /* } \u2066b\u2069 */"_s;
+    const BlockView &block = shown(u"```\n%1\n```"_s.arg(code));
+    EXPECT_EQ(block.targets()[0].copied, code);
+    EXPECT_EQ(block.spoken().parts[1].name, code);
+    const QString marked = u"if (a) \uFFFD{ /* } \uFFFDb\uFFFD */"_s;
+    EXPECT_EQ(pictureOf(block), pictureOf(*viewOf(u"```\n%1\n```"_s.arg(marked), theme, width)));
+}
+
+TEST_F(TextBlocksTest, codeInALineIsDrawnInTheOrderOfItsCharacters) {
+    const QString line = u"a `b \u202Ecd` \u2067e\u2069"_s;
+    const BlockView &paragraph = shown(line);
+    EXPECT_EQ(paragraph.textBetween(0, paragraph.length()), u"a b \u202Ecd \u2067e\u2069"_s);
+    const QString marked = u"a `b \uFFFDcd` \u2067e\u2069"_s;
+    EXPECT_EQ(pictureOf(paragraph), pictureOf(*viewOf(marked, theme, width)));
+}
