@@ -102,8 +102,7 @@ ChatList::ChatList(const Look &look, QWidget *parent)
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setAutoFillBackground(false);
-    connect(this, &QListView::clicked, this,
-            [this](const QModelIndex &index) { Q_EMIT chosen(m_rows.chat(index).id); });
+    connect(this, &QListView::clicked, this, &ChatList::choose);
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &ChatList::followSelection);
     connect(&m_marker, &Glide::moved, viewport(), qOverload<>(&QWidget::update));
     connect(&m_titles, &Glide::moved, viewport(), qOverload<>(&QWidget::update));
@@ -237,9 +236,15 @@ void ChatList::keyPressEvent(QKeyEvent *event) {
     if (opensMenu)
         openMenu(cursor, viewport()->mapToGlobal(visualRect(cursor).center()));
     else if (opensChat)
-        Q_EMIT chosen(m_rows.chat(cursor).id);
+        choose(cursor);
     else
         Q_EMIT renameRequested(m_rows.chat(cursor));
+}
+
+void ChatList::choose(const QModelIndex &index) {
+    // A copy: whoever opens the chat gives the list other rows.
+    const QUuid id = m_rows.chat(index).id;
+    Q_EMIT chosen(id);
 }
 
 void ChatList::contextMenuEvent(QContextMenuEvent *event) {

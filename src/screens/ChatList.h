@@ -51,6 +51,7 @@ private:
     void selectOpenRow();
     void followSelection();
     void moveMarker();
+    void choose(const QModelIndex &index);
     void openMenu(const QModelIndex &index, const QPoint &place);
 
     const Look &m_look;

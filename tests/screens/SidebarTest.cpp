@@ -150,7 +150,8 @@ TEST_F(SidebarTest, aRangeListsItsChats) {
 TEST_F(SidebarTest, anEmptyRangeSaysSo) {
     const QUuid old = addChat(u"Old"_s, clock.now().addDays(-100));
     app.chat().openConversation(old);
-    for (const ConversationSummary &summary : app.chat().summaries()) {
+    const QList<ConversationSummary> all = app.chat().summaries();
+    for (const ConversationSummary &summary : all) {
         if (summary.id != old)
             app.chat().deleteConversation(summary.id);
     }
