@@ -18,17 +18,19 @@ double commonLimit(QList<double> wanted, double width) {
     return width;
 }
 
-/// The columns as wide as `width` together, without the gaps.
-QList<double> fitted(QList<double> wanted, double width, double gap) {
-    const double all = std::accumulate(wanted.begin(), wanted.end(), 0.0);
-    const double spare = (width - all) / (all + gap * double(wanted.size()));
-    const double limit = spare < 0 ? commonLimit(wanted, width) : 0;
+/// The columns no wider than `width` together, without the gaps.
+QList<double> fitted(QList<double> wanted, double width) {
+    const double limit = commonLimit(wanted, width);
     for (double &column : wanted)
-        column = spare < 0 ? std::min(column, limit) : column + spare * (column + gap);
+        column = std::min(column, limit);
     return wanted;
 }
 
 } // namespace
+
+double ColumnBand::width(double gap) const {
+    return std::accumulate(widths.begin(), widths.end(), gap * double(widths.size() - 1));
+}
 
 QList<ColumnBand> columnBands(const QList<double> &wanted, double width, double gap, double least) {
     QList<ColumnBand> bands;
@@ -44,7 +46,7 @@ QList<ColumnBand> columnBands(const QList<double> &wanted, double width, double 
         }
         const qsizetype count = end - first;
         const double room = std::max(width - gap * double(count - 1), 1.0);
-        bands.append({first, fitted(wanted.mid(first, count), room, gap)});
+        bands.append({first, fitted(wanted.mid(first, count), room)});
         first = end;
     }
     return bands;

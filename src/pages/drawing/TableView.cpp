@@ -103,6 +103,7 @@ double TableView::arrange(double width) {
 
 void TableView::arrangeBand(const ColumnBand &band, double &top) {
     const bool isFirstBand = band.first == 0;
+    const double bandWidth = band.width(columnGap);
     for (Row &row : m_rows) {
         const bool isHeader = &row == &m_rows.front();
         if (isFirstBand)
@@ -110,7 +111,7 @@ void TableView::arrangeBand(const ColumnBand &band, double &top) {
         top += (isHeader ? 0 : rowGap);
         top += arrangeRow(row, band, top) + rowGap;
         m_lines.push_back(
-            {QRectF(0, top, width(), figure::hairline), isHeader ? headerLineOpacity : rowLineOpacity});
+            {QRectF(0, top, bandWidth, figure::hairline), isHeader ? headerLineOpacity : rowLineOpacity});
         top += figure::hairline;
     }
 }

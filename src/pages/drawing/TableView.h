@@ -3,7 +3,8 @@
 #include "pages/drawing/BlockView.h"
 #include "pages/drawing/ColumnWidths.h"
 
-/// A table: its header in small capitals, its rows below, a line under each. Cells wrap where the columns
+/// A table: its header in small capitals, its rows below, a line under each, as wide as its columns need to
+/// be. Cells wrap where the columns
 /// are too wide for the view, and columns that can't be made any narrower go on below the others, with
 /// their part of the header: nothing is cut off and nothing has to be scrolled, on paper as on the screen.
 class TableView : public BlockView {
