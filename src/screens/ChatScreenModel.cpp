@@ -2,6 +2,8 @@
 
 #include "conversation/DisplayText.h"
 
+#include <QHash>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -47,9 +49,17 @@ QList<MessageRowModel> messageRows(const Conversation &conversation,
     if (conversation.droppedCount.value_or(0) >= 1)
         rows.append({QUuid(), MessageRowModel::Kind::note,
                      u"Earlier messages aren't being sent to the model to fit this Mac's memory."_s});
+    // A damaged record may have several messages of one id, or one of none, which is the note's.
+    QHash<QUuid, int> messagesOf{{QUuid(), 1}};
+    messagesOf.reserve(conversation.messages.size() + 1);
     for (const Message &message : conversation.messages) {
-        if (auto row = rowOf(message, streamingID))
-            rows.append(*std::move(row));
+        const int earlier = messagesOf[message.id]++;
+        auto row = rowOf(message, streamingID);
+        if (!row)
+            continue;
+        if (earlier > 0)
+            row->id = QUuid::createUuidV5(message.id, QByteArray::number(earlier));
+        rows.append(*std::move(row));
     }
     return rows;
 }

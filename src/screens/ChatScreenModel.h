@@ -46,6 +46,7 @@ struct ChatScreenModel {
 ChatScreenModel chatScreenModel(const ChatScreenState &state);
 
 /// The rows of a chat. Messages that are for the model alone, and replies with nothing to show, have none.
+/// No two rows have one id, and a row keeps its own for as long as the messages before it stay.
 QList<MessageRowModel> messageRows(const Conversation &conversation, const std::optional<QUuid> &streamingID);
 
 /// The four suggestions of the empty state.

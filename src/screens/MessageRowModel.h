@@ -11,7 +11,7 @@ struct MessageRowModel {
         assistant, ///< the assistant's reply
     };
 
-    QUuid id; ///< the message's; null for a note
+    QUuid id; ///< the row's own: the message's, unless an earlier row has it; null for a note
     Kind kind = Kind::user;
     QString text;             ///< what there is to read; may be empty
     QString reasoning;        ///< what the model thought before; may be empty

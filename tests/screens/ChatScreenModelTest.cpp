@@ -2,6 +2,8 @@
 
 #include "screens/Submission.h"
 
+#include <QSet>
+
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -156,6 +158,38 @@ TEST(ChatScreenModelTest, whatTheModelThoughtStandsInItsRow) {
     reply.reasoning = QString();
     reply.content = QString();
     EXPECT_TRUE(messageRows(chat, std::nullopt).isEmpty());
+}
+
+TEST(ChatScreenModelTest, messagesOfOneIdHaveRowsOfTheirOwn) {
+    const Message one = message(Role::user, u"one"_s);
+    Message two = one;
+    two.content = u"two"_s;
+    Message three = one;
+    three.content = u"three"_s;
+    Conversation chat = chatOf({one, message(Role::assistant, u"Yes"_s), two, three});
+    const auto idsOf = [](const QList<MessageRowModel> &rows) {
+        QList<QUuid> ids;
+        for (const MessageRowModel &row : rows)
+            ids.append(row.id);
+        return ids;
+    };
+    const QList<QUuid> ids = idsOf(messageRows(chat, std::nullopt));
+    ASSERT_EQ(ids.size(), 4);
+    EXPECT_EQ(QSet(ids.begin(), ids.end()).size(), 4);
+    EXPECT_EQ(ids.first(), one.id);
+    chat.messages.append(message(Role::assistant, u"No"_s));
+    EXPECT_EQ(idsOf(messageRows(chat, std::nullopt)).mid(0, 4), ids) << "they are the same rows later on";
+}
+
+TEST(ChatScreenModelTest, aMessageWithoutAnIdIsNotTheNote) {
+    Message nameless = message(Role::user, u"one"_s);
+    nameless.id = QUuid();
+    Conversation chat = chatOf({nameless});
+    chat.droppedCount = 1;
+    const auto rows = messageRows(chat, std::nullopt);
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_EQ(rows.at(0).kind, Kind::note);
+    EXPECT_NE(rows.at(1).id, rows.at(0).id);
 }
 
 TEST(ChatScreenModelTest, rowsShareTheTextOfTheirMessages) {
