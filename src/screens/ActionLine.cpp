@@ -45,6 +45,8 @@ void ActionLine::setOffered(bool isOffered) {
 }
 
 void ActionLine::setCanRegenerate(bool canRegenerate) {
+    if (!canRegenerate && m_regenerate->hasFocus())
+        m_copy->setFocus(Qt::TabFocusReason);
     m_regenerate->setVisible(canRegenerate);
 }
 

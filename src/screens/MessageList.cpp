@@ -10,6 +10,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -69,11 +70,16 @@ void MessageList::setRows(const QUuid &conversationID, const QList<MessageRowMod
         replaceRows({});
     }
     const bool wasEmpty = m_rows.isEmpty();
+    const bool hadKeyboard =
+        std::any_of(m_widgets.cbegin(), m_widgets.cend(), std::mem_fn(&MessageRow::showsFocus));
     const Change change = replaceRows(rows);
     if (change == Change::rows && !wasEmpty)
         glideToEnd(endBefore);
     else if (change != Change::none)
         arrange();
+    // What the keyboard was on may have gone.
+    if (hadKeyboard && !isAncestorOf(window()->focusWidget()))
+        setFocus(Qt::TabFocusReason);
 }
 
 MessageList::Change MessageList::replaceRows(const QList<MessageRowModel> &rows) {

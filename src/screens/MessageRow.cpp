@@ -242,13 +242,16 @@ void MessageRow::takeFocus() {
     attend();
 }
 
+bool MessageRow::showsFocus() const {
+    const auto buttons = (m_thinking ? m_thinking->buttons() : QList<LookButton *>()) +
+                         (m_actions ? m_actions->buttons() : QList<LookButton *>());
+    return (m_text && m_text->showsFocus()) ||
+           std::any_of(buttons.begin(), buttons.end(), std::mem_fn(&LookButton::showsFocus));
+}
+
 void MessageRow::attend() {
-    if (!m_actions)
-        return;
-    const auto buttons = m_actions->buttons() + (m_thinking ? m_thinking->buttons() : QList<LookButton *>());
-    const bool isFocused = (m_text && m_text->showsFocus()) ||
-                           std::any_of(buttons.begin(), buttons.end(), std::mem_fn(&LookButton::showsFocus));
-    m_actions->setAttended(m_isHovering || isFocused);
+    if (m_actions)
+        m_actions->setAttended(m_isHovering || showsFocus());
 }
 
 void MessageRow::showAttachments() {
@@ -318,6 +321,18 @@ void MessageRow::showActions() {
         connect(m_actions, &ActionLine::regenerateRequested, this, &MessageRow::regenerateRequested);
         connect(m_actions, &ActionLine::focusChanged, this, &MessageRow::takeFocus);
     }
+    if (!m_model.hasActions())
+        takeFocusFromActions();
     m_actions->setCanRegenerate(m_model.canRegenerate);
     m_actions->setOffered(m_model.hasActions());
+}
+
+void MessageRow::takeFocusFromActions() {
+    QWidget *focused = window()->focusWidget();
+    if (!m_actions->isAncestorOf(focused))
+        return;
+    if (m_text)
+        m_text->setFocus(Qt::TabFocusReason);
+    else
+        focused->clearFocus();
 }

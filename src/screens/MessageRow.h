@@ -57,6 +57,9 @@ public:
     /// What the keyboard comes to first; nothing if there is nothing in the row.
     QWidget *entry() const;
 
+    /// True while the keyboard is in the row.
+    bool showsFocus() const;
+
 Q_SIGNALS:
     /// layIn() gives another height than before.
     void heightChanged();
@@ -90,6 +93,7 @@ private:
     SelectableWidget *newText();
     void showTyping();
     void showActions();
+    void takeFocusFromActions();
     QList<QWidget *> focusStops() const;
     void takeFocus();
     void attend();

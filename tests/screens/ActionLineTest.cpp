@@ -355,6 +355,43 @@ TEST_F(ActionLineTest, arrowsLeadFromTheButtonsToOtherRows) {
     EXPECT_EQ(press(Qt::Key_Up), list->rowWidget(rows.at(0).id)->textView());
 }
 
+TEST_F(ActionLineTest, theKeyboardStaysInAReplyThatIsWrittenAnew) {
+    for (QPushButton *button : {copy(), regenerate()}) {
+        button->setFocus(Qt::TabFocusReason);
+        setStreaming(true);
+        EXPECT_EQ(window.focusWidget(), row()->textView());
+        EXPECT_TRUE(row()->textView()->showsFocus());
+        setStreaming(false);
+        EXPECT_TRUE(line()->areActionsVisible()) << "the keyboard is in the row";
+    }
+}
+
+TEST_F(ActionLineTest, aReplyThatBeginsWithoutATextKeepsTheKeyboardInTheList) {
+    copy()->setFocus(Qt::TabFocusReason);
+    rows[1].text.clear();
+    setStreaming(true);
+    EXPECT_EQ(window.focusWidget(), list->rowWidget(rows.at(0).id)->textView());
+}
+
+TEST_F(ActionLineTest, theKeyboardGoesToCopyWhereRegeneratingEnds) {
+    regenerate()->setFocus(Qt::TabFocusReason);
+    rows[1].canRegenerate = false;
+    update();
+    EXPECT_EQ(window.focusWidget(), copy());
+    EXPECT_TRUE(line()->areActionsVisible());
+}
+
+TEST_F(ActionLineTest, aReplyThatTakesThePlaceOfAnotherTakesTheKeyboardToo) {
+    regenerate()->setFocus(Qt::TabFocusReason);
+    rows[1] = {QUuid::createUuid(), Kind::assistant, u"Good day"_s, {}, true};
+    update();
+    EXPECT_EQ(window.focusWidget(), row()->textView());
+    after->setFocus(Qt::TabFocusReason);
+    rows[1].id = QUuid::createUuid();
+    update();
+    EXPECT_EQ(window.focusWidget(), after) << "the keyboard was elsewhere";
+}
+
 TEST_F(ActionLineTest, aClickInTheTextDoesNotHoldThem) {
     enter();
     click(row()->textView());
