@@ -124,8 +124,10 @@ int MessageRow::layParts(int width) {
         m_outline.thinking = bottom + style::partGap;
     }
     if (m_text) {
-        const int height = m_text->layIn(width);
-        m_text->setGeometry(style::rowOutset, topOfNext(style::partGap, height), width, height);
+        const int margin = m_text->margin();
+        const int height = m_text->layIn(width + 2 * margin) - 2 * margin;
+        const QRect area(style::rowOutset, topOfNext(style::partGap, height), width, height);
+        m_text->setGeometry(grown(area, margin, margin));
     }
     if (hasFoot(m_model)) {
         const int top = topOfNext(style::footGap, style::footHeight);
@@ -172,7 +174,7 @@ void MessageRow::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const bool isUser = m_model.kind == Kind::user;
-    QRect area = m_text->geometry();
+    QRect area = m_text->textArea();
     if (isUser) {
         area = grown(area, style::bubblePaddingX, style::bubblePaddingY);
         painter.setPen(Qt::NoPen);

@@ -168,7 +168,7 @@ TEST_F(ActionLineTest, whoComesBackWithinASecondSeesNoFlicker) {
 TEST_F(ActionLineTest, comingAndGoingMovesNothing) {
     const QRect area = row()->geometry();
     EXPECT_EQ(line()->height(), 22);
-    EXPECT_EQ(line()->y(), row()->textView()->geometry().bottom() + 1 + 4);
+    EXPECT_EQ(line()->y(), row()->textView()->textArea().bottom() + 1 + 4);
     enter();
     EXPECT_EQ(row()->geometry(), area);
     EXPECT_EQ(line()->height(), 22);
@@ -176,7 +176,7 @@ TEST_F(ActionLineTest, comingAndGoingMovesNothing) {
 
 TEST_F(ActionLineTest, theWordsStandTwelveApartAndInLineWithTheText) {
     const int ring = style::rowOutset;
-    EXPECT_EQ(copy()->mapTo(row(), QPoint(ring, 0)).x(), row()->textView()->x());
+    EXPECT_EQ(copy()->mapTo(row(), QPoint(ring, 0)).x(), row()->textView()->textArea().x());
     EXPECT_EQ(regenerate()->x() + ring - (copy()->geometry().right() + 1 - ring), 12);
 }
 

@@ -205,9 +205,9 @@ TEST_F(MessageListTest, theFirstWordPushesTheDotsDown) {
     update();
     ASSERT_TRUE(row(0)->textView());
     EXPECT_EQ(row(0)->textView()->text(), u"Hello"_s);
-    EXPECT_EQ(row(0)->textView()->y(), style::rowOutset);
+    EXPECT_EQ(row(0)->textView()->textArea().y(), style::rowOutset);
     EXPECT_EQ(row(0)->findChild<TypingIndicator *>(), dots);
-    EXPECT_EQ(dots->y(), row(0)->textView()->geometry().bottom() + 1 + style::footGap);
+    EXPECT_EQ(dots->y(), row(0)->textView()->textArea().bottom() + 1 + style::footGap);
     rows[0].isStreaming = false;
     update();
     EXPECT_FALSE(row(0)->findChild<TypingIndicator *>());
@@ -382,7 +382,7 @@ TEST_F(MessageListTest, thinkingStandsAboveTheReplyAndNoEmptyText) {
     EXPECT_EQ(dots->y(), thinking(0)->geometry().bottom() + 1 + style::footGap);
     rows[0].text = u"Hello"_s;
     update();
-    EXPECT_EQ(row(0)->textView()->y(), thinking(0)->geometry().bottom() + 1 + style::partGap);
+    EXPECT_EQ(row(0)->textView()->textArea().y(), thinking(0)->geometry().bottom() + 1 + style::partGap);
     EXPECT_NEAR(row(0)->height(), MessageRow::estimatedHeight(look, rows.at(0), row(0)->width()), 2);
 }
 

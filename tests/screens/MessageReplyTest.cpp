@@ -49,7 +49,7 @@ protected:
 TEST_F(MessageReplyTest, aReplyIsDrawnInBlocks) {
     show(u"# One\n- two\n- three"_s);
     EXPECT_EQ(reply().view().blockCount(), 2U);
-    EXPECT_EQ(reply().width(), style::columnWidth);
+    EXPECT_EQ(reply().textArea().width(), style::columnWidth);
     EXPECT_EQ(reply().height(), int(reply().view().height()));
 }
 

@@ -24,12 +24,13 @@ void forget(Interfaces &interfaces, size_t first) {
 /// A block or a part of one, as it was when somebody asked for it.
 class PartInterface : public QAccessibleInterface, public QAccessibleActionInterface {
 public:
-    /// `top` is that of the block in the widget.
-    PartInterface(MarkdownWidget *widget, QAccessibleInterface *parent, const SpokenPart &part, double top)
+    /// `origin` is that of the block in the widget.
+    PartInterface(MarkdownWidget *widget, QAccessibleInterface *parent, const SpokenPart &part,
+                  const QPointF &origin)
         : m_widget(widget),
           m_parent(parent),
           m_part(part),
-          m_top(top) {}
+          m_origin(origin) {}
     ~PartInterface() override { forget(m_children, 0); }
 
     bool isValid() const override { return m_widget; }
@@ -47,7 +48,7 @@ public:
     void setText(QAccessible::Text, const QString &) override {}
 
     QRect rect() const override {
-        const QRect area = m_part.area.translated(0, m_top).toAlignedRect();
+        const QRect area = m_part.area.translated(m_origin).toAlignedRect();
         return m_widget ? QRect(m_widget->mapToGlobal(area.topLeft()), area.size()) : QRect();
     }
 
@@ -60,7 +61,7 @@ public:
                         m_widget->focusedTarget() == placedTarget();
         state.invisible = !m_widget || !m_widget->isVisible();
         state.offscreen = !state.invisible && !m_widget->visibleRegion().intersects(
-                                                  m_part.area.translated(0, m_top).toAlignedRect());
+                                                  m_part.area.translated(m_origin).toAlignedRect());
         return state;
     }
 
@@ -69,7 +70,7 @@ public:
         if (m_children.empty()) {
             for (const SpokenPart &part : m_part.parts)
                 m_children.push_back(QAccessible::registerAccessibleInterface(
-                    new PartInterface(m_widget, const_cast<PartInterface *>(this), part, m_top)));
+                    new PartInterface(m_widget, const_cast<PartInterface *>(this), part, m_origin)));
         }
         return interfaceAt(m_children, index);
     }
@@ -106,14 +107,14 @@ private:
     std::optional<Target> placedTarget() const {
         std::optional<Target> target = m_part.target;
         if (target)
-            *target = movedDown(*target, m_top);
+            *target = moved(*target, m_origin);
         return target;
     }
 
     const QPointer<MarkdownWidget> m_widget;
     QAccessibleInterface *const m_parent;
     const SpokenPart m_part;
-    const double m_top;
+    const QPointF m_origin;
     mutable Interfaces m_children;
 };
 
@@ -164,7 +165,7 @@ public:
             const size_t next = m_blocks.size();
             m_blocks.push_back(QAccessible::registerAccessibleInterface(
                 new PartInterface(markdownWidget(), const_cast<WidgetInterface *>(this),
-                                  view().block(next).spoken(), view().topOf(next))));
+                                  view().block(next).spoken(), view().originOf(next))));
         }
         return interfaceAt(m_blocks, index);
     }

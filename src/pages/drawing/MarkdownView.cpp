@@ -31,7 +31,7 @@ double MarkdownView::layIn(double width) {
     if (std::exchange(m_width, width) == width)
         return height();
     for (const Place &place : m_places)
-        place.view->layIn(width);
+        place.view->layIn(blockWidth());
     if (m_places.empty())
         showBlocks();
     else
@@ -40,12 +40,13 @@ double MarkdownView::layIn(double width) {
 }
 
 double MarkdownView::height() const {
-    return m_places.empty() ? 0 : m_places.back().top + m_places.back().view->height();
+    const double bottom = m_places.empty() ? m_margin : m_places.back().top + m_places.back().view->height();
+    return bottom + m_margin;
 }
 
 double MarkdownView::showBlocks() {
     const double end = height();
-    const bool isLaid = m_width > 0;
+    const bool isLaid = blockWidth() > 0;
     const QList<MarkdownBlock> before =
         std::exchange(m_blocks, isLaid ? cachedMarkdownBlocks(m_text) : QList<MarkdownBlock>());
     const auto count = size_t(m_blocks.size());
@@ -67,14 +68,14 @@ double MarkdownView::show(const BlockContent &content, const BlockContent *shown
     if (shown && areOfOneKind(*shown, content))
         return place.top + place.view->setBlock(content);
     place.view = makeBlockView(content, m_theme);
-    place.view->layIn(m_width);
+    place.view->layIn(blockWidth());
     place.view->setBlock(content);
     return place.top;
 }
 
 void MarkdownView::stack() {
     std::vector<Part> parts;
-    double top = 0;
+    double top = m_margin;
     int start = 0;
     for (Place &place : m_places) {
         place.top = top;
@@ -82,7 +83,7 @@ void MarkdownView::stack() {
         top += place.view->height() + blockGap;
         if (place.view->isEmpty())
             continue;
-        parts.push_back({place.view.get(), QPointF(0, place.top)});
+        parts.push_back({place.view.get(), QPointF(m_margin, place.top)});
         start += place.view->length() + 1;
     }
     join(std::move(parts));
@@ -93,10 +94,11 @@ void MarkdownView::draw(QPainter &painter, const QRectF &clip, const TextSelecti
         const Place &place = m_places[index];
         if (place.top - figure::reach > clip.bottom())
             break;
-        painter.translate(0, place.top);
-        place.view->draw(painter, clip.translated(0, -place.top),
+        const QPointF origin = originOf(index);
+        painter.translate(origin);
+        place.view->draw(painter, clip.translated(-origin),
                          {selection.anchor - place.start, selection.caret - place.start});
-        painter.translate(0, -place.top);
+        painter.translate(-origin);
     }
 }
 
@@ -106,9 +108,9 @@ bool MarkdownView::isTextAt(double y) const {
 
 QList<Target> MarkdownView::targets() const {
     QList<Target> targets;
-    for (const Place &place : m_places) {
-        for (const Target &target : place.view->targets())
-            targets.append(movedDown(target, place.top));
+    for (size_t index = 0; index < m_places.size(); ++index) {
+        for (const Target &target : m_places[index].view->targets())
+            targets.append(::moved(target, originOf(index)));
     }
     return targets;
 }
@@ -116,9 +118,10 @@ QList<Target> MarkdownView::targets() const {
 std::optional<Target> MarkdownView::targetAt(const QPointF &point) const {
     if (m_places.empty())
         return std::nullopt;
-    const Place &place = m_places[blockAt(point.y())];
-    const std::optional<Target> target = place.view->targetAt(point - QPointF(0, place.top));
-    return target ? std::optional(movedDown(*target, place.top)) : std::nullopt;
+    const size_t index = blockAt(point.y());
+    const QPointF origin = originOf(index);
+    const std::optional<Target> target = m_places[index].view->targetAt(point - origin);
+    return target ? std::optional(::moved(*target, origin)) : std::nullopt;
 }
 
 size_t MarkdownView::blockAt(double y) const {

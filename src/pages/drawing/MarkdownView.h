@@ -9,7 +9,8 @@
 /// be selected in its blocks. Main thread; needs a QGuiApplication.
 class MarkdownView : public JoinedText {
 public:
-    explicit MarkdownView(const DrawingTheme &theme) : m_theme(theme) {}
+    /// `margin` stays free on every side, but for what figures draw beyond their area.
+    explicit MarkdownView(const DrawingTheme &theme, int margin = 0) : m_theme(theme), m_margin(margin) {}
     MarkdownView(const MarkdownView &) = delete;
     MarkdownView &operator=(const MarkdownView &) = delete;
 
@@ -21,7 +22,7 @@ public:
     /// the top at which the drawing changes; nothing above it does.
     double setText(const QString &text);
 
-    /// Gives the height in that width. Until the first call nothing is laid.
+    /// Gives the height in that width, both with the margin. Until the first call nothing is laid.
     double layIn(double width);
     double width() const { return m_width; }
     double height() const;
@@ -32,6 +33,7 @@ public:
     size_t blockCount() const { return m_places.size(); }
     const BlockView &block(size_t index) const { return *m_places[index].view; }
     double topOf(size_t index) const { return m_places[index].top; }
+    QPointF originOf(size_t index) const { return {double(m_margin), topOf(index)}; }
     /// The last block whose top isn't below that height, or the first.
     size_t blockAt(double y) const;
     /// True if there is text to select at that height.
@@ -53,8 +55,10 @@ private:
     /// something.
     double show(const BlockContent &content, const BlockContent *shown, Place &place);
     void stack();
+    double blockWidth() const { return m_width - 2 * m_margin; }
 
     DrawingTheme m_theme;
+    int m_margin = 0;
     QString m_text;
     double m_width = 0;
     QList<MarkdownBlock> m_blocks; ///< as many as places once there is a width

@@ -15,6 +15,7 @@ public:
     /// Only what changes is laid and painted; before the first layIn() it is nothing.
     void setText(const QString &text) override;
     int layIn(int width) override;
+    int margin() const override { return figure::reach; }
     void setTheme(const DrawingTheme &theme);
 
     const MarkdownView &view() const { return m_view; }

@@ -21,8 +21,12 @@ public:
 
     virtual const QString &text() const = 0;
     virtual void setText(const QString &text) = 0;
-    /// Lays the text into that width and gives the height that it takes there.
+    /// Lays the text into that width and gives the height that it takes there, both with the margin.
     virtual int layIn(int width) = 0;
+    /// How far inside the widget the text stands on every side, so that what reaches beyond it isn't cut.
+    virtual int margin() const { return 0; }
+    /// Where the text stands in the parent.
+    QRect textArea() const { return geometry().adjusted(margin(), margin(), -margin(), -margin()); }
 
     QString selectedText() const;
     void selectAll();

@@ -24,10 +24,10 @@ struct Target {
     bool operator==(const Target &) const = default;
 };
 
-/// The same where something stands that much farther down.
-inline Target movedDown(Target target, double by) {
+/// The same where it stands somewhere else.
+inline Target moved(Target target, const QPointF &by) {
     for (QRectF &area : target.areas)
-        area.translate(0, by);
+        area.translate(by);
     return target;
 }
 

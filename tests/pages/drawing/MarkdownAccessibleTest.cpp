@@ -63,7 +63,7 @@ TEST_F(MarkdownAccessibleTest, theBlocksAreATree) {
 
 TEST_F(MarkdownAccessibleTest, everyPartTellsWhereItStands) {
     const QRect heading = block(0).rect();
-    EXPECT_EQ(heading.topLeft(), widget.mapToGlobal(QPoint()));
+    EXPECT_EQ(heading.topLeft(), widget.mapToGlobal(QPoint(widget.margin(), widget.margin())));
     QAccessibleInterface *cell = block(3).child(1)->child(1);
     EXPECT_TRUE(block(3).rect().contains(cell->rect().center()));
     EXPECT_EQ(root().childAt(heading.center().x(), heading.center().y()), &block(0));

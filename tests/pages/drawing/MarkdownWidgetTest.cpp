@@ -210,6 +210,18 @@ TEST_F(MarkdownWidgetTest, theFocusedTargetHasARing) {
     EXPECT_EQ(widget.selectedText(), QString());
 }
 
+TEST_F(MarkdownWidgetTest, whatReachesBeyondTheTextIsNotCut) {
+    show(u"```line\na: 1\nb: 1\n```"_s);
+    const QImage dots = widget.grab().toImage();
+    const QRgb ground = dots.pixel(dots.width() / 2, dots.height() - 1);
+    for (const int x : {0, 1, dots.width() - 2, dots.width() - 1})
+        EXPECT_NE(dots.pixel(x, figure::reach), ground) << x;
+    EXPECT_NE(dots.pixel(figure::reach, 0), ground);
+    show(u"[one](https://example.org)"_s);
+    keys({{Qt::Key_Tab, {}}});
+    EXPECT_EQ(widget.grab().toImage().pixel(centerOf(0).x(), 0), widget.view().theme().link.rgb());
+}
+
 TEST_F(MarkdownWidgetTest, aLinkTellsWhereItLeads) {
     QHelpEvent help(QEvent::ToolTip, centerOf(0), widget.mapToGlobal(centerOf(0)));
     QCoreApplication::sendEvent(&widget, &help);
