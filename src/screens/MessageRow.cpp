@@ -61,6 +61,12 @@ MessageRow::MessageRow(const Look &look, Clock &clock, const MessageRowModel &mo
     setModel(model);
 }
 
+MessageRow::~MessageRow() {
+    // A part that goes with the row tells that it loses the focus, and there is no row to hear it.
+    for (QObject *part : children())
+        part->disconnect(this);
+}
+
 void MessageRow::setModel(const MessageRowModel &model) {
     m_model = model;
     showAttachments();

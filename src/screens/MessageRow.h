@@ -22,6 +22,7 @@ class MessageRow : public QWidget, public Spoken {
 public:
     /// `look` and `clock` must outlive this object.
     MessageRow(const Look &look, Clock &clock, const MessageRowModel &model, QWidget *parent = nullptr);
+    ~MessageRow() override;
 
     const MessageRowModel &model() const { return m_model; }
 
