@@ -5,6 +5,7 @@
 #include "platform/Clock.h"
 #include "screens/ChatScreen.h"
 #include "screens/Look.h"
+#include "screens/MessageList.h"
 
 /// The chat's screen in a window, fed by hand with the state that a running program would publish.
 class ChatOnScreen : public QObject {
@@ -25,6 +26,14 @@ public:
     bool show(const ChatScreenState &state) {
         m_hasPainted = false;
         m_screen.setModel(chatScreenModel(state));
+        QCoreApplication::processEvents();
+        return m_hasPainted;
+    }
+
+    /// Moves the messages by a page, up if `pages` is negative, and paints them. False at the end of them.
+    bool scroll(int pages) {
+        m_hasPainted = false;
+        m_screen.findChild<MessageList *>()->movePages(pages);
         QCoreApplication::processEvents();
         return m_hasPainted;
     }

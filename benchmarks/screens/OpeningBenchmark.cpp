@@ -7,14 +7,14 @@
 
 #include <benchmark/benchmark.h>
 
-// A long chat from its file to its painted rows.
+// A long chat from its file to its painted rows, and through them.
 
 namespace {
 
-Conversation longChat() {
+Conversation chatOf(int messages) {
     Conversation chat = newConversation(QDateTime::currentDateTimeUtc());
     const QString text = sampleTokens(1200).join(QString());
-    for (int index = 0; index < 2000; ++index) {
+    for (int index = 0; index < messages; ++index) {
         Message message;
         message.id = QUuid::createUuid();
         message.role = index % 2 == 0 ? Role::user : Role::assistant;
@@ -24,11 +24,11 @@ Conversation longChat() {
     return chat;
 }
 
-void openLongChat(benchmark::State &state) {
+void open(benchmark::State &state, int messages) {
     const TemporaryApplicationFolder folder;
     ensureFolders();
     const ChatStore store{};
-    const Conversation chat = longChat();
+    const Conversation chat = chatOf(messages);
     store.save(chat);
     ChatOnScreen screen;
     for (auto round : state) {
@@ -41,9 +41,45 @@ void openLongChat(benchmark::State &state) {
         state.ResumeTiming();
     }
 }
+
+void openChat(benchmark::State &state) {
+    open(state, 200);
+}
+BENCHMARK(openChat)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void openLongChat(benchmark::State &state) {
+    open(state, 2000);
+}
 BENCHMARK(openLongChat)->Unit(benchmark::kMillisecond)->UseRealTime();
 
-const Declared opening{
-    {.name = "chat of 2,000 messages read and painted", .function = "openLongChat", .budget = {.most = 100}}};
+/// A page up, and back down at the beginning, with rows that are made and thrown away on the way.
+void scroll(benchmark::State &state, int messages) {
+    ChatOnScreen screen;
+    screen.show({.conversation = chatOf(messages)});
+    int step = -1;
+    for (auto round : state) {
+        if (!screen.scroll(step))
+            step = -step;
+    }
+}
+
+void scrollChat(benchmark::State &state) {
+    scroll(state, 200);
+}
+BENCHMARK(scrollChat)->Unit(benchmark::kMillisecond);
+
+void scrollLongChat(benchmark::State &state) {
+    scroll(state, 2000);
+}
+BENCHMARK(scrollLongChat)->Unit(benchmark::kMillisecond);
+
+const Declared opening{{.name = "chat of 2,000 messages read and painted (peer: of 200)",
+                        .function = "openLongChat",
+                        .peer = "openChat",
+                        .budget = {.most = 100}}};
+const Declared scrolling{{.name = "page of a chat of 2,000 messages scrolled (peer: of 200)",
+                          .function = "scrollLongChat",
+                          .peer = "scrollChat",
+                          .budget = {.most = 16, .mostRatio = 2}}};
 
 } // namespace
