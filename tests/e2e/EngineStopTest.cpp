@@ -7,6 +7,8 @@
 #include <QJsonDocument>
 #include <QTcpSocket>
 
+#include <random>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -49,6 +51,26 @@ TEST_F(EngineStop, theNextMessageIsAnsweredAfterAStop) {
         ASSERT_EQ(messages().size(), 2 * round);
         EXPECT_FALSE(messages().last().content.isEmpty());
     }
+}
+
+TEST_F(EngineStop, fiftyStopsAtRandomMomentsLeaveAWholeChatAndAnIdleEngine) {
+    startEndless();
+    std::mt19937 random(20'261'121);
+    std::uniform_int_distribution moment(0, 60);
+    for (int round = 1; round <= 50; ++round) {
+        // A chat of its own each: the model's context is small.
+        chat->newChat();
+        chat->send(u"Hello!"_s);
+        letPass(moment(random));
+        chat->stop();
+        ASSERT_TRUE(eventually([this] { return saved() == *chat->conversation(); })) << "in round " << round;
+        ASSERT_GE(messages().size(), 1);
+        ASSERT_LE(messages().size(), 2);
+        EXPECT_EQ(messages().first().content, u"Hello!"_s);
+        EXPECT_FALSE(chat->isGenerating());
+    }
+    EXPECT_TRUE(comesToRest(pid(), 2000));
+    EXPECT_EQ(chat->summaries().size(), 50);
 }
 
 TEST_F(EngineStop, aLongReplyStopsAtOnceToo) {
