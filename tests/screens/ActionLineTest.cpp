@@ -272,7 +272,7 @@ TEST_F(ActionLineTest, scrollingBringsThemToTheRowThatComesBelowThePointer) {
     }
     leave();
     pass(1s);
-    EXPECT_EQ(attended(), QList<MessageRow *>()) << "also where the row had come to the pointer";
+    EXPECT_TRUE(attended().isEmpty()) << "also where the row had come to the pointer";
 }
 
 TEST_F(ActionLineTest, aRowThatIsPushedAwayFromThePointerLosesThem) {
@@ -294,7 +294,7 @@ TEST_F(ActionLineTest, thePointerBesideTheRowsShowsNothing) {
         movePointer(list->mapToGlobal(place));
         list->verticalScrollBar()->setValue(list->verticalScrollBar()->value() - 70);
         pass(1s);
-        EXPECT_EQ(attended(), QList<MessageRow *>());
+        EXPECT_TRUE(attended().isEmpty());
     }
 }
 
@@ -305,7 +305,7 @@ TEST_F(ActionLineTest, whatStandsBeforeTheListKeepsThePointerFromIt) {
     cover.show();
     movePointer(list->mapToGlobal(list->rect().center()));
     list->verticalScrollBar()->setValue(list->verticalScrollBar()->value() - 70);
-    EXPECT_EQ(attended(), QList<MessageRow *>());
+    EXPECT_TRUE(attended().isEmpty());
 }
 
 TEST_F(ActionLineTest, onlyAReplyWithTextHasThem) {
