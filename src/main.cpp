@@ -1,6 +1,7 @@
 #include "core/AppState.h"
 #include "core/ProcessRole.h"
 #include "engine/EngineProcessBox.h"
+#include "platform/AtomicFile.h"
 #include "platform/Clock.h"
 #include "platform/FolderLock.h"
 #include "platform/SingleInstance.h"
@@ -10,7 +11,7 @@
 #include "screens/MainWindow.h"
 
 #include <QApplication>
-#include <QDir>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -25,7 +26,11 @@ void nameApplication() {
 /// The folder that everything is kept beside: the application folder itself may be deleted and made anew.
 QString dataFolder() {
     QString folder = QFileInfo(applicationFolder()).path();
-    QDir().mkpath(folder);
+    try {
+        ensureFolder(folder);
+    } catch (const FileError &) {
+        // The start tells the person that nothing can be kept.
+    }
     return folder;
 }
 

@@ -3,6 +3,7 @@
 #include "e2e/WindowFixture.h"
 #include "platform/AtomicFile.h"
 #include "records/Folders.h"
+#include "support/EnvironmentVariable.h"
 
 using namespace Qt::StringLiterals;
 
@@ -46,6 +47,22 @@ TEST_F(WindowSecondStart, inAnotherSessionOnTheSameFilesItEndsToo) {
     EXPECT_TRUE(other.readAllStandardError().contains("Ostrelin is running in another session already."));
     EXPECT_TRUE(isAlive(engine));
     EXPECT_EQ(readFile(enginePidFile()), QByteArray::number(engine));
+}
+
+TEST_F(WindowSecondStart, theFirstStartOfAllMakesItsFoldersForItsOwnerAlone) {
+    const QString data = folder.dataHome() + u"/made"_s;
+    const EnvironmentVariable home("XDG_DATA_HOME", data.toLocal8Bit());
+    QProcess started;
+    started.start(QStringLiteral(PROGRAM_PATH), QStringList());
+    ASSERT_TRUE(eventually([&] { return topLevelWindow(started.processId()) != 0; }));
+    constexpr QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                                          QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    for (const QString &path : {data, data + u"/Ostrelin"_s}) {
+        ASSERT_TRUE(eventually([&] { return QFileInfo(path).isDir(); })) << path.toStdString();
+        EXPECT_FALSE(QFile::permissions(path) & others) << path.toStdString();
+    }
+    started.terminate();
+    EXPECT_TRUE(started.waitForFinished());
 }
 
 TEST_F(WindowSecondStart, afterTheFirstHasEndedItIsAFirst) {
