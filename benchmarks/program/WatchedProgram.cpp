@@ -1,9 +1,10 @@
 #include "program/WatchedProgram.h"
 
+#include "figures/ProcessorTime.h"
+
 #include <QFile>
 #include <QStringList>
 
-#include <ctime>
 #include <stdexcept>
 
 #include <unistd.h>
@@ -69,11 +70,7 @@ void WatchedProgram::waitForEnd() {
 }
 
 double WatchedProgram::processorSeconds() const {
-    clockid_t clock{};
-    timespec time{};
-    if (clock_getcpuclockid(static_cast<pid_t>(id()), &clock) != 0 || clock_gettime(clock, &time) != 0)
-        throw std::runtime_error("the program's processor time can't be read");
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+    return processorSecondsOf(id());
 }
 
 double WatchedProgram::residentBytes() const {

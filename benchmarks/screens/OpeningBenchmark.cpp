@@ -5,6 +5,8 @@
 #include "screens/ChatOnScreen.h"
 #include "support/TemporaryApplicationFolder.h"
 
+#include <array>
+
 #include <benchmark/benchmark.h>
 
 // A long chat from its file to its painted rows, and through them.
@@ -52,6 +54,24 @@ void openLongChat(benchmark::State &state) {
 }
 BENCHMARK(openLongChat)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+/// From one chat on screen to another, both read from their files.
+void switchChats(benchmark::State &state) {
+    const TemporaryApplicationFolder folder;
+    ensureFolders();
+    const ChatStore store{};
+    const std::array chats{chatOf(200), chatOf(200)};
+    for (const Conversation &chat : chats)
+        store.save(chat);
+    ChatOnScreen screen;
+    size_t shown = 0;
+    for (auto round : state) {
+        shown = 1 - shown;
+        if (!screen.show({.conversation = store.load(chats.at(shown).id)}))
+            state.SkipWithError("nothing was painted");
+    }
+}
+BENCHMARK(switchChats)->Unit(benchmark::kMillisecond)->UseRealTime();
+
 /// A page up, and back down at the beginning, with rows that are made and thrown away on the way.
 void scroll(benchmark::State &state, int messages) {
     ChatOnScreen screen;
@@ -77,6 +97,10 @@ const Declared opening{{.name = "chat of 2,000 messages read and painted (peer: 
                         .function = "openLongChat",
                         .peer = "openChat",
                         .budget = {.most = 100}}};
+const Declared switching{{.name = "switch to another chat of 200 messages (peer: opening one)",
+                          .function = "switchChats",
+                          .peer = "openChat",
+                          .budget = {.most = 100}}};
 const Declared scrolling{{.name = "page of a chat of 2,000 messages scrolled (peer: of 200)",
                           .function = "scrollLongChat",
                           .peer = "scrollChat",

@@ -1,6 +1,7 @@
 #include "tokens/EndlessEngine.h"
 
 #include "engine/EngineLaunch.h"
+#include "figures/ProcessorTime.h"
 #include "platform/LoopbackPort.h"
 #include "support/Await.h"
 
@@ -26,4 +27,8 @@ EndlessEngine::EndlessEngine(const QString &server, const QString &model, int co
 EndlessEngine::~EndlessEngine() {
     m_process.kill();
     m_process.waitForFinished();
+}
+
+double EndlessEngine::processorSeconds() const {
+    return processorSecondsOf(m_process.processId());
 }

@@ -18,6 +18,9 @@ public:
     QUrl url() const { return QUrl(QStringLiteral("http://127.0.0.1:%1").arg(m_port)); }
     QString key() const { return m_key; }
 
+    /// What the engine has used of processors so far. Throws std::runtime_error if it has ended.
+    double processorSeconds() const;
+
 private:
     quint16 m_port;
     QString m_key;

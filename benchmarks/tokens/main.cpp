@@ -4,6 +4,7 @@
 #include "screens/HouseStyle.h"
 #include "support/ScriptedEngine.h"
 #include "tokens/BareClient.h"
+#include "tokens/Duty.h"
 #include "tokens/EndlessEngine.h"
 #include "tokens/RunningProgram.h"
 
@@ -13,8 +14,9 @@
 #include <algorithm>
 #include <cstdio>
 
-// Tokens a second of one long reply: through the program, from the question to the whole reply, against
-// a bare client that sends the same request and reads the same reply.
+// Replies of the real engine. Tokens a second of one long reply: through the program, from the question to
+// the whole reply, against a bare client that sends the same request and reads the same reply. And what the
+// engine does at each speed of the reply.
 
 using namespace Qt::StringLiterals;
 
@@ -74,10 +76,11 @@ BareReply bareReply(const EndlessEngine &engine, const ScriptedEngine::Request &
     return result;
 }
 
-void measure(const std::string &filter) {
+void measureTokens(const EndlessEngine &engine, const std::string &filter) {
+    if (!isWanted(hiddenName, filter) && !isWanted(visibleName, filter))
+        return;
     RunningProgram program(greedyModel());
     const ScriptedEngine::Request request = requestOf(program);
-    const EndlessEngine engine(QStringLiteral(ENGINE_PATH), QStringLiteral(DEMO_MODEL), contextLength);
     program.use(engine.url(), engine.key());
 
     // The first replies warm the engine up, and show that both sides get the same.
@@ -110,12 +113,14 @@ void measure(const std::string &filter) {
 
 int main(int argc, char **argv) {
     const std::string filter = argc > 1 ? argv[1] : "";
-    if (!isWanted(hiddenName, filter) && !isWanted(visibleName, filter))
+    if (!isWanted(hiddenName, filter) && !isWanted(visibleName, filter) && !isDutyWanted(filter))
         return 0;
     QApplication::setStyle(new HouseStyle);
     QApplication application(argc, argv);
     try {
-        measure(filter);
+        const EndlessEngine engine(QStringLiteral(ENGINE_PATH), QStringLiteral(DEMO_MODEL), contextLength);
+        measureTokens(engine, filter);
+        measureDuty(engine, filter);
         return 0;
     } catch (const std::exception &error) {
         std::fprintf(stderr, "tokens: %s\n", error.what());

@@ -1,5 +1,6 @@
 #include "client/PacedStream.h"
 #include "conversation/Prompt.h"
+#include "conversation/TurnServices.h"
 #include "e2e/EngineFixture.h"
 #include "e2e/ProcessStatus.h"
 #include "support/ManualClock.h"
@@ -132,17 +133,43 @@ TEST_F(EngineReply, aPacedReplyEqualsTheUnpacedOne) {
 
 TEST_F(EngineReply, theEngineRestsBetweenTwoBursts) {
     start();
-    ManualClock clock;
-    PacedStream stream(client(), request(plan), {.burstTokens = 6, .rest = std::chrono::hours(1)}, clock);
-    ASSERT_TRUE(await(stream.next({})));
-    for (int burst = 0; burst < 3; ++burst) {
-        for (int token = 1; token < 6; ++token)
-            ASSERT_TRUE(await(stream.next({})));
-        auto firstOfNext = stream.next({});
-        EXPECT_TRUE(comesToRest(pid(), 2000));
-        clock.advance(std::chrono::hours(1));
-        ASSERT_TRUE(await(std::move(firstOfNext)));
+    for (const ResponseSpeed speed : {ResponseSpeed::calm, ResponseSpeed::slowYourRoll}) {
+        const Pace pace = *paceOf(speed);
+        ManualClock clock;
+        PacedStream stream(client(), request(plan), pace, clock);
+        ASSERT_TRUE(await(stream.next({})));
+        for (int burst = 0; burst < 3; ++burst) {
+            for (int token = 1; token < pace.burstTokens; ++token)
+                ASSERT_TRUE(await(stream.next({})));
+            auto firstOfNext = stream.next({});
+            EXPECT_TRUE(comesToRest(pid(), 2000)) << pace.burstTokens << " tokens";
+            clock.advance(pace.rest);
+            ASSERT_TRUE(await(std::move(firstOfNext)));
+        }
     }
+}
+
+TEST_F(EngineReply, theEngineWorksLessTheGentlerTheSpeed) {
+    startEndless();
+    chat = std::make_unique<ChatController>(&host, Clock::system(), turnServices(Clock::system()));
+    const auto workAt = [this](ResponseSpeed speed) {
+        host.fakeSettings.responseSpeed = speed;
+        chat->newChat();
+        sayUntilText(u"Hello!"_s);
+        const qint64 before = processorTicks(pid());
+        letPass(2500);
+        const qint64 work = processorTicks(pid()) - before;
+        EXPECT_TRUE(chat->isGenerating());
+        chat->stop();
+        return work;
+    };
+    const qint64 full = workAt(ResponseSpeed::full);
+    const qint64 calm = workAt(ResponseSpeed::calm);
+    const qint64 slow = workAt(ResponseSpeed::slowYourRoll);
+    // Within one run on one machine: calm works for some sixteen tokens of every second, the slowest for six
+    // of every five.
+    EXPECT_LT(calm * 2, full);
+    EXPECT_LT(slow * 2, calm + 2);
 }
 
 TEST_F(EngineReply, aWrongKeyIsRejected) {
