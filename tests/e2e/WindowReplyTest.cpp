@@ -55,6 +55,23 @@ TEST_F(WindowReply, theStopButtonEndsTheReplyAndTheEngineRests) {
     EXPECT_FALSE(window().said(u"Ostrelin"_s).value(0).isEmpty());
 }
 
+TEST_F(WindowReply, aReplyIsAskedForAgain) {
+    startProgram();
+    send(u"Hello!"_s);
+    ASSERT_TRUE(waitForText());
+    ASSERT_TRUE(program.waitForReply());
+    const QUuid first = savedChat().messages.last().id;
+    ASSERT_TRUE(window().waitFor(u"Regenerate"_s, AccessibleRole::pushButton));
+    ASSERT_TRUE(window().press(u"Regenerate"_s));
+    ASSERT_TRUE(eventually([&] {
+        const QList<Message> messages = savedChat().messages;
+        return messages.size() == 2 && messages.last().id != first && !messages.last().content.isEmpty();
+    }));
+    ASSERT_TRUE(program.waitForReply());
+    EXPECT_EQ(window().said(u"You"_s), QStringList(u"Hello!"_s));
+    EXPECT_EQ(window().said(u"Ostrelin"_s).size(), 1);
+}
+
 TEST_F(WindowReply, aChatSentThroughTheWindowIsOnDiskAfterQuitting) {
     startProgram();
     send(u"Hello!"_s);
