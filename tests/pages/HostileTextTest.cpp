@@ -86,3 +86,18 @@ TEST(HostileText, aPageThatIsMentionedOftenIsLookedForInOnePass) {
         EXPECT_LT(timer.elapsed(), allowedMilliseconds);
     }
 }
+
+TEST(HostileText, aReplyIsSplitInOnePass) {
+    const QStringList units{u"```page\n"_s, u"```\n"_s, u"```chart\n"_s, u"#"_s, u"# \n"_s,
+                            u"**"_s,        u"**a"_s,   u"\n"_s,         u" "_s, u"` "_s,
+                            u"```"_s,       u"a:"_s,    u"e\u0301"_s};
+    for (const QString &unit : units) {
+        const QString inner = unit.repeated(2 * megabyte / unit.size());
+        QElapsedTimer timer;
+        timer.start();
+        analyzePageReply(inner);
+        analyzePageReply(u"```page\n"_s + inner);
+        analyzePageReply(u"```page\n"_s + inner + u"\n```"_s);
+        EXPECT_LT(timer.elapsed(), allowedMilliseconds) << unit.toStdString();
+    }
+}

@@ -244,13 +244,3 @@ private:
 QString plainlyDescribed(const QString &text) {
     return PlainReader(text).read();
 }
-
-QString plainlyHiddenPage(const QString &text) {
-    QStringList shown;
-    for (const QString &line : text.split(u'\n')) {
-        if (trimmed(line).startsWith(u"```page"_s))
-            return shown.join(u'\n');
-        shown.append(line);
-    }
-    return text;
-}

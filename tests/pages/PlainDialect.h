@@ -5,6 +5,3 @@
 /// The page dialect read as plainly as can be, without a thought of speed: what the parser is compared
 /// with. Gives the description of the blocks that described() should give.
 QString plainlyDescribed(const QString &text);
-
-/// The same for the rule that hides a page while it streams.
-QString plainlyHiddenPage(const QString &text);

@@ -2,11 +2,37 @@
 #include "pages/DialectText.h"
 #include "pages/MarkdownParser.h"
 #include "pages/PageAnalysis.h"
+#include "pages/PlainAnalysis.h"
 #include "pages/PlainDialect.h"
 
+#include <map>
 #include <set>
 
 #include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A reply that may hold a page: by chance some of its lines are those of a page's fences.
+QString replyText(std::mt19937 &random) {
+    const QStringList fences{u"```page"_s, u"``` PAGE\t"_s, u"```"_s, u"  ``` "_s, u"```Chart: red"_s, u""_s};
+    QStringList parts;
+    for (int part = 0; part < 5; ++part) {
+        parts.append(fences.at(static_cast<qsizetype>(random() % static_cast<size_t>(fences.size()))));
+        parts.append(dialectText(random));
+        if (random() % 16 == 0)
+            parts.last() += u"**long # title** "_s.repeated(8);
+    }
+    return parts.join(u'\n');
+}
+
+/// A page as long as no chance of its own opens another one earlier.
+QString pageText(std::mt19937 &random) {
+    return u"```page\n"_s + dialectText(random) + u"\n```\n"_s + replyText(random);
+}
+
+} // namespace
 
 TEST(PlainReading, theParserAgreesWithIt) {
     std::mt19937 random(20);
@@ -32,4 +58,23 @@ TEST(PlainReading, thePageIsHiddenAlike) {
         hidden += shown == text ? 0 : 1;
     }
     EXPECT_GT(hidden, 200);
+}
+
+TEST(PlainReading, aFinishedReplyIsSplitAlike) {
+    std::mt19937 random(22);
+    std::map<size_t, int> issues;
+    int pages = 0;
+    for (int round = 0; round < 10'000; ++round) {
+        const QString text = round % 2 == 0 ? replyText(random) : pageText(random);
+        ASSERT_EQ(describedAnalysis(text).toStdString(), plainlyAnalyzed(text).toStdString())
+            << text.toStdString();
+        const PageAnalysis analysis = analyzePageReply(text);
+        ASSERT_NE(analysis.page.has_value(), analysis.issue.has_value()) << text.toStdString();
+        if (analysis.issue)
+            ++issues[analysis.issue->index()];
+        pages += analysis.page ? 1 : 0;
+    }
+    EXPECT_GT(pages, 300);
+    for (size_t kind = 0; kind < std::variant_size_v<PageIssue>; ++kind)
+        EXPECT_GT(issues[kind], 100) << "issue " << kind << " hardly ever came up";
 }
