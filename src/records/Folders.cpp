@@ -54,6 +54,10 @@ QString chatFile(const QUuid &id) {
     return chatsFolder() + u'/' + encodeUuid(id) + u".json"_s;
 }
 
+QString pageFile(const QUuid &id) {
+    return pagesFolder() + u'/' + encodeUuid(id) + u".json"_s;
+}
+
 void ensureFolder(const QString &path) {
     const std::filesystem::path folder(QFile::encodeName(path).toStdString());
     std::error_code error;

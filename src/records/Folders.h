@@ -20,6 +20,9 @@ QString settingsFile();
 QString chatIndexFile();
 QString chatFile(const QUuid &id);
 
+/// The file of one saved page, named likewise.
+QString pageFile(const QUuid &id);
+
 /// Creates a folder, and those above it that are missing; a new one is for its owner's eyes only. One
 /// that stands is left as it is. Throws FileError.
 void ensureFolder(const QString &path);

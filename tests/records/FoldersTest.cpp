@@ -24,6 +24,7 @@ TEST(Folders, everyPathLiesInTheApplicationFolder) {
     EXPECT_EQ(settingsFile(), root + u"/settings.json"_s);
     EXPECT_EQ(chatIndexFile(), root + u"/chats/index.json"_s);
     EXPECT_EQ(chatFile(Samples::firstId), root + u"/chats/5F0C1B9E-6F0A-4A53-9D3E-0C6A8F1F2B11.json"_s);
+    EXPECT_EQ(pageFile(Samples::firstId), root + u"/pages/5F0C1B9E-6F0A-4A53-9D3E-0C6A8F1F2B11.json"_s);
 }
 
 TEST(Folders, askingForAPathCreatesNothing) {
