@@ -78,24 +78,30 @@ enum class Wanted { head, body };
 /// Collects an answer and hands it over at its end.
 class Answer : public HttpReceiver {
 public:
-    Answer(std::shared_ptr<Channel<HttpResponse>> channel, Wanted wanted, qsizetype longestBody)
+    Answer(std::shared_ptr<Channel<HttpResponse>> channel, Wanted wanted, const HttpRequest &request)
         : m_channel(std::move(channel)),
           m_wanted(wanted),
-          m_longestBody(longestBody) {}
+          m_reading(request.reading),
+          m_longBody(request.longBody),
+          m_longestBody(request.longestBody) {}
 
     Next head(int status) override {
         m_response.status = status;
-        if (m_wanted == Wanted::body && status >= 200 && status <= 299)
+        const bool isRead =
+            m_reading == HttpRequest::Reading::ofEveryStatus || (status >= 200 && status <= 299);
+        if (m_wanted == Wanted::body && isRead)
             return Next::goOn;
         end(std::nullopt);
         return Next::hangUp;
     }
 
     Next bytes(const QByteArray &piece) override {
+        const bool isCut = m_longBody == HttpRequest::LongBody::isCut;
         m_response.body += piece;
-        if (m_response.body.size() <= m_longestBody)
+        if (m_response.body.size() < m_longestBody || (!isCut && m_response.body.size() == m_longestBody))
             return Next::goOn;
-        end(HttpError(HttpError::Reason::tooLong));
+        m_response.body.truncate(m_longestBody);
+        end(isCut ? std::nullopt : std::optional(HttpError(HttpError::Reason::tooLong)));
         return Next::hangUp;
     }
 
@@ -107,14 +113,16 @@ public:
 
 private:
     std::shared_ptr<Channel<HttpResponse>> m_channel;
-    Wanted m_wanted;
-    qsizetype m_longestBody;
+    const Wanted m_wanted;
+    const HttpRequest::Reading m_reading;
+    const HttpRequest::LongBody m_longBody;
+    const qsizetype m_longestBody;
     HttpResponse m_response;
 };
 
 Task<HttpResponse> fetchWanted(HttpRequest request, Wanted wanted, std::stop_token stop) {
     auto channel = std::make_shared<Channel<HttpResponse>>();
-    auto receiver = std::make_shared<Answer>(channel, wanted, request.longestBody);
+    auto receiver = std::make_shared<Answer>(channel, wanted, request);
     const HttpExchange exchange(std::move(request), std::move(receiver));
     std::optional<HttpResponse> response = co_await channel->next(stop);
     if (!response)

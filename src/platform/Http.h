@@ -18,8 +18,16 @@
 
 struct HttpRequest {
     /// What becomes of an answer that sends the reader elsewhere. A request that follows takes its headers
-    /// along, up to twenty times; it leaves http and https never, and https not even for http.
+    /// along, up to twenty times; it leaves http and https never, and https not even for http. A POST becomes
+    /// a GET unless the answer is 307 or 308. It sends no name and password that an address carries.
     enum class Redirects { areAnswers, areFollowed };
+    /// Whether the body may come compressed, in any way that libcurl knows. It is handed on as it was before,
+    /// and is as long as that.
+    enum class Compression { isRefused, isAccepted };
+    /// The answers whose bodies fetch() reads.
+    enum class Reading { ofSuccess, ofEveryStatus };
+    /// What fetch() does with a body that is too long.
+    enum class LongBody { isFailure, isCut };
 
     QByteArray method = "GET";
     QUrl url;
@@ -29,9 +37,13 @@ struct HttpRequest {
     std::chrono::milliseconds idleTimeout{60'000};
     /// How long the whole exchange may take; nothing for as long as it needs.
     std::optional<std::chrono::milliseconds> wholeTimeout;
-    /// How long a body fetch() reads; a longer one is a failure. A stream has no such limit.
+    /// How long a body fetch() reads, in bytes; of a longer one the connection closes there. A stream has no
+    /// such limit.
     qsizetype longestBody = 64'000'000;
+    LongBody longBody = LongBody::isFailure;
+    Reading reading = Reading::ofSuccess;
     Redirects redirects = Redirects::areAnswers;
+    Compression compression = Compression::isRefused;
 };
 
 /// Raised when a request or its answer doesn't get through, with a sentence that a person can read. An
@@ -104,7 +116,7 @@ private:
 /// True for the names and addresses of this machine's own loopback.
 bool isLoopback(const QString &host);
 
-/// A whole answer. The body is read only with a status from 200 to 299.
+/// A whole answer. The body is read only with a status from 200 to 299, unless the request says otherwise.
 struct HttpResponse {
     int status = 0;
     QByteArray body;

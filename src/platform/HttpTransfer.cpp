@@ -70,6 +70,7 @@ void HttpTransfer::setRoute() {
         return;
     const bool isSecure = m_request.url.scheme() == QLatin1String("https");
     curl_easy_setopt(m_handle, CURLOPT_FOLLOWLOCATION, 1L);
+    curl_easy_setopt(m_handle, CURLOPT_HTTPAUTH, CURLAUTH_NONE);
     curl_easy_setopt(m_handle, CURLOPT_MAXREDIRS, mostRedirects);
     curl_easy_setopt(m_handle, CURLOPT_REDIR_PROTOCOLS_STR, isSecure ? "https" : "http,https");
 }
@@ -85,12 +86,17 @@ void HttpTransfer::setCallbacks() {
 }
 
 void HttpTransfer::setBody() {
+    const bool isPost = m_request.method == "POST";
     curl_easy_setopt(m_handle, CURLOPT_URL, m_request.url.toEncoded().constData());
-    if (!m_request.body.isEmpty()) {
+    if (isPost || !m_request.body.isEmpty()) {
         curl_easy_setopt(m_handle, CURLOPT_POSTFIELDSIZE_LARGE, curl_off_t(m_request.body.size()));
         curl_easy_setopt(m_handle, CURLOPT_POSTFIELDS, m_request.body.constData());
     }
-    curl_easy_setopt(m_handle, CURLOPT_CUSTOMREQUEST, m_request.method.constData());
+    // A method that is given by its name stays the same wherever the request is sent on to.
+    if (!isPost)
+        curl_easy_setopt(m_handle, CURLOPT_CUSTOMREQUEST, m_request.method.constData());
+    if (m_request.compression == HttpRequest::Compression::isAccepted)
+        curl_easy_setopt(m_handle, CURLOPT_ACCEPT_ENCODING, "");
 }
 
 void HttpTransfer::setHeaders() {

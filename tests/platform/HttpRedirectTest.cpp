@@ -79,6 +79,43 @@ TEST(Redirects, takeTheHeadersOfTheRequestAlong) {
     EXPECT_EQ(last.requests().first().headers.value("user-agent"), "tester");
 }
 
+TEST(Redirects, turnAPostIntoAGetUnlessTheySayThatItStays) {
+    for (const int status : {301, 302, 303, 307, 308}) {
+        const bool stays = status >= 307;
+        ScriptedEngine last;
+        last.answer(Script(200).raw("here"));
+        ScriptedEngine first;
+        first.answer(redirect(last.url(), status));
+        HttpRequest request = following(first.url());
+        request.method = "POST";
+        request.body = "q=1";
+        EXPECT_EQ(await(fetch(request, {})).body, "here");
+        EXPECT_EQ(first.requests().first().line, "POST / HTTP/1.1");
+        EXPECT_EQ(last.requests().first().line, stays ? "POST / HTTP/1.1" : "GET / HTTP/1.1") << status;
+        EXPECT_EQ(last.requests().first().body, stays ? "q=1" : "") << status;
+    }
+}
+
+TEST(Redirects, thatCarryANameAndAPasswordDoNotHaveThemSent) {
+    ScriptedEngine server;
+    QUrl target = at(server, u"/there"_s);
+    target.setUserInfo(u"name:password"_s);
+    server.answer(redirect(target));
+    server.answer(Script(401).header("WWW-Authenticate", "Basic realm=\"here\""));
+    EXPECT_EQ(await(fetchStatus(following(server.url()), {})), 401);
+    ASSERT_EQ(server.requests().size(), 2);
+    for (const char *header : {"authorization", "referer", "cookie"})
+        EXPECT_FALSE(server.requests().last().headers.contains(header)) << header;
+}
+
+TEST(Redirects, thatSetACookieDoNotGetItBack) {
+    ScriptedEngine server;
+    server.answer(Script(302).header("Set-Cookie", "a=b").header("Location", "/there"));
+    server.answer(Script(200));
+    EXPECT_EQ(await(fetchStatus(following(server.url()), {})), 200);
+    EXPECT_FALSE(server.requests().last().headers.contains("cookie"));
+}
+
 TEST(Redirects, toAPathStayOnTheServer) {
     ScriptedEngine server;
     server.answer(Script(302).header("Location", "/there"));
