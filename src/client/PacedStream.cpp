@@ -54,6 +54,10 @@ Task<std::optional<StreamChunk>> PacedStream::next(std::stop_token stop) {
             chunk = co_await m_stream->next(stop);
         } catch (const Cancelled &) {
             break;
+        } catch (...) {
+            m_hasEnded = true;
+            m_stream.reset();
+            throw;
         }
         if (stop.stop_requested())
             break;

@@ -24,7 +24,8 @@ std::optional<Pace> paceOf(ResponseSpeed speed);
 /// chunk of its own, and that nothing closes it beyond that.
 ///
 /// Only text counts as part of a burst: thinking and tool calls come without a pause. A server that begins
-/// the reply anew rather than going on with it ends it. next() throws what the client's streams throw.
+/// the reply anew rather than going on with it ends it. next() throws what the client's streams throw, and
+/// that is the end.
 class PacedStream : public ChunkStream {
 public:
     /// Sends `request`, whose `maxTokens` are those of the whole reply. `clock` must outlive this object.

@@ -1,6 +1,9 @@
 #include "conversation/ChatController.h"
 
+#include "conversation/MessagePlaces.h"
+#include "conversation/PageReply.h"
 #include "conversation/Turn.h"
+#include "pages/PageStore.h"
 #include "platform/Clock.h"
 #include "platform/MemoryPressure.h"
 
@@ -30,6 +33,15 @@ bool answerOpenCalls(Conversation &chat) {
                                   .toolCallId = call.id});
     }
     return chat.messages.size() > before;
+}
+
+QSet<QString> foundURLs(const Conversation &chat) {
+    QSet<QString> urls;
+    for (const Message &message : chat.messages) {
+        for (const SearchSource &source : message.searchEvent.value_or(SearchEvent()).sources)
+            urls.insert(source.url);
+    }
+    return urls;
 }
 
 } // namespace
@@ -66,6 +78,17 @@ void ChatController::regenerate() {
     startTurn(chat, {.question = again});
 }
 
+void ChatController::retryPage() {
+    if (!m_conversation || m_isGenerating)
+        return;
+    Conversation chat = *m_conversation;
+    const qsizetype reply = lastAssistant(chat.messages);
+    if (reply >= 0 && chat.messages.at(reply).pageFailed == true)
+        chat.messages.removeAt(reply);
+    publish(chat);
+    startTurn(chat, {.pageAccepted = true, .nudge = pageCorrection()});
+}
+
 void ChatController::stop() {
     m_generateTask.cancel();
     resetTurn();
@@ -75,6 +98,7 @@ void ChatController::newChat() {
     const Conversation chat = newConversation(now());
     save(chat);
     show(chat);
+    leavePreviousChat();
     reloadSummaries();
 }
 
@@ -86,15 +110,18 @@ void ChatController::openConversation(const QUuid &id) {
         return;
     if (m_generatingID != id && answerOpenCalls(*chat))
         save(*chat);
+    m_foundURLs[id].unite(foundURLs(*chat));
     show(*chat);
+    leavePreviousChat();
     reloadSummaries();
 }
 
-void ChatController::renameConversation(const QUuid &id, const QString &title) {
-    setTitle(id, title);
+void ChatController::leavePreviousChat() {
+    setShowSearchHint(false);
+    setPageDraft(std::nullopt);
 }
 
-void ChatController::setTitle(const QUuid &id, const QString &title) {
+void ChatController::renameConversation(const QUuid &id, const QString &title) {
     std::optional<Conversation> chat = m_store.load(id);
     if (!chat)
         return;
@@ -112,6 +139,16 @@ void ChatController::setTitle(const QUuid &id, const QString &title) {
     reloadSummaries();
 }
 
+QString ChatController::titleOf(const Conversation &chat) const {
+    return m_givenTitles.value(chat.id, chat.title);
+}
+
+void ChatController::takeMadeTitle(const QUuid &id, const QString &title) {
+    const std::optional<Conversation> chat = m_store.load(id);
+    if (chat && chat->title == defaultTitle)
+        renameConversation(id, title);
+}
+
 void ChatController::deleteConversation(const QUuid &id) {
     if (m_generatingID == id)
         stop();
@@ -123,8 +160,25 @@ void ChatController::deleteConversation(const QUuid &id) {
         reloadSummaries();
 }
 
+void ChatController::openPage(const PageSnapshot &page) {
+    setPageDraft(draftOf(page, now()));
+}
+
+void ChatController::savePageDraft() {
+    if (!m_pageDraft)
+        return;
+    PageDocument page = *m_pageDraft;
+    page.updatedAt = now();
+    savePage(page);
+    closePageDraft();
+}
+
+void ChatController::closePageDraft() {
+    setPageDraft(std::nullopt);
+}
+
 void ChatController::startMemoryWatch() {
-    m_memorySource = std::make_unique<MemoryPressure>();
+    m_memorySource = std::make_unique<MemoryPressure>(this);
     connect(m_memorySource.get(), &MemoryPressure::critical, this, &ChatController::takeMemoryPressure);
 }
 
@@ -166,8 +220,26 @@ void ChatController::resetAll() {
         m_summaries.clear();
         Q_EMIT summariesChanged();
     }
+    leavePreviousChat();
+    m_foundURLs.clear();
     setMemoryWarning(std::nullopt);
     setUpgradeBanner(std::nullopt);
+}
+
+void ChatController::testSearchHint(const Conversation &conversation) {
+    const bool isOnScreen = m_conversation && m_conversation->id == conversation.id;
+    if (m_points.suggestsSearch && m_host && isOnScreen)
+        setShowSearchHint(m_points.suggestsSearch(m_host->settings(), conversation));
+}
+
+void ChatController::setShowSearchHint(bool shows) {
+    if (std::exchange(m_showSearchHint, shows) != shows)
+        Q_EMIT showSearchHintChanged();
+}
+
+void ChatController::setPageDraft(const std::optional<PageDocument> &draft) {
+    if (std::exchange(m_pageDraft, draft) != draft)
+        Q_EMIT pageDraftChanged();
 }
 
 void ChatController::setMemoryWarning(const std::optional<QString> &text) {
@@ -189,7 +261,7 @@ void ChatController::startTurn(const Conversation &conversation, const TurnReque
 }
 
 void ChatController::publish(Conversation conversation) {
-    conversation.title = m_givenTitles.value(conversation.id, conversation.title);
+    conversation.title = titleOf(conversation);
     if (m_generatingID == conversation.id)
         m_generatingChat = conversation;
     if (m_conversation && m_conversation->id == conversation.id)
@@ -202,7 +274,7 @@ void ChatController::show(const Conversation &conversation) {
 }
 
 void ChatController::save(Conversation conversation) {
-    conversation.title = m_givenTitles.value(conversation.id, conversation.title);
+    conversation.title = titleOf(conversation);
     if (!m_deleted.contains(conversation.id))
         m_store.save(conversation);
 }
@@ -210,6 +282,7 @@ void ChatController::save(Conversation conversation) {
 void ChatController::resetTurn() {
     m_generatingID.reset();
     m_generatingChat.reset();
+    m_consent.refuseAll();
     setStreamingID(std::nullopt);
     setIsGenerating(false);
 }

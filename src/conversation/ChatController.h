@@ -1,6 +1,7 @@
 #pragma once
 
 #include "conversation/ChatHost.h"
+#include "conversation/Consent.h"
 #include "conversation/TurnPoints.h"
 #include "platform/TaskHandle.h"
 #include "records/ChatStore.h"
@@ -50,6 +51,15 @@ public:
     /// What to tell the person when the machine ran short of memory; nothing if it never did.
     const std::optional<QString> &memoryWarning() const { return m_memoryWarning; }
 
+    /// The cards of the running turn, and their answers.
+    Consent &consent() { return m_consent; }
+
+    /// True when the last reply suggests that the web could have told more.
+    bool showSearchHint() const { return m_showSearchHint; }
+
+    /// A page that isn't saved yet; nothing while none is open.
+    const std::optional<PageDocument> &pageDraft() const { return m_pageDraft; }
+
     /// Sends the person's message and starts the turn. Does nothing if there is neither text nor an
     /// attachment, or while a turn runs. Makes a new chat if none is on screen.
     void send(const QString &text, Thinking think = Thinking::off, const QList<Attachment> &attachments = {});
@@ -58,7 +68,11 @@ public:
     /// good. Does nothing if there is no question, or while a turn runs.
     void regenerate();
 
-    /// Ends the running turn; the reply stays as far as it had come.
+    /// Asks for the page of the last reply again. If the page could not be made, that reply goes. Does
+    /// nothing without a chat, or while a turn runs.
+    void retryPage();
+
+    /// Ends the running turn; the reply stays as far as it had come, and what it asks is refused.
     void stop();
 
     /// Puts a new, empty chat on screen and on disk. A running turn goes on in its own chat.
@@ -74,11 +88,15 @@ public:
     /// Deletes a chat, and ends its turn if it has one. A new chat takes its place on screen.
     void deleteConversation(const QUuid &id);
 
+    /// Opens a page of a message as a new draft, in place of the present one.
+    void openPage(const PageSnapshot &page);
+
+    /// Closes the draft, which is saved as a page of its own before, or lost. Nothing happens without one.
+    void savePageDraft();
+    void closePageDraft();
+
     /// From now on a machine that runs short of memory ends the running turn and sets the warning.
     void startMemoryWatch();
-
-    /// The machine has run short of memory.
-    void takeMemoryPressure();
 
     /// Runs a scheduled prompt as a turn of its own in a new chat titled `name`, or "Scheduled run" if
     /// that is empty. Does nothing while a turn runs.
@@ -98,6 +116,8 @@ Q_SIGNALS:
     void streamingIDChanged();
     void upgradeBannerChanged();
     void memoryWarningChanged();
+    void showSearchHintChanged();
+    void pageDraftChanged();
 
 private:
     friend class Turn;
@@ -110,9 +130,19 @@ private:
     /// Takes the state of a turn's chat, and shows it if that chat is on screen.
     void publish(Conversation conversation);
     void show(const Conversation &conversation);
+    /// What belonged to the chat that was on screen goes with it.
+    void leavePreviousChat();
     /// Writes a chat, unless it was deleted.
     void save(Conversation conversation);
-    void setTitle(const QUuid &id, const QString &title);
+    /// The title that a chat has, or was given since.
+    QString titleOf(const Conversation &chat) const;
+    /// Takes a title that the model made, unless the chat has one of its own by now.
+    void takeMadeTitle(const QUuid &id, const QString &title);
+    void testSearchHint(const Conversation &conversation);
+    void setShowSearchHint(bool shows);
+    void setPageDraft(const std::optional<PageDocument> &draft);
+    /// The machine has run short of memory.
+    void takeMemoryPressure();
     void setMemoryWarning(const std::optional<QString> &text);
     void resetTurn();
     void setIsGenerating(bool isGenerating);
@@ -130,6 +160,10 @@ private:
     std::optional<Conversation> m_generatingChat; ///< as the running turn has it
     std::optional<QString> m_upgradeBanner;
     std::optional<QString> m_memoryWarning;
+    Consent m_consent;
+    bool m_showSearchHint = false;
+    std::optional<PageDocument> m_pageDraft;
+    QHash<QUuid, QSet<QString>> m_foundURLs; ///< by the searches of each chat
     /// A turn has a copy of its chat. What happens to the chat meanwhile goes before what that says.
     QHash<QUuid, QString> m_givenTitles;
     QSet<QUuid> m_deleted;

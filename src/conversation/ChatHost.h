@@ -17,11 +17,17 @@ public:
 
     virtual const Settings &settings() const = 0;
 
+    /// Takes over changed settings and writes them.
+    virtual void saveSettings(const Settings &settings) = 0;
+
     /// The model that runs; nothing while there is none.
     virtual std::optional<ModelTier> activeTier() const = 0;
 
     /// The text of the person's memory file.
     virtual QString memory() const = 0;
+
+    /// Takes over another text of the memory file and writes it.
+    virtual void saveMemory(const QString &text) = 0;
 
     /// Where the engine answers, and its key; nothing while there is no engine.
     virtual std::optional<QUrl> engineURL() const = 0;

@@ -1,19 +1,12 @@
 #include "conversation/Turn.h"
 
-#include <algorithm>
+#include "conversation/MessagePlaces.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int lastRoundWithTools = 3;
-
-/// The place of the last assistant message, or -1.
-qsizetype lastAssistant(const QList<Message> &messages) {
-    const auto found = std::find_if(messages.crbegin(), messages.crend(),
-                                    [](const Message &message) { return message.role == Role::assistant; });
-    return std::distance(found, messages.crend()) - 1;
-}
 
 } // namespace
 
@@ -40,10 +33,12 @@ Turn::Turn(ChatController &controller, Conversation conversation, TurnRequest re
 Task<> Turn::run() {
     m_number = ++m_controller->m_turns;
     m_controller->m_generatingID = m_conversation.id;
+    m_foundURLs = m_controller->m_foundURLs.value(m_conversation.id);
     appendQuestion();
     m_controller->setIsGenerating(true);
+    m_controller->setShowSearchHint(false);
 
-    Round round{.think = m_request.think, .nudge = std::nullopt, .isFirst = true};
+    Round round{.think = m_request.think, .nudge = m_request.nudge, .isFirst = true};
     while (true) {
         if (isCancelled())
             co_return saveAndReset();
@@ -88,26 +83,13 @@ void Turn::appendQuestion() {
     m_controller->reloadSummaries();
 }
 
-void Turn::write(const Message &message) {
-    auto &messages = m_conversation.messages;
-    const auto place = std::find_if(messages.rbegin(), messages.rend(),
-                                    [&](const Message &other) { return other.id == message.id; });
-    if (place != messages.rend())
-        *place = message;
-    m_conversation.updatedAt = m_controller->now();
-    publish();
-}
-
 Task<bool> Turn::runTools(QList<ToolCall> calls) {
     for (const ToolCall &call : calls) {
         if (isCancelled()) {
             reset();
             co_return false;
         }
-        QString result = u"Unknown tool."_s;
-        if (m_controller->m_points.runTool)
-            result =
-                co_await m_controller->m_points.runTool(call, {m_conversation, m_pageOfferAccepted}, m_stop);
+        const QString result = co_await runTool(call);
         if (isForgotten())
             co_return false;
         m_conversation.messages.append({.id = QUuid::createUuid(),
@@ -123,15 +105,35 @@ Task<bool> Turn::runTools(QList<ToolCall> calls) {
     co_return true;
 }
 
+Task<QString> Turn::runTool(ToolCall call) {
+    if (!m_controller->m_points.runTool)
+        co_return u"Unknown tool."_s;
+    const auto show = [this] {
+        if (!isForgotten())
+            publish();
+    };
+    const TurnPoints::ToolContext context{.conversation = m_conversation,
+                                          .pageOfferAccepted = m_pageOfferAccepted,
+                                          .foundURLs = m_foundURLs,
+                                          .publish = show,
+                                          .host = m_controller->m_host,
+                                          .consent = m_controller->m_consent};
+    const QString result = co_await m_controller->m_points.runTool(call, context, m_stop);
+    if (!isForgotten())
+        m_controller->m_foundURLs[m_conversation.id].unite(m_foundURLs);
+    co_return result;
+}
+
 Task<> Turn::finish() {
     const TurnPoints &points = m_controller->m_points;
-    if (points.finishPage)
-        points.finishPage(m_conversation, m_pageOfferAccepted);
+    if (points.finishPage) {
+        if (const auto draft = points.finishPage(m_conversation, m_pageOfferAccepted, m_controller->now()))
+            m_controller->setPageDraft(draft);
+    }
     m_pageOfferAccepted = false;
     save();
     publish();
-    if (points.testSearchHint)
-        points.testSearchHint(m_conversation);
+    m_controller->testSearchHint(m_conversation);
     co_await makeTitle();
     if (!isForgotten())
         reset();
@@ -142,10 +144,11 @@ Task<> Turn::makeTitle() {
     const std::optional<ModelTier> tier = host ? host->activeTier() : std::nullopt;
     if (!m_controller->m_points.makeTitle || !tier || !host->engineURL())
         co_return;
+    m_conversation.title = m_controller->titleOf(m_conversation);
     const std::optional<QString> title =
         co_await m_controller->m_points.makeTitle(client(), tier->sampling, m_conversation, m_stop);
     if (title && !isForgotten() && !isCancelled())
-        m_controller->setTitle(m_conversation.id, *title);
+        m_controller->takeMadeTitle(m_conversation.id, *title);
 }
 
 std::optional<QString> Turn::dueCorrection() const {

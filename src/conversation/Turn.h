@@ -13,6 +13,7 @@ struct TurnRequest {
     std::optional<UserMessage> question; ///< to append; absent if the chat already ends with it
     Thinking think = Thinking::off;      ///< of the first request
     bool pageAccepted = false;           ///< the reply is to be a page
+    std::optional<QString> nudge = {};   ///< what the first request tells the model beside its task
 };
 
 /// What one model request gives back to the turn.
@@ -50,6 +51,7 @@ private:
     void appendQuestion();
     Task<RoundResult> streamRound(Round round);
     Task<bool> runTools(QList<ToolCall> calls);
+    Task<QString> runTool(ToolCall call);
     Task<> finish();
     Task<> makeTitle();
     void saveAndReset();
@@ -66,11 +68,12 @@ private:
     std::optional<StreamRequest> requestOf(const Round &round);
     LLMClient client() const;
     std::unique_ptr<ChunkStream> open(const StreamRequest &request, bool isFirst) const;
-    void take(const StreamChunk &chunk, Message &message);
-    RoundResult finishMessage(Message &message, ToolCallAssembler &assembler,
-                              std::optional<QString> lastFinish);
-    void write(const Message &message);
-    RoundResult failWith(Message &message);
+    void take(const StreamChunk &chunk);
+    RoundResult finishMessage(ToolCallAssembler &assembler, std::optional<QString> lastFinish);
+    RoundResult failMessage();
+    void writeSoon();
+    Task<> writeLater(std::chrono::milliseconds delay, std::stop_token stop);
+    void write();
     std::optional<QString> dueCorrection() const;
     bool isCancelled() const { return m_stop.stop_requested(); }
 
@@ -87,5 +90,10 @@ private:
     int m_round = 0;
     bool m_pageOfferAccepted;
     bool m_pageRetried = false;
+    QSet<QString> m_foundURLs;
+
+    Message m_message; ///< that is being written
+    std::optional<std::chrono::milliseconds> m_lastWrite;
+    TaskHandle m_nextWrite;
 };
 #endif

@@ -1,11 +1,17 @@
 #pragma once
 
 #include "client/LLMClient.h"
+#include "conversation/ChatHost.h"
+#include "pages/PageDocument.h"
 #include "records/Conversation.h"
-#include "records/Settings.h"
+
+#include <QPointer>
+#include <QSet>
 
 #include <functional>
 #include <memory>
+
+class Consent;
 
 /// Where a turn calls on the rest of the conversation engine. The loop knows no more of these services
 /// than is told here. Every member may be left empty; beside it stands how the turn then behaves. None
@@ -15,10 +21,15 @@ struct TurnPoints {
         QString reasoning; ///< what stood in think tags; empty if there were none
         QString content;   ///< the text without them
     };
-    /// What a tool may see and change of the turn that called it. Holds until the tool has returned.
+    /// What a tool may see and change of the turn that called it. Holds until the tool has returned, but for
+    /// the host and the cards, which are gone if the turn was stopped meanwhile.
     struct ToolContext {
-        Conversation &conversation; ///< the turn's own copy, which the turn saves and shows
-        bool &pageOfferAccepted;    ///< this turn's reply is to be a page
+        Conversation &conversation;    ///< the turn's own copy, which the turn saves
+        bool &pageOfferAccepted;       ///< this turn's reply is to be a page
+        QSet<QString> &foundURLs;      ///< by the searches of this chat: the pages that may be read
+        std::function<void()> publish; ///< shows the conversation as it is now
+        QPointer<ChatHost> host;
+        Consent &consent;
     };
     struct RecoveredCalls {
         QList<ToolCall> calls; ///< calls that were written as text
@@ -32,8 +43,10 @@ struct TurnPoints {
     /// A reply that comes in bursts. Empty: every request is streamed at full speed.
     std::function<std::unique_ptr<ChunkStream>(LLMClient, StreamRequest, ResponseSpeed)> pacedStream;
 
-    /// The tools of a request that may have some. Empty: none are offered.
-    std::function<QJsonArray()> toolList;
+    /// The tools of a request. Empty: none are offered.
+    std::function<QJsonArray(bool allowTools, const Settings &settings,
+                             const std::optional<ModelTier> &activeTier)>
+        toolList;
 
 #ifndef Q_MOC_RUN
     /// Runs a call, which may wait for the person, and gives the text for the model. Once `stop` is
@@ -51,10 +64,12 @@ struct TurnPoints {
     /// it can. Empty: no reply is ever asked for again.
     std::function<std::optional<QString>(const QString &content)> pageCorrection;
 
-    /// Turns the last reply into text and page, an accepted one or one that came unasked. Empty: the
-    /// reply stays as it is.
-    std::function<void(Conversation &conversation, bool pageOfferAccepted)> finishPage;
+    /// Turns the last reply into text and page, an accepted one or one that came unasked, and gives the draft
+    /// of an accepted one. Empty: the reply stays as it is.
+    std::function<std::optional<PageDocument>(Conversation &conversation, bool pageOfferAccepted,
+                                              const QDateTime &now)>
+        finishPage;
 
-    /// Looks whether to hint at web search after a turn. Empty: no hint.
-    std::function<void(const Conversation &conversation)> testSearchHint;
+    /// Whether to hint at web search after a turn. Empty: no hint.
+    std::function<bool(const Settings &settings, const Conversation &conversation)> suggestsSearch;
 };

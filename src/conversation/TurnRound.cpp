@@ -5,6 +5,8 @@
 #include "conversation/Turn.h"
 #include "platform/Clock.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -29,14 +31,14 @@ Task<RoundResult> Turn::streamRound(Round round) {
     if (!request)
         co_return RoundResult{.kind = RoundResult::Kind::failed, .calls = {}};
 
-    Message message = assistantMessage();
-    m_conversation.messages.append(message);
+    m_message = assistantMessage();
+    m_lastWrite.reset();
+    m_conversation.messages.append(m_message);
     publish();
-    showStreaming(message.id);
+    showStreaming(m_message.id);
 
     ToolCallAssembler assembler;
     std::optional<QString> lastFinish;
-    std::optional<std::chrono::milliseconds> lastPublish;
     try {
         const std::unique_ptr<ChunkStream> stream = open(*request, round.isFirst);
         while (true) {
@@ -45,23 +47,19 @@ Task<RoundResult> Turn::streamRound(Round round) {
                 co_return RoundResult{};
             if (!chunk)
                 break;
-            take(*chunk, message);
+            take(*chunk);
             for (const ToolCallDelta &delta : chunk->toolDeltas)
                 assembler.ingest(delta);
             if (chunk->finishReason && *chunk->finishReason != u"done"_s)
                 lastFinish = chunk->finishReason;
-            const auto elapsed = m_controller->m_clock.elapsed();
-            if (!lastPublish || elapsed - *lastPublish >= publishInterval) {
-                lastPublish = elapsed;
-                write(message);
-            }
+            writeSoon();
         }
     } catch (const std::exception &) {
         if (isForgotten())
             co_return RoundResult{};
-        co_return failWith(message);
+        co_return failMessage();
     }
-    co_return finishMessage(message, assembler, lastFinish);
+    co_return finishMessage(assembler, lastFinish);
 }
 
 std::optional<StreamRequest> Turn::requestOf(const Round &round) {
@@ -85,8 +83,8 @@ std::optional<StreamRequest> Turn::requestOf(const Round &round) {
 
     StreamRequest request;
     request.messages = wireMessages(history.messages, prompt);
-    if (allowsTools() && m_controller->m_points.toolList)
-        request.tools = m_controller->m_points.toolList();
+    if (m_controller->m_points.toolList)
+        request.tools = m_controller->m_points.toolList(allowsTools(), settings, tier);
     request.sampling = round.think == Thinking::on ? tier->thinkingSampling : tier->sampling;
     request.thinking = round.think;
     request.maxTokens = maxReplyTokens;
@@ -105,27 +103,54 @@ std::unique_ptr<ChunkStream> Turn::open(const StreamRequest &request, bool isFir
     return client().stream(request);
 }
 
-void Turn::take(const StreamChunk &chunk, Message &message) {
-    message.content += chunk.content;
+void Turn::take(const StreamChunk &chunk) {
+    m_message.content += chunk.content;
     if (!chunk.reasoning.isEmpty())
-        message.reasoning = message.reasoning.value_or(QString()) + chunk.reasoning;
+        m_message.reasoning = m_message.reasoning.value_or(QString()) + chunk.reasoning;
 }
 
-RoundResult Turn::finishMessage(Message &message, ToolCallAssembler &assembler,
-                                std::optional<QString> lastFinish) {
+void Turn::writeSoon() {
+    const auto elapsed = m_controller->m_clock.elapsed();
+    const auto due = m_lastWrite ? *m_lastWrite + publishInterval : elapsed;
+    if (elapsed >= due)
+        write();
+    else if (!m_nextWrite.isRunning())
+        m_nextWrite.start([&](std::stop_token stop) { return writeLater(due - elapsed, stop); });
+}
+
+/// The stream may rest now, and what it has said so far is to be seen all the same.
+Task<> Turn::writeLater(std::chrono::milliseconds delay, std::stop_token stop) {
+    co_await m_controller->m_clock.sleep(delay, stop);
+    if (!stop.stop_requested() && !isForgotten())
+        write();
+}
+
+void Turn::write() {
+    m_nextWrite.cancel();
+    m_lastWrite = m_controller->m_clock.elapsed();
+    auto &messages = m_conversation.messages;
+    const auto place = std::find_if(messages.rbegin(), messages.rend(),
+                                    [&](const Message &other) { return other.id == m_message.id; });
+    if (place != messages.rend())
+        *place = m_message;
+    m_conversation.updatedAt = m_controller->now();
+    publish();
+}
+
+RoundResult Turn::finishMessage(ToolCallAssembler &assembler, std::optional<QString> lastFinish) {
     const TurnPoints &points = m_controller->m_points;
     if (points.extractThinking) {
-        const TurnPoints::RecoveredThinking found = points.extractThinking(message.content);
-        QStringList parts{message.reasoning.value_or(QString()), found.reasoning};
+        const TurnPoints::RecoveredThinking found = points.extractThinking(m_message.content);
+        QStringList parts{m_message.reasoning.value_or(QString()), found.reasoning};
         parts.removeAll(QString());
         if (!found.reasoning.isEmpty())
-            message.reasoning = parts.join(u"\n\n"_s);
-        message.content = found.content;
+            m_message.reasoning = parts.join(u"\n\n"_s);
+        m_message.content = found.content;
     }
     QList<ToolCall> writtenCalls;
     if (points.extractToolCalls) {
-        TurnPoints::RecoveredCalls found = points.extractToolCalls(message.content);
-        message.content = found.content;
+        TurnPoints::RecoveredCalls found = points.extractToolCalls(m_message.content);
+        m_message.content = found.content;
         writtenCalls = std::move(found.calls);
     }
     QList<ToolCall> calls = assembler.finished();
@@ -133,25 +158,25 @@ RoundResult Turn::finishMessage(Message &message, ToolCallAssembler &assembler,
     if (calls.isEmpty())
         calls = writtenCalls;
     if (!calls.isEmpty()) {
-        message.toolCalls = calls;
+        m_message.toolCalls = calls;
         lastFinish = u"tool_calls"_s;
     }
-    if (message.reasoning && message.reasoning->isEmpty())
-        message.reasoning.reset();
-    write(message);
+    if (m_message.reasoning && m_message.reasoning->isEmpty())
+        m_message.reasoning.reset();
+    write();
     showStreaming(std::nullopt);
     if (lastFinish == u"tool_calls"_s && !calls.isEmpty())
         return {.kind = RoundResult::Kind::toolCalls, .calls = calls};
     return {};
 }
 
-RoundResult Turn::failWith(Message &message) {
+RoundResult Turn::failMessage() {
     if (isCancelled()) {
-        write(message);
+        write();
         return {};
     }
-    if (message.content.isEmpty())
-        message.content = u"Ostrelin couldn't complete that reply."_s;
-    write(message);
+    if (m_message.content.isEmpty())
+        m_message.content = u"Ostrelin couldn't complete that reply."_s;
+    write();
     return {.kind = RoundResult::Kind::failed, .calls = {}};
 }

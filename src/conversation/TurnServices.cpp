@@ -4,6 +4,9 @@
 #include "client/TextRepair.h"
 #include "client/WrittenToolCalls.h"
 #include "conversation/ChatTitle.h"
+#include "conversation/PageReply.h"
+#include "conversation/SearchHint.h"
+#include "conversation/ToolList.h"
 
 TurnPoints turnServices(Clock &clock) {
     TurnPoints points;
@@ -23,5 +26,8 @@ TurnPoints turnServices(Clock &clock) {
         return std::make_unique<PacedStream>(client, request, *pace, clock);
     };
     points.makeTitle = makeTitle;
+    points.pageCorrection = correctionOf;
+    points.finishPage = finishPage;
+    points.suggestsSearch = suggestsSearch;
     return points;
 }

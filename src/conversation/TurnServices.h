@@ -5,6 +5,6 @@
 class Clock;
 
 /// A turn's points as the program sets them: what was written as text is found there, a speed other than
-/// full paces the reply, and a new chat gets a title. The others are empty. `clock` must outlive every turn.
-/// Any thread.
+/// full paces the reply, a new chat gets a title, and pages are made of replies. `clock` must outlive every
+/// turn. Any thread.
 TurnPoints turnServices(Clock &clock);

@@ -105,6 +105,11 @@ void AppState::saveSettings(const Settings &settings) {
     ::saveSettings(m_settings);
 }
 
+void AppState::saveMemory(const QString &text) {
+    publish(m_memory, text, &AppState::memoryChanged);
+    writeMemory(text);
+}
+
 void AppState::setShowsWhySize(bool shows) {
     publish(m_showWhySize, shows, &AppState::showWhySizeChanged);
 }

@@ -127,7 +127,10 @@ public:
     void setShowsWhySize(bool shows);
 
     /// Takes over changed settings and writes them.
-    void saveSettings(const Settings &settings);
+    void saveSettings(const Settings &settings) override;
+
+    /// Takes over another text of the memory file and writes it.
+    void saveMemory(const QString &text) override;
 
     /// Ends everything that runs, removes the whole application folder, and shows the start screen.
     void deleteEverything();

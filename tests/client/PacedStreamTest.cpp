@@ -198,6 +198,15 @@ TEST_F(PacedStreamTest, aServerThatBeginsAgainEndsTheReply) {
     }
 }
 
+TEST_F(PacedStreamTest, aBeginningAgainMayFollowAnEmptyPieceOrAThought) {
+    request.thinking = Thinking::on;
+    engine.answer(burst({u"a"_s, u"b"_s, u"c"_s}));
+    engine.answer(Script().content(u""_s).reasoning(u"m"_s).content(u"ab"_s).content(u"never read"_s));
+    QList<StreamChunk> expected = texts({u"a"_s, u"b"_s, u"c"_s}, u"stop"_s);
+    expected.insert(3, {.reasoning = u"m"_s});
+    EXPECT_EQ(readAll(), expected);
+}
+
 TEST_F(PacedStreamTest, onlyTheFirstPieceOfAContinuationCanBeABeginning) {
     engine.answer(burst({u"a"_s, u"b"_s, u"c"_s}));
     engine.answer(Script::reply({u"abcd"_s, u"a"_s}));
@@ -225,6 +234,33 @@ TEST_F(PacedStreamTest, everyChunkUsesTheBudgetAlsoAnEmptyOne) {
     EXPECT_EQ(body(1)["max_tokens"_L1], 1);
 }
 
+TEST_F(PacedStreamTest, thoughtsUseTheBudget) {
+    request.maxTokens = 7;
+    engine.answer(
+        Script().reasoning(u"m"_s).reasoning(u"m"_s).content(u"a"_s).content(u"b"_s).content(u"c"_s));
+    engine.answer(Script().content(u"d"_s).content(u"e"_s));
+    EXPECT_EQ(readAll().last(), (StreamChunk{.finishReason = u"length"_s}));
+    EXPECT_EQ(body(1)["max_tokens"_L1], 2);
+}
+
+TEST_F(PacedStreamTest, piecesOfToolCallsUseTheBudget) {
+    request.maxTokens = 4;
+    const QJsonObject piece{{u"index"_s, 0}, {u"function"_s, QJsonObject{{u"arguments"_s, u"x"_s}}}};
+    engine.answer(Script().content(u"a"_s).call(piece).call(piece));
+    engine.answer(Script().content(u"b"_s));
+    EXPECT_EQ(readAll().last(), (StreamChunk{.finishReason = u"length"_s}));
+    EXPECT_EQ(body(1)["max_tokens"_L1], 1);
+}
+
+TEST_F(PacedStreamTest, whatClosesAReplyUsesTheBudgetToo) {
+    request.maxTokens = 5;
+    // Two pieces, the piece with the reason, and the closing line.
+    engine.answer(burst({u"a"_s, u"b"_s}));
+    engine.answer(Script().content(u"d"_s));
+    EXPECT_EQ(readAll().last(), (StreamChunk{.finishReason = u"length"_s}));
+    EXPECT_EQ(body(1)["max_tokens"_L1], 1);
+}
+
 TEST_F(PacedStreamTest, aFailureIsThrownAndNothingIsAskedAgain) {
     engine.answer(burst({u"a"_s, u"b"_s, u"c"_s}));
     engine.answer(Script(500));
@@ -232,6 +268,7 @@ TEST_F(PacedStreamTest, aFailureIsThrownAndNothingIsAskedAgain) {
     for (int count = 0; count < 3; ++count)
         await(stream->next({}));
     EXPECT_THROW(await(stream->next({})), OstrelinError);
+    EXPECT_FALSE(await(stream->next({}))) << "it has ended";
     EXPECT_EQ(engine.requests().size(), 2);
 }
 

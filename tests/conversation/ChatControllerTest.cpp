@@ -186,6 +186,8 @@ TEST_F(ChatControllerTest, afterFiftyMillisecondsTheTextIsPublishedAgain) {
     letPass(100);
     EXPECT_EQ(last().content, u"a"_s);
     clock.advance(std::chrono::milliseconds(1));
+    EXPECT_TRUE(eventually([&] { return last().content == u"ab"_s; })) << "with nothing more to come yet";
+    clock.advance(std::chrono::milliseconds(50));
     engine.goOn();
     EXPECT_TRUE(eventually([&] { return last().content == u"abc"_s; }));
     chat->stop();

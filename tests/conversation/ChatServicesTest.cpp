@@ -41,6 +41,13 @@ protected:
         return message;
     }
 
+    /// As the system tells it.
+    void runShortOfMemory() {
+        auto *const source = chat->findChild<MemoryPressure *>();
+        ASSERT_TRUE(source) << "nobody watches";
+        Q_EMIT source->critical();
+    }
+
     QString titleInList(const QUuid &id) const {
         for (const ConversationSummary &row : chat->summaries()) {
             if (row.id == id)
@@ -191,26 +198,45 @@ TEST_F(ChatServicesTest, aChatThatIsDeletedDuringItsTurnStaysDeleted) {
     EXPECT_EQ(chat->summaries(), QList{summaryOf(saved())});
 }
 
+TEST_F(ChatServicesTest, aChatThatIsDeletedUnseenDuringItsTurnEndsItAndLeavesTheScreen) {
+    sayHalf();
+    const QUuid id = chat->conversation()->id;
+    const Conversation other = onDisk(u"Other"_s);
+    chat->openConversation(other.id);
+    chat->deleteConversation(id);
+    EXPECT_FALSE(chat->isGenerating());
+    EXPECT_EQ(*chat->conversation(), other);
+    EXPECT_EQ(chat->summaries(), QList{summaryOf(other)});
+}
+
 TEST_F(ChatServicesTest, aMachineShortOfMemoryEndsTheReplyAndIsToldOf) {
     const QSignalSpy told(chat.get(), &ChatController::memoryWarningChanged);
     chat->startMemoryWatch();
     sayHalf();
     EXPECT_FALSE(chat->memoryWarning());
-    chat->takeMemoryPressure();
+    runShortOfMemory();
     EXPECT_FALSE(chat->isGenerating());
     EXPECT_EQ(chat->memoryWarning(), u"Your Mac is running low on memory. Closing other apps will help, or "
                                      "switch to a lighter model."_s);
     ASSERT_TRUE(eventually([&] { return saved().messages.size() == 2; }));
     EXPECT_EQ(saved().messages.last().content, u"half"_s);
-    chat->takeMemoryPressure();
+    runShortOfMemory();
     EXPECT_EQ(told.count(), 1);
     chat->resetAll();
     EXPECT_FALSE(chat->memoryWarning());
+    EXPECT_FALSE(chat->findChild<MemoryPressure *>()) << "nobody watches any more";
+}
+
+TEST_F(ChatServicesTest, theWatchOnMemoryIsOne) {
+    chat->startMemoryWatch();
+    chat->startMemoryWatch();
+    EXPECT_EQ(chat->findChildren<MemoryPressure *>().size(), 1);
 }
 
 TEST_F(ChatServicesTest, aMachineShortOfMemoryAtRestIsToldOfToo) {
     chat->newChat();
-    chat->takeMemoryPressure();
+    chat->startMemoryWatch();
+    runShortOfMemory();
     EXPECT_TRUE(chat->memoryWarning());
     EXPECT_EQ(saved(), *chat->conversation());
 }

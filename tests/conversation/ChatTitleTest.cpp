@@ -113,6 +113,48 @@ TEST_F(ChatTitleTest, aReplyThatFailedGetsNoTitle) {
     EXPECT_EQ(title(), u"Good"_s);
 }
 
+TEST_F(ChatTitleTest, aNameThatIsGivenDuringTheReplyStays) {
+    engine.answer(Script().content(u"half"_s).hold().content(u" more"_s).finish(u"stop"_s).done());
+    chat->send(u"Hi"_s);
+    ASSERT_TRUE(eventually([&] { return last().content == u"half"_s; }));
+    chat->renameConversation(chat->conversation()->id, u"Mine"_s);
+    engine.goOn();
+    ASSERT_TRUE(waitForTurn());
+    EXPECT_EQ(title(), u"Mine"_s);
+    EXPECT_EQ(engine.requests().size(), 1) << "nobody needs another title";
+}
+
+TEST_F(ChatTitleTest, aNameThatIsGivenWhileTheTitleIsMadeStays) {
+    engine.answer(Script::reply({u"Sure."_s}));
+    engine.answer(answer(u"Made"_s, Script(200).hold()));
+    chat->send(u"Hi"_s);
+    ASSERT_TRUE(eventually([&] { return engine.requests().size() == 2; }));
+    chat->renameConversation(chat->conversation()->id, u"Mine"_s);
+    engine.goOn();
+    ASSERT_TRUE(waitForTurn());
+    EXPECT_EQ(title(), u"Mine"_s);
+}
+
+TEST_F(ChatTitleTest, withoutAnEngineOrAModelNobodyIsAsked) {
+    for (const bool hasEngine : {false, true}) {
+        TurnPoints points = turnServices(clock);
+        points.finishPage = [&](Conversation &, bool, const QDateTime &) {
+            if (hasEngine)
+                host.tier.reset();
+            else
+                host.url.reset();
+            return std::nullopt;
+        };
+        makeChat(points);
+        const qsizetype before = engine.requests().size();
+        engine.answer(Script::reply({u"Sure."_s}));
+        say(u"Hi"_s);
+        EXPECT_EQ(engine.requests().size(), before + 1);
+        EXPECT_EQ(title(), u"New chat"_s);
+        host.url = engine.url();
+    }
+}
+
 TEST_F(ChatTitleTest, theTitleReachesAChatThatIsNotOnScreen) {
     engine.answer(Script::reply({u"Sure."_s}));
     engine.answer(answer(u"Unseen"_s, Script(200).hold()));

@@ -105,8 +105,11 @@ TEST_F(TurnFailure, textIsNotRecoveredAndNoServiceIsCalledAfterAFailure) {
         ++calls;
         return TurnPoints::RecoveredThinking{{}, text};
     };
-    points.finishPage = [&](Conversation &, bool) { ++calls; };
-    points.testSearchHint = [&](const Conversation &) { ++calls; };
+    points.finishPage = [&](Conversation &, bool, const QDateTime &) {
+        ++calls;
+        return std::nullopt;
+    };
+    points.suggestsSearch = [&](const Settings &, const Conversation &) { return ++calls > 0; };
     points.makeTitle = [&](LLMClient, Sampling, Conversation,
                            std::stop_token) -> Task<std::optional<QString>> {
         ++calls;

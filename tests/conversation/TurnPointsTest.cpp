@@ -96,13 +96,15 @@ TEST_F(TurnPointsTest, aPacedStreamServesOnlyTheFirstRequestOfATurn) {
 TEST_F(TurnPointsTest, theEndOfATurnFinishesSavesHintsAndTitlesInThisOrder) {
     QStringList order;
     TurnPoints points;
-    points.finishPage = [&](Conversation &conversation, bool accepted) {
+    points.finishPage = [&](Conversation &conversation, bool accepted, const QDateTime &) {
         order.append(accepted ? u"page accepted"_s : u"page"_s);
         conversation.messages.last().content = u"visible"_s;
+        return std::nullopt;
     };
-    points.testSearchHint = [&](const Conversation &conversation) {
+    points.suggestsSearch = [&](const Settings &, const Conversation &conversation) {
         order.append(u"hint"_s);
         EXPECT_EQ(ChatStore().load(conversation.id)->messages.last().content, u"visible"_s);
+        return false;
     };
     points.makeTitle = [&](const LLMClient &, const Sampling &, const Conversation &, std::stop_token) {
         order.append(u"title"_s);
@@ -189,7 +191,9 @@ TEST_F(TurnPointsTest, aPageThatCannotBeMadeIsAskedForOnceMore) {
     host.fakeSettings.searchMode = SearchMode::always;
     bool acceptedAtTheEnd = false;
     TurnPoints points;
-    points.toolList = [] { return QJsonArray{QJsonObject{}}; };
+    points.toolList = [](bool allowTools, auto...) {
+        return allowTools ? QJsonArray{QJsonObject{}} : QJsonArray();
+    };
     points.runTool = [](const ToolCall &, const TurnPoints::ToolContext &context, std::stop_token) {
         context.pageOfferAccepted = true;
         const auto answer = []() -> Task<QString> { co_return u"Yes."_s; };
@@ -198,7 +202,10 @@ TEST_F(TurnPointsTest, aPageThatCannotBeMadeIsAskedForOnceMore) {
     points.pageCorrection = [](const QString &text) {
         return text == u"good"_s ? std::nullopt : std::optional(u"Build it again."_s);
     };
-    points.finishPage = [&](Conversation &, bool accepted) { acceptedAtTheEnd = accepted; };
+    points.finishPage = [&](Conversation &, bool accepted, const QDateTime &) {
+        acceptedAtTheEnd = accepted;
+        return std::nullopt;
+    };
     makeChat(points);
     engine.answer(Script::toolCall(u"c"_s, u"offer_page"_s, u"{}"_s));
     engine.answer(Script::reply({u"bad"_s}));
@@ -228,7 +235,9 @@ TEST_F(TurnPointsTest, aPageThatIsFineIsNotAskedForAgain) {
 
 TEST_F(TurnPointsTest, aTurnMayBeginWithThePageAgreedOn) {
     TurnPoints points;
-    points.toolList = [] { return QJsonArray{QJsonObject{}}; };
+    points.toolList = [](bool allowTools, auto...) {
+        return allowTools ? QJsonArray{QJsonObject{}} : QJsonArray();
+    };
     makeChat(points);
     chat->newChat();
     engine.answer(Script::reply({u"page"_s}));

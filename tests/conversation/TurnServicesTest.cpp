@@ -4,7 +4,21 @@
 
 using namespace Qt::StringLiterals;
 
-using TurnServicesTest = TurnFixture;
+namespace {
+
+class TurnServicesTest : public TurnFixture {
+protected:
+    /// Waits until the engine has nothing to do for a reply that isn't over.
+    bool rests() {
+        return eventually([this] {
+                   return !engine.requests().isEmpty() && engine.openConnections() == 0 &&
+                          clock.hasSleepers();
+               }) &&
+               chat->isGenerating();
+    }
+};
+
+} // namespace
 
 TEST_F(TurnServicesTest, thinkingThatWasWrittenIsTheReasoning) {
     makeChat(turnServices(clock));
@@ -44,8 +58,7 @@ TEST_F(TurnServicesTest, aGentleSpeedRestsBetweenBursts) {
     engine.answer(Script::reply({u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"6"_s, u"never"_s}));
     engine.answer(Script::reply({u"7"_s}));
     chat->send(u"Go"_s, Thinking::off);
-    ASSERT_TRUE(eventually([&] { return clock.hasSleepers(); }));
-    EXPECT_TRUE(eventually([&] { return engine.openConnections() == 0; }));
+    ASSERT_TRUE(rests());
     clock.advance(std::chrono::seconds(5));
     ASSERT_TRUE(waitForTurn());
     EXPECT_EQ(last().content, u"1234567"_s);
@@ -57,11 +70,40 @@ TEST_F(TurnServicesTest, aTurnIsStoppedWithinARest) {
     host.fakeSettings.responseSpeed = ResponseSpeed::slowYourRoll;
     engine.answer(Script::reply({u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"6"_s}));
     chat->send(u"Go"_s, Thinking::off);
-    ASSERT_TRUE(eventually([&] { return clock.hasSleepers(); }));
+    ASSERT_TRUE(rests());
     chat->stop();
     EXPECT_TRUE(eventually([&] { return saved().messages.size() == 2; }));
     EXPECT_EQ(saved().messages.last().content, u"123456"_s);
     clock.advance(std::chrono::hours(1));
     letPass(20);
     EXPECT_EQ(engine.requests().size(), 1);
+}
+
+TEST_F(TurnServicesTest, theWholeBurstIsOnScreenDuringTheRest) {
+    makeChat(turnServices(clock));
+    host.fakeSettings.responseSpeed = ResponseSpeed::slowYourRoll;
+    engine.answer(Script::reply({u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"6"_s}));
+    chat->send(u"Go"_s, Thinking::off);
+    ASSERT_TRUE(rests());
+    const QSignalSpy shown(chat.get(), &ChatController::conversationChanged);
+    clock.advance(std::chrono::milliseconds(50));
+    EXPECT_TRUE(eventually([&] { return last().content == u"123456"_s; }));
+    clock.advance(std::chrono::seconds(1));
+    letPass(20);
+    EXPECT_EQ(shown.count(), 1) << "nothing has changed since";
+    chat->stop();
+}
+
+TEST_F(TurnServicesTest, anotherSpeedTakesEffectFromTheNextTurnOn) {
+    makeChat(turnServices(clock));
+    host.fakeSettings.responseSpeed = ResponseSpeed::slowYourRoll;
+    engine.answer(Script::reply({u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"6"_s}));
+    engine.answer(Script::reply({u"7"_s, u"8"_s, u"9"_s, u"a"_s, u"b"_s, u"c"_s, u"never"_s}));
+    chat->send(u"Go"_s, Thinking::off);
+    ASSERT_TRUE(rests());
+    host.fakeSettings.responseSpeed = ResponseSpeed::full;
+    clock.advance(std::chrono::seconds(5));
+    ASSERT_TRUE(eventually([&] { return engine.requests().size() == 2; }));
+    ASSERT_TRUE(rests()) << "this reply is as gentle as it began";
+    chat->stop();
 }

@@ -8,7 +8,9 @@ namespace {
 
 TurnPoints withTools(QStringList *ran) {
     TurnPoints points;
-    points.toolList = [] { return QJsonArray{QJsonObject{{u"type"_s, u"function"_s}}}; };
+    points.toolList = [](bool allowTools, auto...) {
+        return allowTools ? QJsonArray{QJsonObject{{u"type"_s, u"function"_s}}} : QJsonArray();
+    };
     points.runTool = [ran](const ToolCall &call, TurnPoints::ToolContext, std::stop_token) {
         ran->append(call.name);
         const auto answer = [](QString text) -> Task<QString> { co_return text; };

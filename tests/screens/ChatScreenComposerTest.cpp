@@ -1,3 +1,4 @@
+#include "platform/MemoryPressure.h"
 #include "screens/AppFixture.h"
 #include "screens/AttachmentChip.h"
 #include "screens/ChatScreen.h"
@@ -297,7 +298,8 @@ TEST_F(ChatScreenComposerTest, pastedFilesAreAttached) {
 }
 
 TEST_F(ChatScreenComposerTest, aShortageOfMemoryHasABannerThatStays) {
-    app.chat().takeMemoryPressure();
+    app.chat().startMemoryWatch();
+    Q_EMIT app.chat().findChild<MemoryPressure *>()->critical();
     const auto shows = [this](const QString &wanted) {
         const auto texts = screen.findChildren<TextView *>();
         return std::any_of(texts.begin(), texts.end(),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "conversation/ChatHost.h"
+#include "records/Memory.h"
 
 /// The surroundings of a chat, as a test wants them.
 class FakeHost : public ChatHost {
@@ -8,8 +9,13 @@ public:
     FakeHost();
 
     const Settings &settings() const override { return fakeSettings; }
+    void saveSettings(const Settings &settings) override { fakeSettings = settings; }
     std::optional<ModelTier> activeTier() const override { return tier; }
     QString memory() const override { return memoryText; }
+    void saveMemory(const QString &text) override {
+        memoryText = text;
+        writeMemory(text);
+    }
     std::optional<QUrl> engineURL() const override { return url; }
     QString engineKey() const override { return key; }
 
