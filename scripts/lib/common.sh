@@ -52,7 +52,7 @@ install_packages() {
 build_packages=(g++ cmake ninja-build ccache mold git
   qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev qcoro-qt6-dev libmd4c-dev libcurl4-openssl-dev libssl-dev
   libgtest-dev libgmock-dev libbenchmark-dev)
-test_packages=(xvfb xauth dbus dbus-daemon at-spi2-core procps tzdata
+test_packages=(xvfb xauth dbus dbus-daemon at-spi2-core procps tzdata systemd python3
   fonts-inter fonts-noto-core fonts-jetbrains-mono)
 
 # The build tree of a preset.

@@ -9,6 +9,9 @@
 /// `Contents`, as in a build tree; else `lib/ostrelin` beside it, as once installed.
 QString bundleFolderBeside(const QString &executableFolder);
 
+/// The running program itself, as a path that starts it again; empty if its file is gone.
+QString executablePath();
+
 /// The folder of the running program.
 QString mainBundleFolder();
 

@@ -30,7 +30,7 @@ public:
         std::function<void()> onExit;
     };
 
-    /// Starts the program. Throws LaunchError. Main thread, whose end is also the child's end.
+    /// Starts the program. Throws LaunchError. Any thread; its end is also the child's end.
     explicit ChildProcess(Launch launch);
 
     /// Kills the child if it still runs, and waits for it.

@@ -10,3 +10,7 @@ QString processPath(qint64 processIdentifier);
 /// Sends SIGTERM or SIGKILL; a process that is gone or not ours is left alone.
 void terminateProcess(qint64 processIdentifier);
 void killProcess(qint64 processIdentifier);
+
+/// Whether another process of this person runs the executable that this one runs, or ran it when it was
+/// started and the file has been replaced since.
+bool anotherInstanceRuns();

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -21,4 +22,5 @@ TEST(Bundle, anInstalledProgramFindsItsContentsInTheLibraryFolder) {
 TEST(Bundle, theRunningProgramIsTheMeasure) {
     EXPECT_EQ(mainBundleFolder(), bundleFolderBeside(QCoreApplication::applicationDirPath()));
     EXPECT_EQ(resourcesFolder(), mainBundleFolder() + u"/Contents/Resources"_s);
+    EXPECT_EQ(executablePath(), QFileInfo(QCoreApplication::applicationFilePath()).canonicalFilePath());
 }

@@ -1,5 +1,7 @@
 #include "platform/Bundle.h"
 
+#include "platform/linux/ProcessLink.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -10,6 +12,11 @@ QString bundleFolderBeside(const QString &executableFolder) {
     if (QFileInfo(executableFolder + u"/Contents"_s).isDir())
         return executableFolder;
     return QDir::cleanPath(executableFolder + u"/../lib/ostrelin"_s);
+}
+
+QString executablePath() {
+    const QString path = withoutDeletedMark(QFile::symLinkTarget(u"/proc/self/exe"_s));
+    return QFile::exists(path) ? path : QString();
 }
 
 QString mainBundleFolder() {
