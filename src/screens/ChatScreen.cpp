@@ -197,8 +197,10 @@ void ChatScreen::refresh() {
                               .upgradeBanner = chat.upgradeBanner(),
                               .memoryWarning = chat.memoryWarning(),
                               .responseSpeed = m_app.settings().responseSpeed}));
-    if (m_model.conversationID != before)
-        focusComposer();
+    if (m_model.conversationID == before)
+        return;
+    focusComposer();
+    Q_EMIT chatChanged();
 }
 
 void ChatScreen::setModel(const ChatScreenModel &model) {

@@ -43,6 +43,10 @@ public:
     /// Shows that state.
     void setModel(const ChatScreenModel &model);
 
+Q_SIGNALS:
+    /// Another chat is on screen, from wherever that was asked for.
+    void chatChanged();
+
 protected:
     void resizeEvent(QResizeEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;

@@ -19,6 +19,7 @@ RenameSheet::RenameSheet(const Look &look, QWidget *parent)
 void RenameSheet::open(const ConversationSummary &chat) {
     m_id = chat.id;
     m_title->setText(chat.title);
+    m_before = m_title->text().trimmed();
     m_title->selectAll();
     setShown(true);
 }
@@ -26,6 +27,6 @@ void RenameSheet::open(const ConversationSummary &chat) {
 void RenameSheet::save() {
     setShown(false);
     const QString title = m_title->text().trimmed();
-    if (!title.isEmpty())
+    if (!title.isEmpty() && title != m_before)
         Q_EMIT renamed(m_id, title);
 }

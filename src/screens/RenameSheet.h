@@ -17,8 +17,8 @@ public:
     void open(const ConversationSummary &chat);
 
 Q_SIGNALS:
-    /// The person has given the chat a title: without white space around it, and not empty. Who leaves the
-    /// field empty keeps the old title.
+    /// The person has given the chat another title: without white space around it, and not empty. Who leaves
+    /// the field empty or as it was keeps the old title.
     void renamed(const QUuid &id, const QString &title);
 
 private:
@@ -26,4 +26,5 @@ private:
 
     TextField *m_title;
     QUuid m_id;
+    QString m_before; ///< what stood in the field
 };

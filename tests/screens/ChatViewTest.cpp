@@ -18,6 +18,7 @@
 #include <QSplitter>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -172,6 +173,18 @@ TEST_F(ChatViewTest, anEmptyTitleLeavesTheOldOne) {
     }
 }
 
+TEST_F(ChatViewTest, theSameTitleLeavesTheChatInItsPlace) {
+    for (const QString &title : {u"Morning"_s, u"  Morning\nsun "_s}) {
+        const QUuid id = addChat(title);
+        const ConversationSummary before = summary(id);
+        clock.advance(1h);
+        askForTitle(id);
+        click(button(u"Save"_s));
+        EXPECT_FALSE(sheet()->isVisible());
+        EXPECT_EQ(summary(id), before);
+    }
+}
+
 TEST_F(ChatViewTest, cancelAndEscapeChangeNothing) {
     const QUuid id = addChat(u"Morning"_s);
     const ConversationSummary before = summary(id);
@@ -203,6 +216,23 @@ TEST_F(ChatViewTest, theOpenChatsNewTitleIsOverTheChat) {
     field()->setText(u"Plans"_s);
     click(button(u"Save"_s));
     EXPECT_EQ(view.screen()->model().title, u"Plans"_s);
+}
+
+TEST_F(ChatViewTest, anotherChatTakesTheQuestionAway) {
+    askForTitle(addChat(u"Morning"_s));
+    QTest::keyClicks(field(), u"Evening"_s);
+    app.chat().newChat();
+    EXPECT_FALSE(sheet()->isVisible());
+    EXPECT_TRUE(composerHasFocus());
+}
+
+TEST_F(ChatViewTest, aReplyThatIsWrittenLeavesTheQuestion) {
+    askForTitle(app.chat().conversation()->id);
+    engine.answer(Script().content(u"Hel"_s).hold());
+    app.chat().send(u"Hi"_s);
+    ASSERT_TRUE(eventually([this] { return view.screen()->model().rows.value(1).text == u"Hel"_s; }));
+    EXPECT_TRUE(sheet()->isVisible());
+    EXPECT_TRUE(field()->hasFocus());
 }
 
 TEST_F(ChatViewTest, aViewThatGoesTakesItsQuestionAlong) {
