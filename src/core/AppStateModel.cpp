@@ -12,30 +12,9 @@
 #include <QDir>
 #include <QFile>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// A tier for a model that is on disk but in no catalog.
-ModelTier tierOf(const InstalledModel &model, const QString &path) {
-    return {.id = model.tierId,
-            .displayName = model.displayName,
-            .filename = model.filename,
-            .url = QUrl::fromLocalFile(path),
-            .mirrorURL = {},
-            .sha256 = {},
-            .sizeBytes = model.sizeBytes,
-            .requiredGPUBytes = 0,
-            .minRAMBytes = 0,
-            .contextLength = model.contextLength,
-            .sampling = model.sampling,
-            .thinkingSampling = model.thinkingSampling,
-            .supportsTools = model.supportsTools,
-            .license = model.license,
-            .gpuBytesProvisional = {}};
-}
 
 InstalledModel installedFrom(const ModelTier &tier) {
     return {.tierId = tier.id,
@@ -47,12 +26,6 @@ InstalledModel installedFrom(const ModelTier &tier) {
             .supportsTools = tier.supportsTools,
             .license = tier.license,
             .sizeBytes = tier.sizeBytes};
-}
-
-std::optional<ModelTier> tierWithId(const QString &id, const Catalog &catalog) {
-    const auto found = std::find_if(catalog.tiers.begin(), catalog.tiers.end(),
-                                    [&](const ModelTier &tier) { return tier.id == id; });
-    return found == catalog.tiers.end() ? std::nullopt : std::optional(*found);
 }
 
 /// Makes room: every model but this one goes, and what is half downloaded stays.

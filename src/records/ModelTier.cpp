@@ -3,6 +3,8 @@
 #include "records/ConversationCoding.h"
 #include "records/JsonFields.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -71,4 +73,28 @@ void decode(const QJsonValue &json, InstalledModel &value) {
 bool isModelFilename(const QString &name) {
     return !name.isEmpty() && name != u"."_s && name != u".."_s && !name.contains(u'/') &&
            !name.contains(QChar::Null) && !name.endsWith(u".partial"_s) && name != u"CACHEDIR.TAG"_s;
+}
+
+std::optional<ModelTier> tierWithId(const QString &id, const Catalog &catalog) {
+    const auto found = std::find_if(catalog.tiers.begin(), catalog.tiers.end(),
+                                    [&](const ModelTier &tier) { return tier.id == id; });
+    return found == catalog.tiers.end() ? std::nullopt : std::optional(*found);
+}
+
+ModelTier tierOf(const InstalledModel &model, const QString &path) {
+    return {.id = model.tierId,
+            .displayName = model.displayName,
+            .filename = model.filename,
+            .url = QUrl::fromLocalFile(path),
+            .mirrorURL = {},
+            .sha256 = {},
+            .sizeBytes = model.sizeBytes,
+            .requiredGPUBytes = 0,
+            .minRAMBytes = 0,
+            .contextLength = model.contextLength,
+            .sampling = model.sampling,
+            .thinkingSampling = model.thinkingSampling,
+            .supportsTools = model.supportsTools,
+            .license = model.license,
+            .gpuBytesProvisional = {}};
 }

@@ -53,6 +53,12 @@ struct InstalledModel {
     bool operator==(const InstalledModel &) const = default;
 };
 
+/// The catalog's tier of that id; nothing if it has none.
+std::optional<ModelTier> tierWithId(const QString &id, const Catalog &catalog);
+
+/// A tier for an installed model that is in no catalog; its file lies at `path`.
+ModelTier tierOf(const InstalledModel &model, const QString &path);
+
 /// Strict JSON forms, as in ConversationCoding.h; the optional fields are written only when present.
 QJsonValue encode(const ModelTier &value);
 QJsonValue encode(const Catalog &value);

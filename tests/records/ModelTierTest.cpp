@@ -114,3 +114,29 @@ TEST(InstalledModel, itComesBackAsItWasAndEveryKeyIsRequired) {
               (QStringList{u"contextLength"_s, u"displayName"_s, u"filename"_s, u"license"_s, u"sampling"_s,
                            u"sizeBytes"_s, u"supportsTools"_s, u"thinkingSampling"_s, u"tierId"_s}));
 }
+
+TEST(ModelTier, isFoundInTheCatalogByItsId) {
+    ModelTier other = fullTier();
+    other.id = u"other"_s;
+    const Catalog catalog{1, {other, fullTier()}};
+    EXPECT_EQ(tierWithId(u"sprout-4b"_s, catalog), fullTier());
+    EXPECT_EQ(tierWithId(u"other"_s, catalog), other);
+    EXPECT_FALSE(tierWithId(u"sprout"_s, catalog));
+    EXPECT_FALSE(tierWithId(u"sprout-4b"_s, {}));
+}
+
+TEST(ModelTier, isMadeOfAnInstalledModelThatNoCatalogHas) {
+    const ModelTier tier = tierOf(fullModel(), u"/models/a b.gguf"_s);
+    ModelTier expected;
+    expected.id = u"sprout-4b"_s;
+    expected.displayName = u"Sprout 4B"_s;
+    expected.filename = u"sprout.gguf"_s;
+    expected.url = QUrl(u"file:///models/a%20b.gguf"_s);
+    expected.sizeBytes = 2500000000;
+    expected.contextLength = 16384;
+    expected.sampling = {1, 1, 1, 0, 0};
+    expected.thinkingSampling = {0.5, 0.5, 40, 0.1, 0};
+    expected.supportsTools = true;
+    expected.license = u"MIT"_s;
+    EXPECT_EQ(tier, expected);
+}
