@@ -56,6 +56,7 @@ public:
 
     /// True when the last reply suggests that the web could have told more.
     bool showSearchHint() const { return m_showSearchHint; }
+    void dismissSearchHint() { setShowSearchHint(false); }
 
     /// A page that isn't saved yet; nothing while none is open.
     const std::optional<PageDocument> &pageDraft() const { return m_pageDraft; }

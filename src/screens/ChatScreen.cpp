@@ -9,6 +9,7 @@
 #include "screens/EmptyState.h"
 #include "screens/Look.h"
 #include "screens/MessageList.h"
+#include "screens/SearchHintCard.h"
 #include "screens/Style.h"
 #include "screens/Submission.h"
 #include "screens/Toast.h"
@@ -52,6 +53,7 @@ ChatScreen::ChatScreen(AppState &app, const Look &look, Clock &clock, QWidget *p
       m_banners(makeBanners()),
       m_empty(new EmptyState(look, this)),
       m_list(new MessageList(look, clock, this)),
+      m_hint(new SearchHintCard(look, this)),
       m_composer(new ComposerView(look, this)),
       m_toast(new Toast(look, clock, this)) {
     build();
@@ -72,6 +74,7 @@ void ChatScreen::build() {
     column->addWidget(m_bar);
     column->addLayout(inColumn(m_banners, 0, {margin, 0, margin, 0}));
     column->addLayout(m_middle, 1);
+    column->addLayout(inColumn(m_hint, 0, {margin, 0, margin, 0}));
     column->addLayout(inColumn(m_composer, reach, {margin - reach, 0, margin - reach, 0}));
 }
 
@@ -102,10 +105,25 @@ void ChatScreen::observe() {
     connect(&chat, &ChatController::upgradeBannerChanged, this, &ChatScreen::refresh);
     connect(&chat, &ChatController::memoryWarningChanged, this, &ChatScreen::refresh);
     connect(m_empty, &EmptyState::suggested, this, [this](const QString &text) { submit(text); });
+    connect(&chat, &ChatController::showSearchHintChanged, this, &ChatScreen::refresh);
+    connect(&chat.consent(), &Consent::pendingPermissionChanged, this, &ChatScreen::refresh);
+    connect(&chat.consent(), &Consent::pendingPageOfferChanged, this, &ChatScreen::refresh);
+    connect(&chat.consent(), &Consent::pendingMemoryChanged, this, &ChatScreen::refresh);
+    connect(m_hint, &SearchHintCard::enabled, this, &ChatScreen::enableSearch);
+    observeRows();
+    observeComposer();
+}
+
+void ChatScreen::observeRows() {
+    ChatController &chat = m_app.chat();
     connect(m_list, &MessageList::copyRequested, this,
             [](const QString &text) { QGuiApplication::clipboard()->setText(text); });
     connect(m_list, &MessageList::regenerateRequested, this, &ChatScreen::regenerate);
-    observeComposer();
+    connect(m_list, &MessageList::pageOpened, &chat, &ChatController::openPage);
+    connect(m_list, &MessageList::pageRetried, &chat, &ChatController::retryPage);
+    connect(m_list, &MessageList::searchAnswered, &chat.consent(), &Consent::resolveSearch);
+    connect(m_list, &MessageList::pageAnswered, &chat.consent(), &Consent::resolvePage);
+    connect(m_list, &MessageList::memoryAnswered, &chat.consent(), &Consent::resolveMemory);
 }
 
 void ChatScreen::observeComposer() {
@@ -176,6 +194,14 @@ void ChatScreen::regenerate() {
     focusComposer();
 }
 
+void ChatScreen::enableSearch() {
+    Settings settings = m_app.settings();
+    settings.searchMode = SearchMode::always;
+    m_app.saveSettings(settings);
+    m_app.chat().dismissSearchHint();
+    regenerate();
+}
+
 void ChatScreen::showToast(const QString &text) {
     placeToast();
     m_toast->showText(text);
@@ -186,11 +212,16 @@ void ChatScreen::focusComposer() {
 }
 
 void ChatScreen::refresh() {
-    const ChatController &chat = m_app.chat();
+    ChatController &chat = m_app.chat();
+    const Consent &consent = chat.consent();
     const QUuid before = m_model.conversationID;
     setModel(chatScreenModel({.conversation = chat.conversation(),
                               .streamingID = chat.streamingID(),
                               .isGenerating = chat.isGenerating(),
+                              .pendingPermission = consent.pendingPermission(),
+                              .pendingPageOffer = consent.pendingPageOffer(),
+                              .pendingMemory = consent.pendingMemory(),
+                              .showSearchHint = chat.showSearchHint(),
                               .engine = m_app.engine().status(),
                               .activeTier = m_app.activeTier(),
                               .needsMoveToApplications = m_app.needsMoveToApplications(),
@@ -216,6 +247,7 @@ void ChatScreen::setModel(const ChatScreenModel &model) {
     m_empty->setHint(model.emptyHint);
     m_list->setRows(model.conversationID, model.rows);
     m_middle->setCurrentIndex(model.showsEmptyState ? 0 : 1);
+    m_hint->setVisible(model.showsSearchHint);
     m_composer->setSpeed(model.speed);
     m_composer->setAction(model.isGenerating ? ComposerView::Action::stop : ComposerView::Action::send);
 }

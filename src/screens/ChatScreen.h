@@ -13,6 +13,7 @@ class ComposerView;
 class EmptyState;
 class Look;
 class MessageList;
+class SearchHintCard;
 class QStackedLayout;
 class Toast;
 
@@ -60,6 +61,8 @@ private:
     QWidget *makeBanners();
     void observe();
     void observeComposer();
+    void observeRows();
+    void enableSearch();
     void refresh();
     void regenerate();
     void setSpeed(ResponseSpeed speed);
@@ -82,6 +85,7 @@ private:
     QWidget *m_banners;
     EmptyState *m_empty;
     MessageList *m_list;
+    SearchHintCard *m_hint;
     QStackedLayout *m_middle = nullptr;
     ComposerView *m_composer;
     Toast *m_toast;

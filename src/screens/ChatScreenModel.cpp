@@ -22,28 +22,53 @@ MessageRowModel questionRow(const Message &message) {
     return row;
 }
 
-std::optional<MessageRowModel> rowOf(const Message &message, const std::optional<QUuid> &streamingID) {
+/// The message that asks.
+QUuid messageOf(const Asked &asked) {
+    return std::visit(
+        [](const auto &card) {
+            if constexpr (requires { card.messageID; })
+                return card.messageID;
+            else
+                return QUuid();
+        },
+        asked);
+}
+
+/// The card that is open: a turn asks one thing at a time.
+Asked askedOf(const ChatScreenState &state) {
+    if (state.pendingPermission)
+        return *state.pendingPermission;
+    if (state.pendingPageOffer)
+        return *state.pendingPageOffer;
+    if (state.pendingMemory)
+        return *state.pendingMemory;
+    return {};
+}
+
+std::optional<MessageRowModel> rowOf(const Message &message, const std::optional<QUuid> &streamingID,
+                                     const Asked &asked) {
     if (message.role == Role::user)
         return questionRow(message);
     if (message.role != Role::assistant)
         return std::nullopt;
     const bool isStreaming = message.id == streamingID;
+    MessageRowModel row{.id = message.id, .kind = Kind::assistant, .isStreaming = isStreaming};
     // A finished reply has been repaired, and is drawn as it stands.
-    const QString text = isStreaming ? displayText(message.content) : message.content;
-    const QString reasoning = message.reasoning.value_or(QString());
-    if (text.isEmpty() && reasoning.isEmpty() && !isStreaming)
+    row.text = isStreaming ? displayText(message.content) : message.content;
+    row.reasoning = message.reasoning.value_or(QString());
+    row.extras = {.search = message.searchEvent,
+                  .page = message.page,
+                  .hasFailedPage = message.pageFailed == true,
+                  .asked = messageOf(asked) == message.id ? asked : Asked()};
+    if (row.isEmpty() && !isStreaming)
         return std::nullopt;
-    return MessageRowModel{.id = message.id,
-                           .kind = Kind::assistant,
-                           .text = text,
-                           .reasoning = reasoning,
-                           .isStreaming = isStreaming};
+    return row;
 }
 
 } // namespace
 
-QList<MessageRowModel> messageRows(const Conversation &conversation,
-                                   const std::optional<QUuid> &streamingID) {
+QList<MessageRowModel> messageRows(const Conversation &conversation, const std::optional<QUuid> &streamingID,
+                                   const Asked &asked) {
     QList<MessageRowModel> rows;
     rows.reserve(conversation.messages.size() + 1);
     if (conversation.droppedCount.value_or(0) >= 1)
@@ -54,7 +79,7 @@ QList<MessageRowModel> messageRows(const Conversation &conversation,
     messagesOf.reserve(conversation.messages.size() + 1);
     for (const Message &message : conversation.messages) {
         const int earlier = messagesOf[message.id]++;
-        auto row = rowOf(message, streamingID);
+        auto row = rowOf(message, streamingID, asked);
         if (!row)
             continue;
         if (earlier > 0)
@@ -75,6 +100,7 @@ ChatScreenModel chatScreenModel(const ChatScreenState &state) {
     if (state.engine.state == EngineStatus::State::failed)
         model.engineFailure = state.engine.failure;
     model.isGenerating = state.isGenerating;
+    model.showsSearchHint = state.showSearchHint;
     model.speed = state.responseSpeed;
     model.title = defaultTitle.toString();
     model.showsEmptyState = !state.conversation || state.conversation->messages.isEmpty();
@@ -83,7 +109,7 @@ ChatScreenModel chatScreenModel(const ChatScreenState &state) {
         model.title = state.conversation->title;
     }
     if (!model.showsEmptyState)
-        model.rows = messageRows(*state.conversation, state.streamingID);
+        model.rows = messageRows(*state.conversation, state.streamingID, askedOf(state));
     else if (state.activeTier && state.activeTier->id.startsWith("lite"_L1))
         model.emptyHint = u"Great for writing, brainstorming and quick questions."_s;
     if (!model.rows.isEmpty() && !state.isGenerating)

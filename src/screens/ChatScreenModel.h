@@ -17,6 +17,10 @@ struct ChatScreenState {
     std::optional<Conversation> conversation;
     std::optional<QUuid> streamingID;
     bool isGenerating = false;
+    std::optional<PendingSearch> pendingPermission;
+    std::optional<PendingPageOffer> pendingPageOffer;
+    std::optional<PendingMemory> pendingMemory;
+    bool showSearchHint = false;
     EngineStatus engine;
     std::optional<ModelTier> activeTier;
     bool needsMoveToApplications = false;
@@ -38,6 +42,7 @@ struct ChatScreenModel {
     bool showsEmptyState = false;
     QString emptyHint; ///< under the heading of the empty state; empty for none
     bool isGenerating = false;
+    bool showsSearchHint = false;
     ResponseSpeed speed = ResponseSpeed::full;
 
     bool operator==(const ChatScreenModel &) const = default;
@@ -47,7 +52,9 @@ ChatScreenModel chatScreenModel(const ChatScreenState &state);
 
 /// The rows of a chat. Messages that are for the model alone, and replies with nothing to show, have none.
 /// No two rows have one id, and a row keeps its own for as long as the messages before it stay.
-QList<MessageRowModel> messageRows(const Conversation &conversation, const std::optional<QUuid> &streamingID);
+/// What is asked hangs on the reply that asks it.
+QList<MessageRowModel> messageRows(const Conversation &conversation, const std::optional<QUuid> &streamingID,
+                                   const Asked &asked = {});
 
 /// The four suggestions of the empty state.
 const QStringList &suggestions();

@@ -13,6 +13,8 @@ QString fileOf(Icon icon) {
     switch (icon) {
     case Icon::arrowUp:
         return u":/icons/arrow-up.svg"_s;
+    case Icon::brain:
+        return u":/icons/brain.svg"_s;
     case Icon::check:
         return u":/icons/check.svg"_s;
     case Icon::chevron:
@@ -27,6 +29,8 @@ QString fileOf(Icon icon) {
         return u":/icons/download.svg"_s;
     case Icon::gear:
         return u":/icons/gear.svg"_s;
+    case Icon::globe:
+        return u":/icons/globe.svg"_s;
     case Icon::information:
         return u":/icons/information.svg"_s;
     case Icon::page:
@@ -37,6 +41,8 @@ QString fileOf(Icon icon) {
         return u":/icons/paperclip.svg"_s;
     case Icon::plus:
         return u":/icons/plus.svg"_s;
+    case Icon::richPage:
+        return u":/icons/rich-page.svg"_s;
     case Icon::stop:
         return u":/icons/stop.svg"_s;
     case Icon::trash:

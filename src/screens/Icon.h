@@ -8,6 +8,7 @@ class QPainter;
 /// The program's own symbols: one line weight on a grid of sixteen, tinted as they are drawn.
 enum class Icon {
     arrowUp,
+    brain,
     check,
     chevron,
     chip,
@@ -15,11 +16,13 @@ enum class Icon {
     close,
     download,
     gear,
+    globe,
     information,
     page,
     palette,
     paperclip,
     plus,
+    richPage,
     stop,
     trash,
     warning

@@ -20,11 +20,6 @@ constexpr int rowPadding = style::listPadding - style::rowOutset;
 constexpr int rowGap = style::rowSpacing - 2 * style::rowOutset;
 constexpr int wheelStep = 24;
 
-/// True if there is nothing in the row for the keyboard to come to.
-bool isEmpty(const MessageRowModel &row) {
-    return row.text.isEmpty() && row.reasoning.isEmpty();
-}
-
 } // namespace
 
 MessageList::MessageList(const Look &look, Clock &clock, QWidget *parent)
@@ -316,6 +311,11 @@ MessageRow *MessageList::widgetOf(int row) {
     connect(made, &MessageRow::copyRequested, this,
             [this, made] { Q_EMIT copyRequested(made->model().text); });
     connect(made, &MessageRow::regenerateRequested, this, &MessageList::regenerateRequested);
+    connect(made, &MessageRow::pageOpened, this, &MessageList::pageOpened);
+    connect(made, &MessageRow::pageRetried, this, &MessageList::pageRetried);
+    connect(made, &MessageRow::searchAnswered, this, &MessageList::searchAnswered);
+    connect(made, &MessageRow::pageAnswered, this, &MessageList::pageAnswered);
+    connect(made, &MessageRow::memoryAnswered, this, &MessageList::memoryAnswered);
     connect(made, &MessageRow::left, this, [this, made](TextView::Edge edge) {
         const int step = edge == TextView::Edge::top ? -1 : 1;
         focusRow(indexOf(made->model().id) + step, step, Qt::TabFocusReason);
@@ -333,7 +333,7 @@ void MessageList::reveal(const MessageRow *row, const QRect &caret) {
 }
 
 bool MessageList::focusRow(int row, int step, Qt::FocusReason reason) {
-    while (row >= 0 && row < m_rows.size() && isEmpty(m_rows.at(row)))
+    while (row >= 0 && row < m_rows.size() && m_rows.at(row).isEmpty())
         row += step;
     if (row < 0 || row >= m_rows.size())
         return false;

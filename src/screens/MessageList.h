@@ -45,6 +45,13 @@ Q_SIGNALS:
     void copyRequested(const QString &text);
     /// The person wants another reply in the place of the last one.
     void regenerateRequested();
+    /// The person opens a page, or wants one that couldn't be made to be tried again.
+    void pageOpened(const PageSnapshot &page);
+    void pageRetried();
+    /// The person answers a card.
+    void searchAnswered(PermissionChoice choice);
+    void pageAnswered(bool isAccepted);
+    void memoryAnswered(bool isAccepted);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;

@@ -6,6 +6,7 @@
 #include "screens/AttachmentChip.h"
 #include "screens/DrawingThemeOf.h"
 #include "screens/Look.h"
+#include "screens/ReplyExtrasView.h"
 #include "screens/ThinkingDisclosure.h"
 #include "screens/TypingIndicator.h"
 
@@ -15,7 +16,6 @@
 #include <QPainter>
 
 #include <cmath>
-#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -73,6 +73,7 @@ void MessageRow::setModel(const MessageRowModel &model) {
     showThinking();
     showText();
     showTyping();
+    showExtras();
     showActions();
 }
 
@@ -135,6 +136,10 @@ int MessageRow::layParts(int width) {
         const QRect area(style::rowOutset, topOfNext(style::partGap, height), width, height);
         m_text->setGeometry(grown(area, margin, margin));
     }
+    if (m_extras) {
+        const int height = m_extras->layIn(width + 2 * style::rowOutset);
+        m_extras->setGeometry(0, topOfNext(style::partGap, height), width + 2 * style::rowOutset, height);
+    }
     if (hasFoot(m_model)) {
         const int top = topOfNext(style::footGap, style::footHeight);
         m_actions->setGeometry(0, top, width + 2 * style::rowOutset, style::footHeight);
@@ -159,7 +164,8 @@ int MessageRow::estimatedHeight(const Look &look, const MessageRowModel &model, 
     const int chips =
         int(model.attachments.size()) * (AttachmentChip::lineHeight(look) + style::attachmentGap);
     const int bubble = isUser ? 2 * style::bubblePaddingY : 0;
-    return 2 * style::rowOutset + chips + thinking + (model.text.isEmpty() ? 0 : int(text) + bubble) + foot;
+    return 2 * style::rowOutset + chips + thinking + (model.text.isEmpty() ? 0 : int(text) + bubble) + foot +
+           ReplyExtrasView::estimatedHeight(look, model.extras);
 }
 
 QString MessageRow::spokenName() const {
@@ -238,6 +244,8 @@ QList<QWidget *> MessageRow::focusStops() const {
     }
     if (m_text)
         stops.append(m_text);
+    if (m_extras)
+        stops.append(m_extras->stops());
     if (m_actions) {
         for (QWidget *button : m_actions->buttons())
             stops.append(button);
@@ -251,10 +259,12 @@ void MessageRow::takeFocus() {
 }
 
 bool MessageRow::showsFocus() const {
-    const auto buttons = (m_thinking ? m_thinking->buttons() : QList<LookButton *>()) +
-                         (m_actions ? m_actions->buttons() : QList<LookButton *>());
-    return (m_text && m_text->showsFocus()) ||
-           std::any_of(buttons.begin(), buttons.end(), std::mem_fn(&LookButton::showsFocus));
+    const QList<QWidget *> stops = focusStops();
+    return std::any_of(stops.begin(), stops.end(), [](const QWidget *stop) {
+        if (const auto *button = qobject_cast<const LookButton *>(stop))
+            return button->showsFocus();
+        return qobject_cast<const SelectableWidget *>(stop)->showsFocus();
+    });
 }
 
 void MessageRow::attend() {
@@ -318,6 +328,24 @@ void MessageRow::showTyping() {
         return;
     m_typing = new TypingIndicator(m_look, this);
     m_typing->show();
+}
+
+void MessageRow::showExtras() {
+    if (m_model.extras.isEmpty())
+        return delete std::exchange(m_extras, nullptr);
+    if (!m_extras) {
+        m_extras = new ReplyExtrasView(m_look, this);
+        m_extras->show();
+        connect(m_extras, &RowPart::heightChanged, this, &MessageRow::heightChanged);
+        connect(m_extras, &RowPart::focusChanged, this, &MessageRow::takeFocus);
+        connect(m_extras, &RowPart::left, this, &MessageRow::left);
+        connect(m_extras, &ReplyExtrasView::pageOpened, this, &MessageRow::pageOpened);
+        connect(m_extras, &ReplyExtrasView::pageRetried, this, &MessageRow::pageRetried);
+        connect(m_extras, &ReplyExtrasView::searchAnswered, this, &MessageRow::searchAnswered);
+        connect(m_extras, &ReplyExtrasView::pageAnswered, this, &MessageRow::pageAnswered);
+        connect(m_extras, &ReplyExtrasView::memoryAnswered, this, &MessageRow::memoryAnswered);
+    }
+    m_extras->setExtras(m_model.extras);
 }
 
 void MessageRow::showActions() {

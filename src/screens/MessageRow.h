@@ -10,6 +10,7 @@ class ActionLine;
 class AttachmentChip;
 class Clock;
 class Look;
+class ReplyExtrasView;
 class ThinkingDisclosure;
 class TypingIndicator;
 
@@ -49,6 +50,9 @@ public:
     /// What the model thought before its reply; nothing in other rows.
     ThinkingDisclosure *thinkingDisclosure() const { return m_thinking; }
 
+    /// What belongs to a reply beside its words; nothing in other rows.
+    ReplyExtrasView *extrasView() const { return m_extras; }
+
     /// The line below a reply; nothing in other rows.
     ActionLine *actionLine() const { return m_actions; }
 
@@ -70,6 +74,11 @@ Q_SIGNALS:
     void left(TextView::Edge edge);
     void copyRequested();
     void regenerateRequested();
+    void pageOpened(const PageSnapshot &page);
+    void pageRetried();
+    void searchAnswered(PermissionChoice choice);
+    void pageAnswered(bool isAccepted);
+    void memoryAnswered(bool isAccepted);
     /// The pointer has come to the row, or gone.
     void pointerCrossed();
 
@@ -93,6 +102,7 @@ private:
     void showText();
     SelectableWidget *newText();
     void showTyping();
+    void showExtras();
     void showActions();
     void takeFocusFromActions();
     QList<QWidget *> focusStops() const;
@@ -111,6 +121,7 @@ private:
     ThinkingDisclosure *m_thinking = nullptr;
     SelectableWidget *m_text = nullptr;
     TypingIndicator *m_typing = nullptr;
+    ReplyExtrasView *m_extras = nullptr;
     ActionLine *m_actions = nullptr;
     bool m_isHovering = false;
 };

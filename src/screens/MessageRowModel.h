@@ -1,5 +1,7 @@
 #pragma once
 
+#include "screens/ReplyExtras.h"
+
 #include <QStringList>
 #include <QUuid>
 
@@ -18,12 +20,16 @@ struct MessageRowModel {
     bool isStreaming = false; ///< the reply is being written
     bool canRegenerate = false;
     QStringList attachments; ///< the names of the files that go with the message
+    ReplyExtras extras;
 
     /// True while the model thinks, and hasn't begun to answer.
     bool isReasoningStreaming() const { return isStreaming && text.isEmpty(); }
 
     /// True for a reply that something can be done with.
     bool hasActions() const { return kind == Kind::assistant && !isStreaming && !text.isEmpty(); }
+
+    /// True if there is nothing in the row for the keyboard to come to.
+    bool isEmpty() const { return text.isEmpty() && reasoning.isEmpty() && extras.isEmpty(); }
 
     bool operator==(const MessageRowModel &) const = default;
 };
@@ -36,5 +42,6 @@ inline bool drawsTheSame(const MessageRowModel &one, const MessageRowModel &othe
     };
     return one.kind == other.kind && one.isStreaming == other.isStreaming &&
            one.canRegenerate == other.canRegenerate && isSame(one.text, other.text) &&
-           isSame(one.reasoning, other.reasoning) && one.attachments == other.attachments;
+           isSame(one.reasoning, other.reasoning) && one.attachments == other.attachments &&
+           one.extras == other.extras;
 }

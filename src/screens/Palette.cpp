@@ -11,6 +11,7 @@ constexpr double secondaryShare = 0.7;
 constexpr double cardOpacity = 0.035;
 constexpr double chipOpacity = 0.34;
 constexpr double frameOpacity = 0.05;
+constexpr double askingOpacity = 0.04;
 constexpr double accentEdgeOpacity = 0.55;
 constexpr double quietOpacity = 0.07;
 constexpr double markerOpacity = 0.1;
@@ -151,6 +152,10 @@ QColor Palette::chipFill() const {
 
 QColor Palette::frameFill() const {
     return withOpacity(ink, frameOpacity);
+}
+
+QColor Palette::askingFill() const {
+    return withOpacity(ink, askingOpacity);
 }
 
 QColor Palette::accentEdge() const {

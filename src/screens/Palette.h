@@ -52,6 +52,9 @@ struct Palette {
     QColor frameFill() const;
     QColor accentEdge() const;
 
+    /// Behind a card that asks something.
+    QColor askingFill() const;
+
     /// Text and symbols on the accent: the one of the three bubble colours with the best contrast.
     QColor onAccent() const;
 

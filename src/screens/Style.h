@@ -61,6 +61,23 @@ inline constexpr int thinkingGap = 4;
 inline constexpr int chevron = 12;
 inline constexpr auto thinkingFold = 200ms;
 
+// Cards in a chat.
+inline constexpr int cardMaximumWidth = 520;
+inline constexpr int cardPadding = 12;
+inline constexpr int cardGap = 10;
+inline constexpr int cardButtonGap = 8;
+inline constexpr int hintPadding = 10;
+inline constexpr int failedPageGap = 10;
+/// A sheet of paper in small.
+inline constexpr int sheetWidthInSmall = 176;
+inline constexpr int sheetHeightInSmall = 124;
+inline constexpr int sheetPaddingInSmall = 14;
+inline constexpr int radiusSheetInSmall = 8;
+inline constexpr int sheetHeadWidth = 90;
+inline constexpr int sheetHeadHeight = 8;
+inline constexpr int sheetRowHeight = 5;
+inline constexpr int sheetRowGap = 6;
+
 // Buttons.
 inline constexpr int buttonHeight = 28;
 inline constexpr int buttonPadding = 11;

@@ -1,0 +1,66 @@
+#include "screens/LineButton.h"
+
+#include "screens/Look.h"
+#include "screens/Style.h"
+
+#include <QFontMetrics>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QTextDocument>
+#include <QToolTip>
+
+namespace {
+constexpr int longestTip = 500;
+}
+
+// The button itself has no text: an ampersand in it would be a key to press.
+LineButton::LineButton(const Look &look, const QString &line, QWidget *parent)
+    : RowButton(look, QString(), parent),
+      m_line(line.simplified()) {
+    setAccessibleName(m_line);
+}
+
+QSize LineButton::sizeHint() const {
+    const QFontMetrics metrics(look().font(TextStyle::callout));
+    return {textLeft() + metrics.horizontalAdvance(m_line) + textRight(),
+            std::max(style::footHeight, metrics.height())};
+}
+
+int LineButton::textLeft() const {
+    return style::rowOutset;
+}
+
+int LineButton::textRight() const {
+    return style::rowOutset;
+}
+
+QColor LineButton::ink() const {
+    const Palette &palette = look().palette();
+    return byState(palette.secondaryInk(), palette.ink, palette.secondaryInk());
+}
+
+QString LineButton::shownLine() const {
+    const QFontMetrics metrics(look().font(TextStyle::callout));
+    return metrics.elidedText(m_line, Qt::ElideRight, width() - textLeft() - textRight());
+}
+
+void LineButton::drawLine(QPainter &painter) const {
+    painter.setFont(look().font(TextStyle::callout));
+    painter.setPen(ink());
+    painter.drawText(rect().adjusted(textLeft(), 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, shownLine());
+}
+
+void LineButton::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    drawLine(painter);
+    drawFocusRing(painter, rect(), style::radiusMark);
+}
+
+bool LineButton::event(QEvent *event) {
+    if (event->type() != QEvent::ToolTip || !toolTip().isEmpty())
+        return RowButton::event(event);
+    const bool isCut = shownLine() != m_line;
+    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
+                       isCut ? Qt::convertFromPlainText(m_line.left(longestTip)) : QString(), this);
+    return true;
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "conversation/Consent.h"
+#include "records/Conversation.h"
+
+#include <variant>
+
+/// What a reply waits for the person to decide on.
+using Asked = std::variant<std::monostate, PendingSearch, PendingPageOffer, PendingMemory>;
+
+/// What belongs to a reply beside its words. A plain value.
+struct ReplyExtras {
+    std::optional<SearchEvent> search;
+    std::optional<PageSnapshot> page;
+    bool hasFailedPage = false; ///< a page was agreed on, and couldn't be made
+    Asked asked;
+
+    bool isEmpty() const { return *this == ReplyExtras(); }
+    bool operator==(const ReplyExtras &) const = default;
+};
