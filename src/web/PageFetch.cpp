@@ -1,0 +1,66 @@
+#include "web/PageFetch.h"
+
+#include "platform/OffMainThread.h"
+#include "records/Characters.h"
+#include "web/ReadableText.h"
+#include "web/WebRequest.h"
+#include "web/WebURL.h"
+
+namespace {
+
+constexpr QStringView notListed = u"That page was not in the search results, so it was not opened.";
+constexpr QStringView notOpened = u"That page could not be opened.";
+constexpr QStringView notAllowed = u"That address is not allowed.";
+constexpr QStringView notReadable = u"That page had no readable text.";
+
+bool isSafe(const QUrl &url, const urlSafety::Resolver &resolver) {
+    try {
+        urlSafety::check(url, resolver);
+        return true;
+    } catch (const urlSafety::Blocked &) {
+        return false;
+    }
+}
+
+HttpRequest pageRequest(const QUrl &url) {
+    HttpRequest request = webRequest(url, std::chrono::seconds(10));
+    request.longestBody = 2'000'000;
+    request.longBody = HttpRequest::LongBody::isCut;
+    return request;
+}
+
+QString textOf(const QByteArray &body) {
+    constexpr qsizetype mostCharacters = 6'000;
+    const QString html = body.isValidUtf8() ? QString::fromUtf8(body) : QString::fromLatin1(body);
+    const QString text = plainText(html);
+    return text.isEmpty() ? notReadable.toString() : firstCharacters(text, mostCharacters).toString();
+}
+
+} // namespace
+
+Task<QString> fetchPage(QString url, QSet<QString> allowed, std::stop_token stop) {
+    return fetchPage(url, allowed, urlSafety::resolve, stop);
+}
+
+Task<QString> fetchPage(QString url, QSet<QString> allowed, urlSafety::Resolver resolver,
+                        std::stop_token stop) {
+    if (!allowed.contains(normalizeFetchURL(url)))
+        co_return notListed.toString();
+    const std::optional<QUrl> address = parseURL(url);
+    if (!address)
+        co_return notOpened.toString();
+    const std::function<bool()> check = [address, resolver] { return isSafe(*address, resolver); };
+    if (!co_await offMainThread(check, stop))
+        co_return notAllowed.toString();
+    const HttpRequest request = pageRequest(*address);
+    HttpResponse response;
+    try {
+        response = co_await fetch(request, stop);
+    } catch (const HttpError &) {
+        co_return notOpened.toString();
+    }
+    if (response.status < 200 || response.status > 299)
+        co_return notOpened.toString();
+    const std::function<QString()> read = [body = response.body] { return textOf(body); };
+    co_return co_await offMainThread(read, stop);
+}

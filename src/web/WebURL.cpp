@@ -1,0 +1,38 @@
+#include "web/WebURL.h"
+
+#include <algorithm>
+
+namespace {
+
+/// The length of what stands between "//" and the path, or what may be taken for that.
+qsizetype authorityLength(QStringView text) {
+    constexpr QStringView slashes = u"//";
+    const qsizetype start = text.indexOf(slashes);
+    if (start < 0)
+        return 0;
+    const QStringView rest = text.sliced(start + slashes.size());
+    return std::find_if(rest.begin(), rest.end(),
+                        [](QChar each) { return each == u'/' || each == u'?' || each == u'#'; }) -
+           rest.begin();
+}
+
+} // namespace
+
+std::optional<QUrl> parseURL(const QString &text) {
+    // A host has 255 bytes; QUrl's time for one grows with the square of its combining marks.
+    constexpr qsizetype longestAuthority = 4'000;
+    if (authorityLength(text) > longestAuthority)
+        return std::nullopt;
+    const QUrl url(text);
+    return url.isValid() ? std::optional(url) : std::nullopt;
+}
+
+QString normalizeFetchURL(const QString &text) {
+    const std::optional<QUrl> url = parseURL(text);
+    if (!url)
+        return text;
+    QString normalized = url->toString(QUrl::FullyEncoded | QUrl::RemoveFragment);
+    if (normalized.endsWith(u'/'))
+        normalized.chop(1);
+    return normalized;
+}
