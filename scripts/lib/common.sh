@@ -50,10 +50,10 @@ install_packages() {
 
 # Debian packages, each for the reason that docs/architecture.md gives.
 build_packages=(g++ cmake ninja-build ccache mold git
-  qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev qcoro-qt6-dev libmd4c-dev libcurl4-openssl-dev libssl-dev
+  qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev qcoro-qt6-dev libmd4c-dev libcurl4-openssl-dev libssl-dev zlib1g-dev
   libgtest-dev libgmock-dev libbenchmark-dev)
 test_packages=(xvfb xauth dbus dbus-daemon at-spi2-core procps tzdata systemd python3
-  fonts-inter fonts-noto-core fonts-jetbrains-mono)
+  poppler-utils fonts-inter fonts-noto-core fonts-jetbrains-mono fonts-droid-fallback fonts-noto-color-emoji)
 
 # The build tree of a preset.
 tree_of() {

@@ -10,12 +10,13 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// The rooms from the top of the house to the bottom. A room may include from itself and from below.
-const QStringList rooms{u"screens"_s,       u"core"_s,    u"schedules"_s, u"conversation"_s,
-                        u"pages/drawing"_s, u"pages"_s,   u"engine"_s,    u"web"_s,
-                        u"client"_s,        u"records"_s, u"platform"_s};
+const QStringList rooms{u"screens"_s,     u"core"_s,          u"schedules"_s, u"conversation"_s,
+                        u"pages/paper"_s, u"pages/drawing"_s, u"pages"_s,     u"engine"_s,
+                        u"web"_s,         u"client"_s,        u"records"_s,   u"platform"_s};
 
 /// What a room may not touch although it stands below: services that know nothing of each other.
 const QHash<QString, QStringList> strangers{
+    {u"schedules"_s, {u"pages/paper"_s, u"pages/drawing"_s, u"pages"_s, u"web"_s}},
     {u"conversation"_s, {u"engine"_s}},
     {u"pages"_s, {u"engine"_s, u"web"_s, u"client"_s}},
     {u"engine"_s, {u"web"_s, u"client"_s}},
@@ -23,7 +24,7 @@ const QHash<QString, QStringList> strangers{
 };
 
 /// The Qt modules of widgets and windows, which only these rooms may use.
-const QStringList roomsWithAScreen{u"screens"_s, u"pages/drawing"_s};
+const QStringList roomsWithAScreen{u"screens"_s, u"pages/paper"_s, u"pages/drawing"_s};
 const QRegularExpression screenHeader(
     u"^Q(Widget|Application|MainWindow|Label|Layout|VBoxLayout|HBoxLayout|Painter|PushButton|AbstractButton|Svg\\w*|Style\\w*|TextLayout|Palette|Icon|Pixmap|Clipboard|GuiApplication)$"_s);
 

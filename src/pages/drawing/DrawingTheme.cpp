@@ -12,6 +12,7 @@ namespace {
 constexpr int captionSize = 10;
 constexpr int leastCaption2Size = 9;
 constexpr int valueSize = 26;
+constexpr int pageTitleSize = 30;
 constexpr int codeSize = 13;
 constexpr int buttonSize = 12;
 
@@ -48,6 +49,8 @@ int sizeOf(TextStep step, int body) {
         return codeSize;
     case TextStep::button:
         return buttonSize;
+    case TextStep::pageTitle:
+        return pageTitleSize;
     }
     Q_UNREACHABLE();
 }
@@ -60,12 +63,17 @@ QFont::Weight weightOf(TextStep step) {
     case TextStep::caption:
     case TextStep::value:
     case TextStep::arrow:
+    case TextStep::pageTitle:
         return QFont::DemiBold;
     case TextStep::button:
         return QFont::Medium;
     default:
         return QFont::Normal;
     }
+}
+
+bool hasSerifs(TextStep step) {
+    return step == TextStep::quote || step == TextStep::pageTitle;
 }
 
 bool isMonospaced(TextStep step) {
@@ -79,10 +87,10 @@ QFont DrawingTheme::font(TextStep step, double tracking) const {
     font.setPixelSize(sizeOf(step, bodySize));
     font.setWeight(weightOf(step));
     font.setLetterSpacing(QFont::AbsoluteSpacing, std::max(tracking, least));
-    if (step == TextStep::quote) {
+    font.setHintingPreference(hinting);
+    font.setItalic(step == TextStep::quote);
+    if (hasSerifs(step))
         font.setFamily(serifFamily());
-        font.setItalic(true);
-    }
     if (isMonospaced(step)) {
         font.setFamily(monospacedFamily());
         // Arrows stay the signs that were written.
@@ -106,5 +114,6 @@ DrawingTheme paperTheme() {
     theme.secondary = QColor::fromRgbF(0.42F, 0.42F, 0.44F);
     theme.link = QColor::fromRgbF(0.09F, 0.36F, 0.76F);
     theme.selection = QColor::fromRgbF(0.75F, 0.85F, 0.98F);
+    theme.hinting = QFont::PreferNoHinting;
     return theme;
 }

@@ -19,6 +19,7 @@ enum class TextStep {
     code,
     button,
     arrow,
+    pageTitle, ///< at the head of a page, with serifs
 };
 
 /// What a drawing takes from its surroundings: the chat gives its theme, a page on paper is always light.
@@ -32,6 +33,8 @@ struct DrawingTheme {
     QString family;      ///< of everything that has no other; that of sansFamily() if it is empty
     int bodySize = 15;   ///< in device-independent pixels
     int lineSpacing = 5; ///< between two lines of running text, added to their height
+    /// Whether letters may give way to the pixels of a screen.
+    QFont::HintingPreference hinting = QFont::PreferDefaultHinting;
 
     /// `tracking` comes between two letters, in pixels. Needs a QGuiApplication.
     QFont font(TextStep step, double tracking = 0) const;
@@ -44,5 +47,5 @@ struct DrawingTheme {
     bool operator==(const DrawingTheme &) const = default;
 };
 
-/// Dark text on white, whatever the windows look like.
+/// Dark text on white, whatever the windows look like, and laid alike in every size.
 DrawingTheme paperTheme();

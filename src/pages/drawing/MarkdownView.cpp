@@ -40,8 +40,9 @@ double MarkdownView::layIn(double width) {
 }
 
 double MarkdownView::height() const {
-    const double bottom = m_places.empty() ? m_margin : m_places.back().top + m_places.back().view->height();
-    return bottom + m_margin;
+    const double bottom =
+        m_places.empty() ? m_margins.top() : m_places.back().top + m_places.back().view->height();
+    return bottom + m_margins.bottom();
 }
 
 double MarkdownView::showBlocks() {
@@ -75,7 +76,7 @@ double MarkdownView::show(const BlockContent &content, const BlockContent *shown
 
 void MarkdownView::stack() {
     std::vector<Part> parts;
-    double top = m_margin;
+    double top = m_margins.top();
     int start = 0;
     for (Place &place : m_places) {
         place.top = top;
@@ -83,7 +84,7 @@ void MarkdownView::stack() {
         top += place.view->height() + blockGap;
         if (place.view->isEmpty())
             continue;
-        parts.push_back({place.view.get(), QPointF(m_margin, place.top)});
+        parts.push_back({place.view.get(), QPointF(m_margins.left(), place.top)});
         start += place.view->length() + 1;
     }
     join(std::move(parts));

@@ -2,6 +2,8 @@
 
 #include "pages/drawing/BlockView.h"
 
+#include <QMargins>
+
 #include <memory>
 
 /// The drawing of a text of the page dialect: its blocks, one below another. It is no widget; its
@@ -9,8 +11,10 @@
 /// be selected in its blocks. Main thread; needs a QGuiApplication.
 class MarkdownView : public JoinedText {
 public:
-    /// `margin` stays free on every side, but for what figures draw beyond their area.
-    explicit MarkdownView(const DrawingTheme &theme, int margin = 0) : m_theme(theme), m_margin(margin) {}
+    /// The margins stay free, but for what figures draw beyond their area.
+    explicit MarkdownView(const DrawingTheme &theme, const QMargins &margins = {})
+        : m_theme(theme),
+          m_margins(margins) {}
     MarkdownView(const MarkdownView &) = delete;
     MarkdownView &operator=(const MarkdownView &) = delete;
 
@@ -22,18 +26,18 @@ public:
     /// the top at which the drawing changes; nothing above it does.
     double setText(const QString &text);
 
-    /// Gives the height in that width, both with the margin. Until the first call nothing is laid.
+    /// Gives the height in that width, both with the margins. Until the first call nothing is laid.
     double layIn(double width);
     double width() const { return m_width; }
     double height() const;
 
     /// Draws what meets `clip`.
-    void draw(QPainter &painter, const QRectF &clip, const TextSelection &selection = {}) const;
+    virtual void draw(QPainter &painter, const QRectF &clip, const TextSelection &selection = {}) const;
 
     size_t blockCount() const { return m_places.size(); }
     const BlockView &block(size_t index) const { return *m_places[index].view; }
     double topOf(size_t index) const { return m_places[index].top; }
-    QPointF originOf(size_t index) const { return {double(m_margin), topOf(index)}; }
+    QPointF originOf(size_t index) const { return {double(m_margins.left()), topOf(index)}; }
     /// The last block whose top isn't below that height, or the first.
     size_t blockAt(double y) const;
     /// True if there is text to select at that height.
@@ -42,6 +46,11 @@ public:
     /// What can be pressed, in the order of reading.
     QList<Target> targets() const;
     std::optional<Target> targetAt(const QPointF &point) const;
+
+protected:
+    /// Only before the first layIn().
+    void setMargins(const QMargins &margins) { m_margins = margins; }
+    const QMargins &margins() const { return m_margins; }
 
 private:
     struct Place {
@@ -55,10 +64,10 @@ private:
     /// something.
     double show(const BlockContent &content, const BlockContent *shown, Place &place);
     void stack();
-    double blockWidth() const { return m_width - 2 * m_margin; }
+    double blockWidth() const { return m_width - m_margins.left() - m_margins.right(); }
 
     DrawingTheme m_theme;
-    int m_margin = 0;
+    QMargins m_margins;
     QString m_text;
     double m_width = 0;
     QList<MarkdownBlock> m_blocks; ///< as many as places once there is a width

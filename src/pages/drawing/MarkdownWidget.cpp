@@ -56,7 +56,7 @@ bool isStill(const std::optional<Target> &target, const std::optional<Target> &b
 
 MarkdownWidget::MarkdownWidget(const DrawingTheme &theme, QWidget *parent)
     : SelectableWidget(parent),
-      m_view(theme, figure::reach) {
+      m_view(theme, QMargins() + figure::reach) {
     markdownAccessible::install();
     setMouseTracking(true);
 }
