@@ -9,6 +9,8 @@
 #include <QTextDocument>
 #include <QToolTip>
 
+#include <cmath>
+
 namespace {
 constexpr int longestTip = 500;
 }
@@ -21,9 +23,10 @@ LineButton::LineButton(const Look &look, const QString &line, QWidget *parent)
 }
 
 QSize LineButton::sizeHint() const {
-    const QFontMetrics metrics(look().font(TextStyle::callout));
-    return {textLeft() + metrics.horizontalAdvance(m_line) + textRight(),
-            std::max(style::footHeight, metrics.height())};
+    const QFontMetricsF metrics(look().font(TextStyle::callout));
+    // Rounded up: a line that is a fraction too wide would be cut.
+    return {textLeft() + int(std::ceil(metrics.horizontalAdvance(m_line))) + textRight(),
+            std::max(style::footHeight, int(std::ceil(metrics.height())))};
 }
 
 int LineButton::textLeft() const {

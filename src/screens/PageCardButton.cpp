@@ -7,6 +7,7 @@
 #include <QPainter>
 
 #include <array>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -31,7 +32,9 @@ PageCardButton::PageCardButton(const Look &look, const QString &title, QWidget *
 
 QSize PageCardButton::sizeHint() const {
     const QFontMetrics metrics(look().font(TextStyle::callout));
-    const int title = std::min(metrics.horizontalAdvance(m_title), style::cardMaximumWidth);
+    // Rounded up: a title that is a fraction too wide would be cut.
+    const int advance = int(std::ceil(QFontMetricsF(metrics).horizontalAdvance(m_title)));
+    const int title = std::min(advance, style::cardMaximumWidth);
     return {std::max(style::sheetWidthInSmall, title) + 2 * style::rowOutset,
             style::sheetHeightInSmall + style::spaceSmall + metrics.height() + 2 * style::rowOutset};
 }

@@ -111,6 +111,57 @@ TEST(ChatScreenModelTest, aReplyThatIsWrittenHidesItsTagsAndItsPage) {
     EXPECT_EQ(messageRows(chat, std::nullopt).at(0).text, chat.messages.at(0).content);
 }
 
+TEST(ChatScreenModelTest, aReplyIsDrawnForWhatBelongsToItAlone) {
+    Message reply = message(Role::assistant, QString());
+    EXPECT_TRUE(messageRows(chatOf({reply}), {}).isEmpty());
+    const auto extrasOf = [&] {
+        const auto rows = messageRows(chatOf({reply}), {});
+        return rows.isEmpty() ? ReplyExtras() : rows.first().extras;
+    };
+    reply.searchEvent = SearchEvent{u"tea"_s, SearchStatus::denied, {}};
+    EXPECT_EQ(extrasOf().search, reply.searchEvent);
+    reply.searchEvent.reset();
+    reply.page = PageSnapshot{u"Tea"_s, u"# Tea"_s};
+    EXPECT_EQ(extrasOf().page, reply.page);
+    EXPECT_FALSE(messageRows(chatOf({reply}), {}).first().hasActions());
+    reply.page.reset();
+    reply.pageFailed = false;
+    EXPECT_TRUE(extrasOf().isEmpty());
+    reply.pageFailed = true;
+    EXPECT_TRUE(extrasOf().hasFailedPage);
+}
+
+TEST(ChatScreenModelTest, aCardHangsOnTheReplyThatAsks) {
+    const Message first = message(Role::assistant, u"one"_s);
+    const Message second = message(Role::assistant, QString());
+    ChatScreenState state{.conversation = chatOf({first, second}), .isGenerating = true};
+    const auto askedOf = [&] {
+        QList<Asked> asked;
+        for (const MessageRowModel &row : chatScreenModel(state).rows)
+            asked.append(row.extras.asked);
+        return asked;
+    };
+    EXPECT_EQ(askedOf(), QList<Asked>(1)) << "a reply with nothing to show is none";
+    const PendingSearch search{QUuid::createUuid(), second.id, u"tea"_s};
+    state.pendingPermission = search;
+    EXPECT_EQ(askedOf(), (QList<Asked>{Asked(), search}));
+    state.pendingPermission.reset();
+    const PendingPageOffer offer{QUuid::createUuid(), first.id};
+    state.pendingPageOffer = offer;
+    EXPECT_EQ(askedOf(), (QList<Asked>{offer}));
+    state.pendingPageOffer.reset();
+    const PendingMemory memory{QUuid::createUuid(), second.id, u"Has a dog"_s};
+    state.pendingMemory = memory;
+    EXPECT_EQ(askedOf(), (QList<Asked>{Asked(), memory}));
+    state.pendingMemory->messageID = QUuid::createUuid();
+    EXPECT_EQ(askedOf(), (QList<Asked>{Asked()})) << "the one that asks is in another chat";
+}
+
+TEST(ChatScreenModelTest, theHintAtTheWebIsShownAsPublished) {
+    EXPECT_FALSE(chatScreenModel({}).showsSearchHint);
+    EXPECT_TRUE(chatScreenModel({.showSearchHint = true}).showsSearchHint);
+}
+
 TEST(ChatScreenModelTest, onlyTheLastReplyCanBeRegenerated) {
     ChatScreenState state{.conversation =
                               chatOf({message(Role::user, u"Hi"_s), message(Role::assistant, u"Hello"_s),

@@ -84,6 +84,7 @@ private:
             {u"why-this-size"_s, {}, [this, state] { return whySize(state); }},
             {u"banners"_s, {}, [this] { return banners(); }},
             {u"chat"_s, {}, [this] { return chat(); }},
+            {u"cards"_s, {1040, 1180}, [this] { return cards(); }},
             {u"figures"_s, {760, 1700}, [this] { return figures(); }},
             {u"composer"_s, {}, [this] { return composer(); }},
             {u"attachments"_s, {}, [this] { return attachments(); }},
@@ -123,6 +124,36 @@ private:
              .memoryWarning =
                  u"Your Mac is running low on memory. Closing other apps will help, or switch to "
                  "a lighter model."_s}));
+        return screen;
+    }
+
+    /// A search with what it found, a page, one that failed, and one card of each kind.
+    QWidget *cards() {
+        const auto reply = [](const QString &text) {
+            return Message{.id = QUuid::createUuid(), .role = Role::assistant, .content = text};
+        };
+        Message search = reply(u"Green tea has about a third of the caffeine of coffee."_s);
+        search.searchEvent = SearchEvent{
+            u"caffeine in green tea"_s,
+            SearchStatus::allowed,
+            {{1, u"How much caffeine is in tea?"_s, u"https://tea.example/caffeine"_s, QString()},
+             {2, u"Tea and coffee compared, a cup at a time"_s, u"https://cups.example/"_s, QString()}}};
+        Message page = reply(u"Here is your overview."_s);
+        page.page = PageSnapshot{u"Caffeine in hot drinks"_s, u"# Caffeine"_s};
+        Message failed = reply(u"I tried to set it out."_s);
+        failed.pageFailed = true;
+        Message asking = reply(u"Good to know."_s);
+        auto *screen = new ChatScreen(app, look, clock);
+        Conversation chat = newConversation(clock.now(), u"Caffeine"_s);
+        chat.messages = {search, page, failed, asking};
+        const PendingMemory memory{QUuid::createUuid(), asking.id, u"Drinks green tea in the morning"_s};
+        screen->setModel(chatScreenModel({.conversation = chat,
+                                          .isGenerating = true,
+                                          .pendingMemory = memory,
+                                          .showSearchHint = true,
+                                          .engine = {EngineStatus::State::ready, {}}}));
+        QTimer::singleShot(0, screen,
+                           [screen] { click(buttonNamed(*screen, u"Searched: caffeine in green tea"_s)); });
         return screen;
     }
 
