@@ -4,14 +4,18 @@
 #include "platform/AtomicFile.h"
 #include "platform/Clock.h"
 #include "platform/FolderLock.h"
+#include "platform/Mailbox.h"
 #include "platform/SingleInstance.h"
+#include "platform/TaskHandle.h"
 #include "platform/TerminationSignals.h"
 #include "records/Folders.h"
+#include "schedules/HeadlessRun.h"
 #include "screens/HouseStyle.h"
 #include "screens/MainWindow.h"
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
 
@@ -34,11 +38,22 @@ QString dataFolder() {
     return folder;
 }
 
-/// The run of one scheduled prompt: without a screen, and without a window even where there is one.
-int runHeadless(int argc, char **argv) {
+Task<> runThenQuit(QUuid schedule, std::stop_token stop) {
+    // By the event loop, which may not be there yet.
+    const auto quit = qScopeGuard([] { Mailbox::main().post(&QCoreApplication::quit); });
+    co_await runHeadlessSchedule(schedule, {}, stop);
+}
+
+/// The run of one scheduled prompt: without a screen, and without a window even where there is one. Whoever
+/// started it learns nothing of how it went; the person does.
+int runHeadless(int argc, char **argv, const QUuid &schedule) {
     const QCoreApplication application(argc, argv);
-    qCritical("Ostrelin can't run schedules yet.");
-    return EXIT_FAILURE;
+    TaskHandle run;
+    onTerminationSignal([&run] { run.cancel(); });
+    run.start([&](std::stop_token stop) { return runThenQuit(schedule, stop); });
+    QCoreApplication::exec();
+    EngineProcessBox::shared().terminate();
+    return EXIT_SUCCESS;
 }
 
 int runInteractive(int argc, char **argv) {
@@ -70,5 +85,6 @@ int runInteractive(int argc, char **argv) {
 
 int main(int argc, char **argv) {
     nameApplication();
-    return isHeadless() ? runHeadless(argc, argv) : runInteractive(argc, argv);
+    const std::optional<QUuid> schedule = headlessScheduleID();
+    return schedule ? runHeadless(argc, argv, *schedule) : runInteractive(argc, argv);
 }

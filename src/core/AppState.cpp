@@ -7,9 +7,11 @@
 #include "platform/AtomicFile.h"
 #include "platform/Bundle.h"
 #include "platform/KeepAwake.h"
+#include "platform/Notification.h"
 #include "records/CatalogSource.h"
 #include "records/Folders.h"
 #include "records/Memory.h"
+#include "schedules/Agents.h"
 
 #include <QDir>
 
@@ -32,7 +34,9 @@ void ensurePagesFolder() {
 
 AppState::AppState(EngineProcessBox &box, Clock &clock, QObject *parent)
     : AppState(box, clock,
-               {.keepAwake = [](const QString &reason) { return std::make_shared<KeepAwake>(reason); }},
+               {.keepAwake = [](const QString &reason) { return std::make_shared<KeepAwake>(reason); },
+                .syncAgents = [](const QList<Schedule> &schedules) { ::syncAgents(schedules); },
+                .postNotification = ::postNotification},
                parent) {}
 
 AppState::AppState(EngineProcessBox &box, Clock &clock, Machine machine, QObject *parent)
@@ -40,7 +44,11 @@ AppState::AppState(EngineProcessBox &box, Clock &clock, Machine machine, QObject
       m_machine(std::move(machine)),
       m_box(box),
       m_engine(box, clock),
-      m_chat(this, clock, turnServices(clock)) {
+      m_chat(this, clock, turnServices(clock)),
+      m_scheduler(m_chat, clock,
+                  {.isReady = [this] { return isIn<phase::Ready>(m_phase); },
+                   .syncAgents = m_machine.syncAgents,
+                   .postNotification = m_machine.postNotification}) {
     m_downloader.onProgress = [this](const DownloadProgress &progress) { takeProgress(progress); };
 }
 
@@ -116,6 +124,7 @@ void AppState::setShowsWhySize(bool shows) {
 
 void AppState::deleteEverything() {
     stopEngine();
+    m_scheduler.stop();
     cancelWork();
     m_downloader.stop();
     QDir(applicationFolder()).removeRecursively();

@@ -7,6 +7,7 @@
 #include "engine/DownloadProgress.h"
 #include "engine/EngineManager.h"
 #include "engine/ModelDownloader.h"
+#include "schedules/Scheduler.h"
 
 #include <QObject>
 
@@ -17,18 +18,21 @@
 class Clock;
 class EngineProcessBox;
 
-/// The root of the interactive program: it owns the engine, the download and the chat, holds the phase
-/// that the main window shows, and leads from a cold start to a ready chat. Main thread only.
+/// The root of the interactive program: it owns the engine, the download, the chat and the scheduler, holds
+/// the phase that the main window shows, and leads from a cold start to a ready chat. Main thread only.
 class AppState : public ChatHost {
     Q_OBJECT
 
 public:
 #ifndef Q_MOC_RUN
-    /// What the start asks of the machine; a test has a machine of its own.
+    /// What is asked of the machine; a test has a machine of its own.
     struct Machine {
         std::function<Task<MachineReport>(std::stop_token)> measure = measureMachine;
         /// Keeps the machine awake for as long as the token lives.
         std::function<std::shared_ptr<void>(const QString &reason)> keepAwake;
+        /// What the scheduler asks of it.
+        std::function<void(QList<Schedule>)> syncAgents;
+        std::function<Task<>(QString title, QString body, std::stop_token stop)> postNotification;
     };
 
     /// The same on a machine of the caller's.
@@ -100,6 +104,9 @@ public:
     }
     ChatController &chat() {
         return m_chat;
+    }
+    Scheduler &scheduler() {
+        return m_scheduler;
     }
 
     /// Prepares folders, memory and settings, ends a server that an earlier run left behind, fetches the
@@ -214,6 +221,7 @@ private:
     EngineManager m_engine;
     ModelDownloader m_downloader;
     ChatController m_chat;
+    Scheduler m_scheduler;
 
     bool m_didBootstrap = false;
     bool m_isStarting = false; ///< the start hasn't come to its decision yet

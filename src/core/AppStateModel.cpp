@@ -164,6 +164,7 @@ Task<> AppState::startEngine(QString modelPath, std::optional<ModelTier> tier, s
         m_chat.newChat();
     m_chat.startMemoryWatch();
     setPhase(phase::Ready{});
+    m_scheduler.start();
 }
 
 void AppState::switchModel(const ModelTier &tier) {

@@ -15,6 +15,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <mutex>
+
 /// The application on a machine of the test's own: an empty folder, a network of which every word is
 /// scripted, a stand-in for the engine's executable.
 class AppStateFixture : public ::testing::Test {
@@ -34,17 +36,28 @@ protected:
     /// A new run of the program on the same machine.
     void makeApp() {
         app.reset();
-        app = std::make_unique<AppState>(box, clock,
-                                         AppState::Machine{
-                                             .measure = [this](std::stop_token) { return measured(machine); },
-                                             .keepAwake =
-                                                 [this](const QString &reason) {
-                                                     reasons.append(reason);
-                                                     const auto token = std::make_shared<int>(0);
-                                                     stillAwake = token;
-                                                     return token;
-                                                 },
-                                         });
+        app = std::make_unique<AppState>(
+            box, clock,
+            AppState::Machine{
+                .measure = [this](std::stop_token) { return measured(machine); },
+                .keepAwake =
+                    [this](const QString &reason) {
+                        reasons.append(reason);
+                        const auto token = std::make_shared<int>(0);
+                        stillAwake = token;
+                        return token;
+                    },
+                .syncAgents =
+                    [this](const QList<Schedule> &schedules) {
+                        const std::lock_guard guard(syncLock);
+                        synced.append(schedules);
+                    },
+                .postNotification =
+                    [this](const QString &title, const QString &body, std::stop_token) {
+                        notified.append(title + QStringLiteral(": ") + body);
+                        return nothing();
+                    },
+            });
         phases.clear();
         QObject::connect(app.get(), &AppState::phaseChanged, app.get(), [this] { phases.append(name()); });
     }
@@ -138,8 +151,12 @@ protected:
     QStringList reasons;            ///< why the machine was to stay awake, each time it was
     std::weak_ptr<void> stillAwake; ///< expired while nothing keeps it awake
     QStringList phases;             ///< all that came, in their order
+    std::mutex syncLock;
+    QList<QList<Schedule>> synced; ///< the schedules of each sync of the jobs, under the lock
+    QStringList notified;          ///< title and body of each notification
     std::unique_ptr<AppState> app;
 
 private:
+    static Task<> nothing() { co_return; }
     static Task<MachineReport> measured(MachineReport report) { co_return report; }
 };
