@@ -8,7 +8,7 @@
 #include "conversation/SearchHint.h"
 #include "conversation/ToolList.h"
 
-TurnPoints turnServices(Clock &clock) {
+TurnPoints turnServices(Clock &clock, const WebAccess &web) {
     TurnPoints points;
     points.extractThinking = [](const QString &content) {
         const ExtractedThinking found = extractThinking(content);
@@ -25,6 +25,9 @@ TurnPoints turnServices(Clock &clock) {
             return client.stream(request);
         return std::make_unique<PacedStream>(client, request, *pace, clock);
     };
+    points.toolList = toolList;
+    points.runTool = [web](const ToolCall &call, const TurnPoints::ToolContext &context,
+                           std::stop_token stop) { return runTool(web, call, context, stop); };
     points.makeTitle = makeTitle;
     points.pageCorrection = correctionOf;
     points.finishPage = finishPage;

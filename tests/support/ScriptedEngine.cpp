@@ -70,6 +70,11 @@ void ScriptedEngine::answer(const Script &script) {
     m_scripts.push_back(script);
 }
 
+void ScriptedEngine::forgetAnswers() {
+    const std::lock_guard lock(m_lock);
+    m_scripts.clear();
+}
+
 void ScriptedEngine::answerEach(std::function<Script(const Request &)> write) {
     const std::lock_guard lock(m_lock);
     m_write = std::move(write);

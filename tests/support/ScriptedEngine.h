@@ -39,6 +39,9 @@ public:
 
     void answer(const Script &script);
 
+    /// Leaves out the scripts that nobody has asked for yet.
+    void forgetAnswers();
+
     /// From now on `write` writes the script for each request, on the server's thread.
     void answerEach(std::function<Script(const Request &)> write);
 
