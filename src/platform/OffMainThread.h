@@ -9,6 +9,9 @@
 /// Runs `work`, which blocks or takes long, on a thread of its own, and gives what it gives or throws what
 /// it throws. Throws Cancelled at once when `stop` is requested: the work itself then comes to its end
 /// unheard, so it may refer to nothing that it doesn't own. Main thread.
+///
+/// In a coroutine `work` is a variable: of a lambda made within the awaited call, g++ 12.2 destroys twice
+/// what it holds.
 template<typename T>
 Task<T> offMainThread(std::function<T()> work, std::stop_token stop) {
     auto channel = std::make_shared<Channel<T>>();

@@ -52,10 +52,9 @@ Task<QString> fetchPage(QString url, QSet<QString> allowed, urlSafety::Resolver 
     const std::function<bool()> check = [address, resolver] { return isSafe(*address, resolver); };
     if (!co_await offMainThread(check, stop))
         co_return notAllowed.toString();
-    const HttpRequest request = pageRequest(*address);
     HttpResponse response;
     try {
-        response = co_await fetch(request, stop);
+        response = co_await fetch(pageRequest(*address), stop);
     } catch (const HttpError &) {
         co_return notOpened.toString();
     }

@@ -58,10 +58,9 @@ QUrl searchURL() {
 }
 
 Task<SearchOutcome> webSearch(QString query, QUrl address, std::stop_token stop) {
-    const HttpRequest request = searchRequest(query, address);
     HttpResponse response;
     try {
-        response = co_await fetch(request, stop);
+        response = co_await fetch(searchRequest(query, address), stop);
     } catch (const HttpError &) {
         co_return failedSearch();
     }
