@@ -1,0 +1,135 @@
+#include "e2e/WindowFixture.h"
+#include "records/ChatStore.h"
+#include "records/Memory.h"
+#include "records/Settings.h"
+#include "support/EnvironmentVariable.h"
+#include "support/ScriptedEngine.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr char results[] = "<html><body><div class=\"result\">"
+                           "<a class=\"result__a\" href=\"https://okra.example/tbilisi\">Okra in Tbilisi</a>"
+                           "<a class=\"result__snippet\">It is harvested in August.</a></div></body></html>";
+
+/// What the model asks for, and the person's answers in the window. The model says what it finds most likely.
+class WindowTools : public WindowFixture {
+protected:
+    WindowTools() {
+        searchPage.answer(Script(200).raw(results));
+        Settings settings = loadSettings();
+        settings.installed->sampling.temperature = 0;
+        settings.searchMode = SearchMode::ask;
+        saveSettings(settings);
+    }
+
+    /// The first message that made a call of that tool.
+    static std::optional<Message> callerOf(const QString &tool) {
+        for (const Message &message : savedChat().messages) {
+            for (const ToolCall &call : message.toolCalls.value_or(QList<ToolCall>())) {
+                if (call.name == tool)
+                    return message;
+            }
+        }
+        return std::nullopt;
+    }
+
+    ScriptedEngine searchPage;
+    EnvironmentVariable searchAddress{"OSTRELIN_SEARCHURL", searchPage.url().toEncoded() + "/html/"};
+    const QString question = u"Search the web for okra harvest in Tbilisi"_s;
+};
+
+} // namespace
+
+TEST_F(WindowTools, aSearchIsAllowedOnce) {
+    startProgram();
+    send(question);
+    ASSERT_TRUE(window().waitFor(u"Search"_s, AccessibleRole::pushButton));
+    EXPECT_TRUE(searchPage.requests().isEmpty()) << "nobody has allowed it yet";
+    ASSERT_TRUE(window().press(u"Search"_s));
+    ASSERT_TRUE(window().waitFor(u"Searched: okra harvest in Tbilisi"_s, AccessibleRole::pushButton));
+    ASSERT_TRUE(program.waitForReply());
+    ASSERT_EQ(searchPage.requests().size(), 1);
+    EXPECT_EQ(searchPage.requests().first().body, "q=okra%20harvest%20in%20Tbilisi");
+    const std::optional<Message> caller = callerOf(u"web_search"_s);
+    ASSERT_TRUE(caller);
+    ASSERT_TRUE(caller->searchEvent);
+    EXPECT_EQ(caller->searchEvent->status, SearchStatus::allowed);
+    ASSERT_EQ(caller->searchEvent->sources.size(), 1);
+    EXPECT_EQ(caller->searchEvent->sources.first().url, u"https://okra.example/tbilisi"_s);
+    ASSERT_TRUE(window().press(u"Searched: okra harvest in Tbilisi"_s));
+    EXPECT_TRUE(window().waitFor(u"[1] Okra in Tbilisi"_s, AccessibleRole::pushButton));
+    EXPECT_EQ(loadSettings().searchMode, SearchMode::ask);
+}
+
+TEST_F(WindowTools, aSearchIsAllowedForever) {
+    startProgram();
+    send(question);
+    ASSERT_TRUE(window().waitFor(u"Always allow"_s, AccessibleRole::pushButton));
+    ASSERT_TRUE(window().press(u"Always allow"_s));
+    ASSERT_TRUE(window().waitFor(u"Searched: okra harvest in Tbilisi"_s, AccessibleRole::pushButton));
+    ASSERT_TRUE(program.waitForReply());
+    EXPECT_EQ(loadSettings().searchMode, SearchMode::always);
+    ASSERT_TRUE(window().press(u"New Chat"_s));
+    send(question);
+    ASSERT_TRUE(eventually([this] { return searchPage.requests().size() == 2; })) << "it asked again";
+    ASSERT_TRUE(program.waitForReply());
+}
+
+TEST_F(WindowTools, aSearchIsTurnedDown) {
+    startProgram();
+    send(question);
+    ASSERT_TRUE(window().waitFor(u"Don't search"_s, AccessibleRole::pushButton));
+    ASSERT_TRUE(window().press(u"Don't search"_s));
+    ASSERT_TRUE(window().waitFor(u"Not searched: okra harvest in Tbilisi"_s, AccessibleRole::pushButton));
+    ASSERT_TRUE(program.waitForReply());
+    EXPECT_TRUE(searchPage.requests().isEmpty());
+    EXPECT_EQ(callerOf(u"web_search"_s)->searchEvent->status, SearchStatus::denied);
+}
+
+TEST_F(WindowTools, aStopWhileACardIsOpenRefuses) {
+    startProgram();
+    send(question);
+    ASSERT_TRUE(window().waitFor(u"Search"_s, AccessibleRole::pushButton));
+    ASSERT_TRUE(window().press(u"Stop generating"_s));
+    ASSERT_TRUE(window().waitUntilGone(u"Search"_s, AccessibleRole::pushButton));
+    ASSERT_TRUE(window().waitFor(u"Not searched: okra harvest in Tbilisi"_s, AccessibleRole::pushButton));
+    EXPECT_TRUE(searchPage.requests().isEmpty());
+}
+
+TEST_F(WindowTools, aFactIsKeptAndTheNextChatKnowsIt) {
+    startProgram();
+    send(u"Remember that I like kumquats"_s);
+    ASSERT_TRUE(window().waitFor(u"Remember"_s, AccessibleRole::pushButton));
+    EXPECT_EQ(readMemory(), QString());
+    ASSERT_TRUE(window().press(u"Remember"_s));
+    ASSERT_TRUE(program.waitForReply());
+    EXPECT_EQ(readMemory(), u"- User likes kumquats"_s);
+    ASSERT_TRUE(window().press(u"New Chat"_s));
+    ASSERT_TRUE(window().waitUntilGone(u"Copy"_s, AccessibleRole::pushButton));
+    send(u"What do I like?"_s);
+    ASSERT_TRUE(waitForText());
+    ASSERT_TRUE(program.waitForReply());
+    EXPECT_TRUE(window().said(u"Ostrelin"_s).value(0).contains(u"kumquats"_s))
+        << window().said(u"Ostrelin"_s).join(u'\n').toStdString();
+}
+
+TEST_F(WindowTools, aFactIsTurnedDown) {
+    startProgram();
+    send(u"Remember that I like kumquats"_s);
+    ASSERT_TRUE(window().waitFor(u"Not now"_s, AccessibleRole::pushButton));
+    ASSERT_TRUE(window().press(u"Not now"_s));
+    ASSERT_TRUE(program.waitForReply());
+    EXPECT_EQ(readMemory(), QString());
+}
+
+TEST_F(WindowTools, aPageIsTurnedDown) {
+    startProgram();
+    send(u"Make a page about falconry"_s);
+    ASSERT_TRUE(window().waitFor(u"No"_s, AccessibleRole::pushButton));
+    ASSERT_TRUE(window().press(u"No"_s));
+    ASSERT_TRUE(program.waitForReply());
+    for (const Message &message : savedChat().messages)
+        EXPECT_FALSE(message.page);
+}
