@@ -17,6 +17,10 @@ inline constexpr qsizetype maxAttachmentCharacters = 60'000;
 /// text, RTF, data and markup, source code. Any thread.
 const QStringList &attachmentNamePatterns();
 
+/// True for a file of a name like that; where the name has no suffix, for one that begins as a text does.
+/// Any thread.
+bool isAttachable(const QString &path);
+
 /// Reads the file at `path` as text; nothing if it can't be read, isn't a regular file or has no text.
 ///
 /// A file named *.rtf gives its plain text. Any other, and one that isn't RTF after all, is in the encoding

@@ -49,6 +49,33 @@ TEST_F(AttachmentsTest, aFileIsItsNameAndItsText) {
     EXPECT_NE(attachment->id, importAttachment(file)->id);
 }
 
+TEST_F(AttachmentsTest, aNameTellsAFileOfText) {
+    for (const char *suffix :
+         {"txt", "rtf", "json", "jsonl", "ipynb", "xml",  "svg", "xhtml", "xsl", "xsd", "plist", "html",
+          "csv", "tsv", "md",   "yaml",  "cpp",   "dart", "vb",  "py",    "csh", "ksh", "YML"})
+        EXPECT_TRUE(isAttachable(path(u"any thing."_s + QLatin1StringView(suffix)))) << suffix;
+    for (const char *name : {"a.png", "a.pdf", "a.docx", "a.txt.gz", "atxt", ".txt"})
+        EXPECT_FALSE(isAttachable(path(QString::fromLatin1(name)))) << name;
+}
+
+TEST_F(AttachmentsTest, whereTheNameHasNoSuffixItsStartTells) {
+    for (const char *name : {"Makefile", "LICENSE", ".gitignore", ".env"})
+        EXPECT_TRUE(isAttachable(fileOf("all:\n\techo \xC3\xA4\x1B[0m\r\n\f", QString::fromLatin1(name))))
+            << name;
+    EXPECT_TRUE(isAttachable(fileOf(QByteArray("\xFF\xFEh\0i\0", 6), u"utf16"_s)));
+    EXPECT_TRUE(isAttachable(fileOf("\xE9t\xE9", u"latin1"_s)));
+    EXPECT_TRUE(isAttachable(fileOf(QByteArray(4095, 'a') + "\xC3\xA4", u"cut"_s)))
+        << "in the midst of a character";
+    EXPECT_FALSE(isAttachable(fileOf(QByteArray("\x7F"
+                                                "ELF\x02\x01\x01\0\0",
+                                                9),
+                                     u"program"_s)));
+    EXPECT_FALSE(isAttachable(fileOf(QByteArray("a\0b", 3), u".data"_s)));
+    EXPECT_FALSE(isAttachable(fileOf({}, u"empty"_s)));
+    EXPECT_FALSE(isAttachable(path(u"missing"_s)));
+    EXPECT_FALSE(isAttachable(path({}))) << "a folder";
+}
+
 TEST_F(AttachmentsTest, whiteSpaceAtTheEndsGoes) {
     EXPECT_EQ(textOf("\r\n \t one\n\n two \xC2\xA0\xE2\x80\xA8\n"), u"one\n\n two"_s);
 }
