@@ -1,13 +1,13 @@
 #include "screens/AttachmentChip.h"
 
 #include "screens/Look.h"
+#include "screens/PlainTip.h"
 #include "screens/Style.h"
 #include "screens/SymbolButton.h"
 
 #include <QFontMetrics>
 #include <QHelpEvent>
 #include <QPainter>
-#include <QTextDocument>
 #include <QToolTip>
 
 #include <algorithm>
@@ -69,10 +69,9 @@ void AttachmentChip::resizeEvent(QResizeEvent *) {
 bool AttachmentChip::event(QEvent *event) {
     if (event->type() != QEvent::ToolTip)
         return QWidget::event(event);
-    // A name may look like markup, which a tool tip would follow.
     const bool isCut = shownName() != m_name.simplified();
-    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
-                       isCut ? Qt::convertFromPlainText(m_name) : QString(), this);
+    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), isCut ? plainTip(m_name) : QString(),
+                       this);
     return true;
 }
 

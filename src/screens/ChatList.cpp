@@ -2,6 +2,7 @@
 
 #include "pages/drawing/Focus.h"
 #include "screens/HouseStyle.h"
+#include "screens/PlainTip.h"
 #include "screens/ShownTitle.h"
 #include "screens/Spring.h"
 #include "screens/Style.h"
@@ -62,7 +63,7 @@ public:
                    const QModelIndex &index) override {
         const QString title = index.data().toString();
         const bool fits = QFontMetrics(font()).horizontalAdvance(title) <= placeOf(option.rect).width();
-        QToolTip::showText(event->globalPos(), fits ? QString() : title, &m_list, option.rect);
+        QToolTip::showText(event->globalPos(), fits ? QString() : plainTip(title), &m_list, option.rect);
         return true;
     }
 
@@ -219,6 +220,8 @@ void ChatList::focusInEvent(QFocusEvent *event) {
         m_showsFocus = isKeyboardReason(event->reason());
     if (const QModelIndex open = m_rows.indexOf(m_openID); !currentIndex().isValid() && open.isValid())
         setCurrentIndex(open);
+    if (m_showsFocus)
+        scrollTo(currentIndex());
     QListView::focusInEvent(event);
     viewport()->update();
 }

@@ -7,8 +7,10 @@
 #include "screens/ChatBar.h"
 #include "screens/ComposerView.h"
 #include "screens/EmptyState.h"
+#include "screens/LocalFiles.h"
 #include "screens/Look.h"
 #include "screens/MessageList.h"
+#include "screens/PageKeys.h"
 #include "screens/SearchHintCard.h"
 #include "screens/Style.h"
 #include "screens/Submission.h"
@@ -23,12 +25,20 @@
 #include <QStackedLayout>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 /// The composer's text takes at most this part of the window's height.
 constexpr int composerShare = 3;
+
+QStringList attachableFiles(const QStringList &paths) {
+    QStringList files;
+    std::copy_if(paths.begin(), paths.end(), std::back_inserter(files), isAttachable);
+    return files;
+}
 
 /// A widget in the middle, as wide as the column of messages and `outset` more on both sides.
 QLayout *inColumn(QWidget *widget, int outset, const QMargins &margins) {
@@ -63,6 +73,7 @@ ChatScreen::ChatScreen(AppState &app, const Look &look, Clock &clock, QWidget *p
 
 void ChatScreen::build() {
     setAcceptDrops(true);
+    m_composer->installEventFilter(this);
     constexpr int margin = style::columnMargin;
     constexpr int reach = style::shadowReach;
     m_middle = new QStackedLayout;
@@ -116,8 +127,10 @@ void ChatScreen::observe() {
 
 void ChatScreen::observeRows() {
     ChatController &chat = m_app.chat();
-    connect(m_list, &MessageList::copyRequested, this,
-            [](const QString &text) { QGuiApplication::clipboard()->setText(text); });
+    connect(m_list, &MessageList::copyRequested, this, [this](const QString &text) {
+        QGuiApplication::clipboard()->setText(text);
+        showToast(u"Copied"_s);
+    });
     connect(m_list, &MessageList::regenerateRequested, this, &ChatScreen::regenerate);
     connect(m_list, &MessageList::pageOpened, &chat, &ChatController::openPage);
     connect(m_list, &MessageList::pageRetried, &chat, &ChatController::retryPage);
@@ -138,8 +151,7 @@ void ChatScreen::observeComposer() {
     });
     connect(m_composer, &ComposerView::attachRequested, this,
             [this] { openAttachDialog(this, [this](const QStringList &paths) { attach(paths); }); });
-    connect(m_composer, &ComposerView::filesPasted, this,
-            [this](const QStringList &paths) { attach(attachableFiles(paths)); });
+    connect(m_composer, &ComposerView::filesPasted, this, &ChatScreen::takeFiles);
     connect(m_composer, &ComposerView::attachmentRemoved, this, &ChatScreen::removeAttachment);
 }
 
@@ -148,13 +160,24 @@ void ChatScreen::submit(const std::optional<QString> &text) {
     const Submission result = submission(text.value_or(m_draft), attachments, m_app.chat().isGenerating());
     if (result.kind == Submission::Kind::refuse)
         return showToast(result.text);
-    m_draft.clear();
-    m_composer->setText(m_draft);
-    setAttachments({});
+    clearDraft();
     m_app.chat().send(result.text, m_thinkMode == ThinkMode::off ? Thinking::off : Thinking::on, attachments);
     if (m_thinkMode == ThinkMode::nextReply)
         setThinkMode(ThinkMode::off);
     focusComposer();
+}
+
+void ChatScreen::clearDraft() {
+    m_draft.clear();
+    m_composer->setText(m_draft);
+    setAttachments({});
+}
+
+void ChatScreen::takeFiles(const QStringList &paths) {
+    const QStringList files = attachableFiles(paths);
+    attach(files);
+    if (files.size() < paths.size())
+        showToast(u"Only text files can be attached."_s);
 }
 
 void ChatScreen::attach(const QStringList &paths) {
@@ -203,7 +226,6 @@ void ChatScreen::enableSearch() {
 }
 
 void ChatScreen::showToast(const QString &text) {
-    placeToast();
     m_toast->showText(text);
 }
 
@@ -230,6 +252,11 @@ void ChatScreen::refresh() {
                               .responseSpeed = m_app.settings().responseSpeed}));
     if (m_model.conversationID == before)
         return;
+    // Only where everything has been deleted there is no chat.
+    if (m_model.conversationID.isNull()) {
+        clearDraft();
+        setThinkMode(ThinkMode::off);
+    }
     focusComposer();
     Q_EMIT chatChanged();
 }
@@ -254,12 +281,10 @@ void ChatScreen::setModel(const ChatScreenModel &model) {
 
 void ChatScreen::resizeEvent(QResizeEvent *) {
     m_composer->setMaximumTextHeight(height() / composerShare);
-    placeToast();
 }
 
 void ChatScreen::keyPressEvent(QKeyEvent *event) {
-    // The composer has one page; these keys mean the messages above it.
-    if (MessageList::isPageKey(event->key()))
+    if (isPageKey(event->key()))
         m_list->movePages(event->key() == Qt::Key_PageUp ? -1 : 1);
     else
         QWidget::keyPressEvent(event);
@@ -287,7 +312,13 @@ void ChatScreen::dropEvent(QDropEvent *event) {
     m_composer->setIsTarget(false);
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    attach(attachableFiles(filesIn(*event->mimeData())));
+    takeFiles(filesIn(*event->mimeData()));
+}
+
+bool ChatScreen::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::Move || event->type() == QEvent::Resize)
+        placeToast();
+    return QWidget::eventFilter(watched, event);
 }
 
 void ChatScreen::placeToast() {

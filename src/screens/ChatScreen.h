@@ -38,7 +38,7 @@ public:
     ThinkMode thinkMode() const { return m_thinkMode; }
     const QList<Attachment> &attachments() const { return m_attachments; }
 
-    /// Adds those of the files that are text to the next message, in this order; of others nothing is said.
+    /// Adds those of the files that have text to the next message, in this order; of others nothing is said.
     void attach(const QStringList &paths);
 
     /// Shows that state.
@@ -55,6 +55,7 @@ protected:
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dragLeaveEvent(QDragLeaveEvent *event) override;
     void dropEvent(QDropEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void build();
@@ -69,6 +70,8 @@ private:
     void setThinkMode(ThinkMode mode);
     void setAttachments(const QList<Attachment> &attachments);
     void removeAttachment(const QUuid &id);
+    void takeFiles(const QStringList &paths);
+    void clearDraft();
     void placeToast();
 
     AppState &m_app;

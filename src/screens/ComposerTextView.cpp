@@ -1,14 +1,17 @@
 #include "screens/ComposerTextView.h"
 
-#include "screens/AttachDialog.h"
+#include "screens/LocalFiles.h"
 #include "screens/Look.h"
-#include "screens/MessageList.h"
+#include "screens/PageKeys.h"
 
 #include <QDragEnterEvent>
 #include <QGuiApplication>
 #include <QInputMethod>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextLayout>
 
 #include <cmath>
 
@@ -48,12 +51,12 @@ int ComposerTextView::naturalHeight() const {
 }
 
 void ComposerTextView::keyPressEvent(QKeyEvent *event) {
-    if (MessageList::isPageKey(event->key()))
+    if (leavesKey(*event))
         return event->ignore();
     if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
         return QTextEdit::keyPressEvent(event);
     event->accept();
-    if (m_isComposing)
+    if (!composedText().isEmpty())
         QGuiApplication::inputMethod()->commit();
     else if (event->modifiers().testFlag(Qt::ShiftModifier))
         insertPlainText(u"\n"_s);
@@ -62,9 +65,23 @@ void ComposerTextView::keyPressEvent(QKeyEvent *event) {
     ensureCursorVisible();
 }
 
-void ComposerTextView::inputMethodEvent(QInputMethodEvent *event) {
-    m_isComposing = !event->preeditString().isEmpty();
-    QTextEdit::inputMethodEvent(event);
+bool ComposerTextView::leavesKey(const QKeyEvent &event) const {
+    const bool selects = event.modifiers().testFlag(Qt::ShiftModifier);
+    return isPageKey(event.key()) && !selects && verticalScrollBar()->maximum() == 0;
+}
+
+void ComposerTextView::focusOutEvent(QFocusEvent *event) {
+    QTextEdit::focusOutEvent(event);
+    // An input method that hasn't ended by now won't: what it has composed stays as it is.
+    if (const QString composed = composedText(); !composed.isEmpty()) {
+        QInputMethodEvent end;
+        end.setCommitString(composed);
+        inputMethodEvent(&end);
+    }
+}
+
+QString ComposerTextView::composedText() const {
+    return textCursor().block().layout()->preeditAreaText();
 }
 
 void ComposerTextView::dragEnterEvent(QDragEnterEvent *event) {

@@ -4,8 +4,9 @@
 
 class Look;
 
-/// The field in which a message is written. Return sends, Shift and Return breaks the line. Only plain text
-/// comes in by pasting or dropping; pasted files are told of, and dropped ones left to what is around.
+/// The field in which a message is written. Return sends, Shift and Return breaks the line. Page keys are
+/// left to what is around while all of the text is in sight. Only plain text comes in by pasting or dropping;
+/// pasted files are told of, and dropped ones left to what is around.
 class ComposerTextView : public QTextEdit {
     Q_OBJECT
 
@@ -30,13 +31,15 @@ Q_SIGNALS:
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
-    void inputMethodEvent(QInputMethodEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
     void insertFromMimeData(const QMimeData *source) override;
     bool canInsertFromMimeData(const QMimeData *source) const override;
 
 private:
     void takeLook();
+    /// What an input method composes now; empty while it doesn't.
+    QString composedText() const;
+    bool leavesKey(const QKeyEvent &event) const;
 
     const Look &m_look;
-    bool m_isComposing = false;
 };

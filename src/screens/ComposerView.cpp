@@ -13,6 +13,7 @@
 #include <QAbstractTextDocumentLayout>
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QTextDocument>
 #include <QVBoxLayout>
@@ -145,6 +146,13 @@ void ComposerView::paintEvent(QPaintEvent *) {
 
 void ComposerView::mousePressEvent(QMouseEvent *) {
     m_text->setFocus(Qt::MouseFocusReason);
+}
+
+void ComposerView::keyPressEvent(QKeyEvent *event) {
+    if (event->key() == Qt::Key_Escape && !m_stop->isHidden())
+        Q_EMIT stopRequested();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 bool ComposerView::eventFilter(QObject *watched, QEvent *event) {

@@ -17,7 +17,8 @@ class ThinkModeChip;
 
 /// The box at the bottom of the chat: the files that wait to be sent, the field, the chips for speed and
 /// thinking, and the buttons that attach, send and stop. It grows with what is written, up to a share of the
-/// window, and then scrolls. It shows what it is given and tells what is pressed; the screen decides.
+/// window, and then scrolls. Escape stops a reply. It shows what it is given and tells what is pressed; the
+/// screen decides.
 class ComposerView : public QWidget {
     Q_OBJECT
 
@@ -59,6 +60,7 @@ Q_SIGNALS:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:

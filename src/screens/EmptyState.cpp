@@ -26,6 +26,7 @@ EmptyState::EmptyState(const Look &look, QWidget *parent)
     heading->setText(u"What can I help you with?"_s);
     heading->setAlignment(Qt::AlignCenter);
     m_hint->setAlignment(Qt::AlignCenter);
+    m_hint->setContentsMargins(0, style::spaceSmall, 0, 0);
 
     auto *content = new QWidget;
     auto *column = new QVBoxLayout(content);

@@ -1,8 +1,11 @@
 #include "screens/Label.h"
 
 #include "screens/Look.h"
+#include "screens/PlainTip.h"
 
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 
 Label::Label(const Look &look, TextStyle style, Ink ink, Fit fit, QWidget *parent)
     : QLabel(parent),
@@ -25,8 +28,19 @@ void Label::paintEvent(QPaintEvent *event) {
     if (m_fit != Fit::elided)
         return QLabel::paintEvent(event);
     QPainter painter(this);
-    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
-    painter.drawText(rect(), int(alignment()) | Qt::TextSingleLine, shown);
+    painter.drawText(rect(), int(alignment()) | Qt::TextSingleLine, shownText());
+}
+
+bool Label::event(QEvent *event) {
+    if (m_fit != Fit::elided || event->type() != QEvent::ToolTip)
+        return QLabel::event(event);
+    const QString tip = shownText() == text() ? QString() : plainTip(text());
+    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), tip, this);
+    return true;
+}
+
+QString Label::shownText() const {
+    return fontMetrics().elidedText(text(), Qt::ElideRight, width());
 }
 
 void Label::takeLook() {

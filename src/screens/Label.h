@@ -15,7 +15,7 @@ public:
     enum class Fit {
         natural, ///< as wide as the text
         wrapped, ///< over several lines where it must
-        elided,  ///< one line, shortened at its end where it must
+        elided,  ///< one line, shortened at its end where it must; a tool tip shows all of it then
     };
 
     /// `look` must outlive this object.
@@ -26,9 +26,12 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    bool event(QEvent *event) override;
 
 private:
     void takeLook();
+    /// What there is room for.
+    QString shownText() const;
 
     const Look &m_look;
     const TextStyle m_style;

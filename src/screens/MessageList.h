@@ -37,9 +37,6 @@ public:
     /// Moves by a page, up if `pages` is negative.
     void movePages(int pages);
 
-    /// True if a key moves within the list, rather than being meant for somebody else.
-    static bool isPageKey(int key) { return key == Qt::Key_PageUp || key == Qt::Key_PageDown; }
-
 Q_SIGNALS:
     /// The person wants to have this text on the clipboard.
     void copyRequested(const QString &text);

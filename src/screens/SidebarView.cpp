@@ -8,6 +8,7 @@
 #include "screens/Look.h"
 #include "screens/RangeMenu.h"
 #include "screens/Style.h"
+#include "screens/SwitchRow.h"
 #include "screens/SymbolButton.h"
 #include "screens/WideButton.h"
 
@@ -38,14 +39,14 @@ SidebarView::SidebarView(AppState &app, const Look &look, Clock &clock, QWidget 
       m_list(new ChatList(look, this)),
       m_emptyText(new Label(look, TextStyle::caption, Label::Ink::secondary, Label::Fit::wrapped, this)),
       m_searchRow(new QWidget(this)),
-      m_offline(new CheckToggle(look, u"Offline Mode"_s)),
-      m_switchRow(makeSwitchRow()),
+      m_offline(new SwitchRow(look, u"Offline Mode"_s)),
       m_searchRemark(new Label(look, TextStyle::caption, Label::Ink::secondary, Label::Fit::wrapped)) {
     m_searchRemark->setText(u"Web search needs a larger model."_s);
     build();
     observe();
     m_rangeMenu->setRange(m_range);
     followConversation();
+    refresh();
     m_days.start([this](std::stop_token stop) { return followDays(stop); });
 }
 
@@ -64,23 +65,12 @@ QLayout *SidebarView::makeToolbar() {
     return row;
 }
 
-QWidget *SidebarView::makeSwitchRow() {
-    auto *row = new QWidget;
-    auto *name = new Label(m_look, TextStyle::callout, Label::Ink::main, Label::Fit::elided, row);
-    name->setText(u"Offline Mode"_s);
-    auto *line = new QHBoxLayout(row);
-    line->setContentsMargins(0, 0, 0, 0);
-    line->addWidget(name, 1);
-    line->addWidget(m_offline);
-    return row;
-}
-
 void SidebarView::build() {
     constexpr int padding = style::space;
     constexpr int inset = style::chatRowPadding;
     auto *bottom = new QVBoxLayout(m_searchRow);
     bottom->setContentsMargins(inset, style::space, inset - style::spaceTiny, style::space);
-    bottom->addWidget(m_switchRow);
+    bottom->addWidget(m_offline);
     bottom->addWidget(m_searchRemark);
     m_emptyText->setContentsMargins(inset, style::spaceSmall, inset, 0);
     auto *column = new QVBoxLayout(this);
@@ -106,7 +96,7 @@ void SidebarView::observe() {
     connect(m_list, &ChatList::chosen, this, &SidebarView::open);
     connect(m_list, &ChatList::renameRequested, this, &SidebarView::renameRequested);
     connect(m_list, &ChatList::deleteRequested, &chat, &ChatController::deleteConversation);
-    connect(m_offline, &CheckToggle::turned, this, &SidebarView::setOffline);
+    connect(m_offline->toggle(), &CheckToggle::turned, this, &SidebarView::setOffline);
 }
 
 void SidebarView::setRange(SessionRange range) {
@@ -130,8 +120,10 @@ void SidebarView::followConversation() {
     // A reply that streams changes the chat many times a second; what is listed stays.
     const auto &chat = m_app.chat().conversation();
     const QUuid id = chat ? chat->id : QUuid();
-    if (std::exchange(m_openID, id) != id)
-        refresh();
+    if (std::exchange(m_openID, id) == id)
+        return;
+    // A chat may be on screen a moment before it is listed, and the marker glides to a row that is there.
+    QMetaObject::invokeMethod(this, &SidebarView::refresh, Qt::QueuedConnection);
 }
 
 void SidebarView::refresh() {
@@ -148,8 +140,8 @@ void SidebarView::setModel(const SidebarModel &model) {
     m_list->setVisible(model.emptyText.isEmpty());
     m_emptyText->setText(model.emptyText);
     m_emptyText->setVisible(!model.emptyText.isEmpty());
-    m_offline->setOn(model.isOffline);
-    m_switchRow->setVisible(model.offersSearch);
+    m_offline->toggle()->setOn(model.isOffline);
+    m_offline->setVisible(model.offersSearch);
     m_searchRemark->setVisible(!model.offersSearch);
 }
 

@@ -7,11 +7,11 @@
 
 class AppState;
 class ChatList;
-class CheckToggle;
 class Clock;
 class Label;
 class Look;
 class RangeMenu;
+class SwitchRow;
 
 /// The column beside the chat: a new chat, the settings, the saved chats of a range of days, and the
 /// switch that cuts the program off from the web.
@@ -39,7 +39,6 @@ protected:
 
 private:
     QLayout *makeToolbar();
-    QWidget *makeSwitchRow();
     void build();
     void observe();
     void refresh();
@@ -59,8 +58,7 @@ private:
     ChatList *m_list;
     Label *m_emptyText;
     QWidget *m_searchRow;
-    CheckToggle *m_offline;
-    QWidget *m_switchRow;
+    SwitchRow *m_offline;
     Label *m_searchRemark;
     TaskHandle m_days;
 };

@@ -5,9 +5,12 @@
 #include "support/Await.h"
 
 #include <QContextMenuEvent>
+#include <QHelpEvent>
 #include <QMenu>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QTextDocumentFragment>
+#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -40,6 +43,15 @@ protected:
     QRect frame(int index) const { return list.frameOf(chats.at(index).id); }
 
     void clickOn(int index) { QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, frame(index).center()); }
+
+    /// The tool tip of a row as it is read; empty if there is none.
+    QString tipOf(int index) {
+        show(-1);
+        const QPoint place = frame(index).center();
+        QHelpEvent event(QEvent::ToolTip, place, list.viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(list.viewport(), &event);
+        return QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText();
+    }
 
     /// The menu that is open, and what it offers.
     QMenu *menu() const { return list.findChild<QMenu *>(); }
@@ -272,6 +284,26 @@ TEST_F(ChatListTest, theMenuIsAboutItsChatWhateverTheListDoes) {
     show(0);
     entry(u"Delete"_s)->trigger();
     EXPECT_EQ(deletions.last().first().toUuid(), meant);
+}
+
+TEST_F(ChatListTest, onlyATitleThatIsCutHasATip) {
+    EXPECT_EQ(tipOf(1), QString());
+    chats[0].title = u"<img src='http://example.org/'> &amp; "_s.repeated(3);
+    EXPECT_EQ(tipOf(0), chats.at(0).title.simplified());
+    chats[0].title = u"word "_s.repeated(200);
+    EXPECT_LT(tipOf(0).size(), 400);
+    EXPECT_TRUE(tipOf(0).endsWith(u'…'));
+}
+
+TEST_F(ChatListTest, tabLeadsToARowThatIsInSight) {
+    chats = many(100);
+    show(3);
+    list.verticalScrollBar()->setValue(1000);
+    list.setFocus(Qt::MouseFocusReason);
+    EXPECT_EQ(list.verticalScrollBar()->value(), 1000) << "a click leaves what it is on";
+    other.setFocus();
+    list.setFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(list.viewport()->rect().contains(frame(3)));
 }
 
 TEST_F(ChatListTest, f2Renames) {

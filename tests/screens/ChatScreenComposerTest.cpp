@@ -14,6 +14,7 @@
 #include <QGuiApplication>
 #include <QJsonArray>
 #include <QMimeData>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -76,6 +77,13 @@ protected:
         return screen.findChild<QFileDialog *>();
     }
 
+    void chooseNothingIn(const QString &where) {
+        QFileDialog *dialog = openedDialog();
+        dialog->setDirectory(where);
+        dialog->reject();
+        ASSERT_TRUE(eventually([this] { return !screen.findChild<QFileDialog *>(); }));
+    }
+
     static std::unique_ptr<QMimeData> data(const QStringList &paths) {
         auto data = std::make_unique<QMimeData>();
         QList<QUrl> urls;
@@ -83,6 +91,11 @@ protected:
             urls.append(QUrl::fromLocalFile(path));
         data->setUrls(urls);
         return data;
+    }
+
+    void paste(const QStringList &paths) {
+        QGuiApplication::clipboard()->setMimeData(data(paths).release());
+        QTest::keyClick(field(), Qt::Key_V, Qt::ControlModifier);
     }
 
     /// Drags that over the widget and drops it there; what becomes of it, or IgnoreAction if it isn't taken.
@@ -291,10 +304,85 @@ TEST_F(ChatScreenComposerTest, droppedTextGoesIntoTheField) {
 }
 
 TEST_F(ChatScreenComposerTest, pastedFilesAreAttached) {
-    QGuiApplication::clipboard()->setMimeData(data({file(u"a.txt"_s), file(u"b.png"_s)}).release());
-    QTest::keyClick(field(), Qt::Key_V, Qt::ControlModifier);
+    paste({file(u"a.txt"_s), file(u"b.png"_s)});
     EXPECT_EQ(waiting(), QStringList(u"a.txt"_s));
     EXPECT_EQ(field()->writtenText(), QString());
+}
+
+TEST_F(ChatScreenComposerTest, whereAFileIsNotTakenItIsSaid) {
+    const QString note = u"Only text files can be attached."_s;
+    paste({file(u"b.png"_s)});
+    EXPECT_EQ(waiting(), QStringList());
+    EXPECT_EQ(toast(), note);
+    clock.advance(3s);
+    QCoreApplication::processEvents();
+    paste({file(u"Makefile"_s), file(u".gitignore"_s), file(u"empty.txt"_s, {})});
+    EXPECT_EQ(waiting(), (QStringList{u"Makefile"_s, u".gitignore"_s}));
+    EXPECT_EQ(toast(), QString());
+    drop(&screen, *data({file(u"a.txt"_s), file(u"b.png"_s)}));
+    EXPECT_EQ(toast(), note);
+}
+
+TEST_F(ChatScreenComposerTest, theFirstDialogBeginsWithTheDocuments) {
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const QString wanted = QDir(documents).exists() ? documents : QDir::homePath();
+    ASSERT_NE(QDir(wanted), QDir::current());
+    // As at the start of the program, whatever dialogs there were before.
+    chooseNothingIn(QDir::currentPath());
+    EXPECT_EQ(openedDialog()->directory(), QDir(wanted));
+}
+
+TEST_F(ChatScreenComposerTest, theNextDialogBeginsWhereThePersonWas) {
+    chooseNothingIn(files.path());
+    EXPECT_EQ(openedDialog()->directory(), QDir(files.path()));
+}
+
+TEST_F(ChatScreenComposerTest, whereEverythingIsDeletedTheDraftIsTooAndNowhereElse) {
+    field()->setWrittenText(u"a secret"_s);
+    screen.attach({file(u"a.txt"_s)});
+    press(u"Think longer"_s);
+    app.resolveModel();
+    app.chat().newChat();
+    EXPECT_EQ(screen.draft(), u"a secret"_s);
+    EXPECT_EQ(waiting(), QStringList(u"a.txt"_s));
+    EXPECT_EQ(screen.thinkMode(), ThinkMode::nextReply);
+    app.deleteEverything();
+    EXPECT_EQ(screen.draft(), QString());
+    EXPECT_EQ(field()->writtenText(), QString());
+    EXPECT_EQ(waiting(), QStringList());
+    EXPECT_TRUE(screen.attachments().isEmpty());
+    EXPECT_EQ(screen.thinkMode(), ThinkMode::off);
+}
+
+TEST_F(ChatScreenComposerTest, theToastStandsOverTheBoxHoweverItGrows) {
+    auto *notice = screen.findChild<Toast *>();
+    const auto gap = [&] {
+        QCoreApplication::processEvents();
+        const QWidget *composer = field()->parentWidget();
+        return composer->y() + style::shadowReach - (notice->geometry().bottom() + 1);
+    };
+    screen.showToast(u"Hello"_s);
+    const int before = gap();
+    EXPECT_EQ(before, 11);
+    EXPECT_NEAR(notice->geometry().center().x(), screen.width() / 2, 1);
+    field()->setWrittenText(u"a\n"_s.repeated(20));
+    EXPECT_EQ(gap(), before);
+    screen.attach({file(u"a.txt"_s)});
+    EXPECT_EQ(gap(), before);
+    screen.resize(900, 700);
+    EXPECT_EQ(gap(), before);
+    EXPECT_NEAR(notice->geometry().center().x(), 450, 1);
+}
+
+TEST_F(ChatScreenComposerTest, escapeInTheComposerStopsTheReply) {
+    QTest::keyClick(field(), Qt::Key_Escape);
+    engine.answer(Script().content(u"Hel"_s).hold());
+    screen.submit(u"Hi"_s);
+    ASSERT_TRUE(eventually([this] { return screen.model().rows.value(1).text == u"Hel"_s; }));
+    field()->setWrittenText(u"And"_s);
+    QTest::keyClick(field(), Qt::Key_Escape);
+    EXPECT_FALSE(app.chat().isGenerating());
+    EXPECT_EQ(field()->writtenText(), u"And"_s);
 }
 
 TEST_F(ChatScreenComposerTest, aShortageOfMemoryHasABannerThatStays) {

@@ -197,6 +197,7 @@ TEST_F(ChatScreenTest, aReplyIsCopiedAsItWasWritten) {
     finishTurn();
     click(buttonNamed(screen, u"Copy"_s));
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"**Hel**lo."_s);
+    EXPECT_EQ(toast(), u"Copied"_s);
 }
 
 TEST_F(ChatScreenTest, theLastReplyIsRegenerated) {
@@ -230,6 +231,27 @@ TEST_F(ChatScreenTest, pageKeysInTheComposerMoveTheMessages) {
     EXPECT_FALSE(list()->followsEnd());
     QTest::keyClick(field(), Qt::Key_PageDown);
     EXPECT_TRUE(list()->followsEnd());
+}
+
+TEST_F(ChatScreenTest, aLongTextHasThePageKeysToItself) {
+    ChatScreenModel model = screen.model();
+    model.showsEmptyState = false;
+    for (int row = 0; row < 30; ++row)
+        model.rows.append({QUuid::createUuid(), MessageRowModel::Kind::assistant, u"text"_s});
+    screen.setModel(model);
+    field()->setWrittenText(u"a\n"_s.repeated(100));
+    field()->moveCursor(QTextCursor::End);
+    const int end = field()->textCursor().position();
+    QTest::keyClick(field(), Qt::Key_PageUp);
+    EXPECT_LT(field()->textCursor().position(), end - 4);
+    EXPECT_TRUE(list()->followsEnd());
+}
+
+TEST_F(ChatScreenTest, shiftAndAPageKeySelect) {
+    field()->setWrittenText(u"one\ntwo"_s);
+    field()->moveCursor(QTextCursor::End);
+    QTest::keyClick(field(), Qt::Key_PageUp, Qt::ShiftModifier);
+    EXPECT_TRUE(field()->textCursor().hasSelection());
 }
 
 TEST_F(ChatScreenTest, everyButtonHasANameAndAKeyboardWay) {

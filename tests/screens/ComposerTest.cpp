@@ -83,6 +83,16 @@ TEST_F(ComposerTextViewTest, returnDoesNotSendWhileAnInputMethodComposes) {
     EXPECT_EQ(submitted.count(), 1);
 }
 
+TEST_F(ComposerTextViewTest, whatAnInputMethodLeavesUnfinishedStays) {
+    QTest::keyClicks(&field, u"a"_s);
+    compose(u"にほ"_s);
+    field.clearFocus();
+    EXPECT_EQ(field.writtenText(), u"aにほ"_s);
+    field.setFocus();
+    QTest::keyClick(&field, Qt::Key_Return);
+    EXPECT_EQ(submitted.count(), 1);
+}
+
 TEST_F(ComposerTextViewTest, aHeldReturnSendsOnce) {
     QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_s, true);
     QCoreApplication::sendEvent(&field, &repeated);

@@ -41,6 +41,7 @@ protected:
     static bool isOnDisk(const QUuid &id) { return ChatStore().load(id).has_value(); }
     QUuid openID() { return app.chat().conversation()->id; }
     bool isMarked(const QUuid &id) const {
+        QCoreApplication::processEvents();
         return !list()->marker().isEmpty() && list()->marker() == QRectF(list()->frameOf(id));
     }
 
@@ -77,6 +78,27 @@ TEST_F(SidebarTest, newChatBeginsOneAndMarksIt) {
     EXPECT_TRUE(isMarked(openID()));
     EXPECT_EQ(listed(), (QStringList{u"New chat"_s, u"New chat"_s}));
     EXPECT_EQ(opened.count(), 1);
+}
+
+TEST_F(SidebarTest, theMarkerGlidesToAChatThatIsNew) {
+    const QDateTime past = clock.now().addDays(-1);
+    const QList<QUuid> older{addChat(u"One"_s, past), addChat(u"Two"_s, past), addChat(u"Three"_s, past)};
+    const auto markerGlides = [this] {
+        const double start = list()->marker().top();
+        EXPECT_GT(start, list()->frameOf(openID()).top()) << "it only sets out";
+        return eventually([this] { return isMarked(openID()); });
+    };
+    app.chat().openConversation(older.last());
+    EXPECT_TRUE(isMarked(older.last()));
+    look.setMotion(Motion::full);
+    clock.advance(1s);
+    click(buttonNamed(sidebar, u"New Chat"_s));
+    EXPECT_TRUE(markerGlides());
+    app.chat().openConversation(older.first());
+    EXPECT_TRUE(eventually([&] { return isMarked(older.first()); }));
+    clock.advance(1s);
+    app.chat().deleteConversation(older.first());
+    EXPECT_TRUE(markerGlides());
 }
 
 TEST_F(SidebarTest, theGearAsksForTheSettings) {
@@ -184,7 +206,7 @@ TEST_F(SidebarTest, aDayThatEndsTakesItsChatsAlong) {
     EXPECT_TRUE(reads(u"No chats today."_s));
 }
 
-TEST_F(SidebarTest, theMenuOfARowAsksForAnotherTitle) {
+TEST_F(SidebarTest, f2AsksForAnotherTitle) {
     const QUuid id = addChat(u"Morning"_s);
     QSignalSpy asked(&sidebar, &SidebarView::renameRequested);
     list()->setFocus(Qt::TabFocusReason);
@@ -222,6 +244,19 @@ TEST_F(SidebarTest, theSwitchCutsOffFromTheWebAndOpensItAgain) {
     click(offline());
     EXPECT_FALSE(offline()->isChecked());
     EXPECT_EQ(loadSettings().searchMode, SearchMode::always) << "not what it was before";
+}
+
+TEST_F(SidebarTest, aClickOnItsNameTurnsTheSwitch) {
+    const bool before = offline()->isChecked();
+    const auto labels = sidebar.findChildren<Label *>();
+    Label *name = *std::find_if(labels.begin(), labels.end(),
+                                [](const Label *label) { return label->text() == u"Offline Mode"_s; });
+    click(name);
+    EXPECT_NE(offline()->isChecked(), before);
+    QTest::mouseClick(name, Qt::RightButton);
+    QTest::mousePress(name, Qt::LeftButton);
+    QTest::mouseRelease(name, Qt::LeftButton, {}, QPoint(5, -200));
+    EXPECT_NE(offline()->isChecked(), before);
 }
 
 TEST_F(SidebarTest, theSwitchFollowsTheSettings) {
