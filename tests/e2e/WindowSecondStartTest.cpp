@@ -3,6 +3,7 @@
 #include "e2e/WindowFixture.h"
 #include "platform/AtomicFile.h"
 #include "records/Folders.h"
+#include "schedules/ScheduleStore.h"
 #include "support/EnvironmentVariable.h"
 
 using namespace Qt::StringLiterals;
@@ -74,6 +75,10 @@ TEST_F(WindowSecondStart, afterTheFirstHasEndedItIsAFirst) {
 }
 
 TEST_F(WindowSecondStart, theRunOfAScheduleHasNoWindowAndDisturbsNobody) {
+    const Schedule schedule{.id = QUuid(u"6D3A1C52-7C3B-4C0E-9B55-0D2F7E9F3B11"_s),
+                            .prompt = u"Hello!"_s,
+                            .runInBackground = true};
+    saveSchedules({schedule});
     startProgram();
     const qint64 engine = program.enginePid();
     QProcess run;
@@ -87,7 +92,10 @@ TEST_F(WindowSecondStart, theRunOfAScheduleHasNoWindowAndDisturbsNobody) {
     }));
     EXPECT_FALSE(hadWindow);
     EXPECT_EQ(run.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(run.exitCode(), 0);
     EXPECT_TRUE(isAlive(engine));
+    EXPECT_EQ(readFile(enginePidFile()), QByteArray::number(engine));
+    EXPECT_EQ(loadSchedules(), QList{schedule}) << "it has run beside the program";
 }
 
 TEST_F(WindowSecondStart, aRunWithoutAProperIdIsAnOrdinaryStart) {
