@@ -39,7 +39,7 @@ QJsonObject ScriptedEngine::Request::json() const {
 }
 
 // A plain thread rather than Qt's, whose beginning and end the thread sanitizer can't see.
-ScriptedEngine::ScriptedEngine() : m_thread([this] { run(); }) {
+ScriptedEngine::ScriptedEngine(const QString &host) : m_host(host), m_thread([this] { run(); }) {
     m_listening.get_future().wait();
 }
 
@@ -53,7 +53,7 @@ void ScriptedEngine::run() {
     Mailbox mailbox;
     QTcpServer server;
     QObject::connect(&server, &QTcpServer::newConnection, &mailbox, [this] { accept(); });
-    server.listen(QHostAddress::LocalHost);
+    server.listen(QHostAddress(m_host));
     m_mailbox = &mailbox;
     m_server = &server;
     m_port = server.serverPort();
@@ -62,7 +62,7 @@ void ScriptedEngine::run() {
 }
 
 QUrl ScriptedEngine::url() const {
-    return QUrl(QStringLiteral("http://127.0.0.1:%1").arg(m_port));
+    return QUrl(QStringLiteral("http://%1:%2").arg(m_host).arg(m_port));
 }
 
 void ScriptedEngine::answer(const Script &script) {

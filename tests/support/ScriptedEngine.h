@@ -29,7 +29,8 @@ public:
         QJsonObject json() const;
     };
 
-    ScriptedEngine();
+    /// Listens on a free port of one of this machine's addresses.
+    explicit ScriptedEngine(const QString &host = QStringLiteral("127.0.0.1"));
     ~ScriptedEngine();
     ScriptedEngine(const ScriptedEngine &) = delete;
     ScriptedEngine &operator=(const ScriptedEngine &) = delete;
@@ -66,6 +67,7 @@ private:
 
     void run();
 
+    const QString m_host;
     Mailbox *m_mailbox = nullptr;
     QTcpServer *m_server = nullptr;
     quint16 m_port = 0;

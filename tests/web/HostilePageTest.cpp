@@ -7,12 +7,12 @@
 
 using namespace Qt::StringLiterals;
 
-// Two megabytes that were made to take long. Nothing is expected but an end: what took time of the square
+// A megabyte that was made to take long. Nothing is expected but an end: what took time of the square
 // of a page would run for minutes to hours, and the test's time would be up.
 
 namespace {
 
-constexpr qsizetype size = 2'000'000;
+constexpr qsizetype size = 1'000'000;
 
 QString filled(const QString &unit) {
     return unit.repeated(size / unit.size());
