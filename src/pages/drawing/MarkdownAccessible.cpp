@@ -48,7 +48,7 @@ public:
     void setText(QAccessible::Text, const QString &) override {}
 
     QRect rect() const override {
-        const QRect area = m_part.area.translated(m_origin).toAlignedRect();
+        const QRect area = place();
         return m_widget ? QRect(m_widget->mapToGlobal(area.topLeft()), area.size()) : QRect();
     }
 
@@ -60,8 +60,7 @@ public:
         state.focused = state.focusable && m_widget && m_widget->hasFocus() &&
                         m_widget->focusedTarget() == placedTarget();
         state.invisible = !m_widget || !m_widget->isVisible();
-        state.offscreen = !state.invisible && !m_widget->visibleRegion().intersects(
-                                                  m_part.area.translated(m_origin).toAlignedRect());
+        state.offscreen = !state.invisible && !m_widget->visibleRegion().intersects(place());
         return state;
     }
 
@@ -104,6 +103,11 @@ public:
     }
 
 private:
+    /// In the widget.
+    QRect place() const {
+        return m_widget ? m_widget->inWidget(m_part.area.translated(m_origin)).toAlignedRect() : QRect();
+    }
+
     std::optional<Target> placedTarget() const {
         std::optional<Target> target = m_part.target;
         if (target)
@@ -154,6 +158,8 @@ public:
         if (kind != QAccessible::Name)
             return QAccessibleWidget::text(kind);
         QStringList names;
+        if (!widget()->accessibleName().isEmpty())
+            names.append(widget()->accessibleName());
         for (size_t index = 0; index < view().blockCount(); ++index)
             appendNames(view().block(index).spoken(), names);
         return names.join(u'\n');
@@ -171,7 +177,8 @@ public:
     }
     QAccessibleInterface *childAt(int x, int y) const override {
         const QPoint point = widget()->mapFromGlobal(QPoint(x, y));
-        return widget()->rect().contains(point) ? child(int(view().blockAt(point.y()))) : nullptr;
+        const double height = markdownWidget()->inView(point).y();
+        return widget()->rect().contains(point) ? child(int(view().blockAt(height))) : nullptr;
     }
     int indexOfChild(const QAccessibleInterface *searched) const override {
         for (size_t index = 0; index < m_blocks.size(); ++index) {

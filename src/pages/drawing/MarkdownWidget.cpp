@@ -55,35 +55,51 @@ bool isStill(const std::optional<Target> &target, const std::optional<Target> &b
 } // namespace
 
 MarkdownWidget::MarkdownWidget(const DrawingTheme &theme, QWidget *parent)
+    : MarkdownWidget(std::make_unique<MarkdownView>(theme, QMargins() + figure::reach), parent) {}
+
+MarkdownWidget::MarkdownWidget(std::unique_ptr<MarkdownView> view, QWidget *parent)
     : SelectableWidget(parent),
-      m_view(theme, QMargins() + figure::reach) {
+      m_view(std::move(view)),
+      m_scaled(*m_view) {
     markdownAccessible::install();
     setMouseTracking(true);
 }
 
 void MarkdownWidget::setText(const QString &text) {
-    if (text == m_view.text())
+    if (text == m_view->text())
         return;
-    const double before = m_view.height();
-    const double changed = m_view.setText(text);
+    const double before = m_view->height();
+    const double changed = m_view->setText(text);
     keepSelectionInside();
-    const double bottom = std::max(before, m_view.height());
-    update(0, int(changed), width(), int(std::ceil(bottom - changed)) + 1);
-    tellChange(m_view.blockAt(changed));
+    const double bottom = std::max(before, m_view->height());
+    update(inWidget({0, changed, m_view->width(), bottom - changed}).toAlignedRect());
+    tellChange(m_view->blockAt(changed));
 }
 
 void MarkdownWidget::setTheme(const DrawingTheme &theme) {
-    m_view.setTheme(theme);
+    m_view->setTheme(theme);
     update();
     tellChange(0);
 }
 
 int MarkdownWidget::layIn(int width) {
-    if (m_view.width() != width) {
-        m_view.layIn(width);
+    if (m_view->width() != width) {
+        m_view->layIn(width);
         tellChange(0);
     }
-    return int(m_view.height());
+    return int(m_view->height());
+}
+
+void MarkdownWidget::setScale(double scale) {
+    if (m_scaled.scale() == scale)
+        return;
+    m_scaled.setScale(scale);
+    update();
+    tellChange(0);
+}
+
+QRectF MarkdownWidget::inWidget(const QRectF &area) const {
+    return {area.topLeft() * scale(), area.size() * scale()};
 }
 
 void MarkdownWidget::tellChange(size_t firstBlock) {
@@ -97,13 +113,13 @@ void MarkdownWidget::tellChange(size_t firstBlock) {
 }
 
 QSize MarkdownWidget::sizeHint() const {
-    return {int(m_view.width()), int(m_view.height())};
+    return inWidget({0, 0, m_view->width(), m_view->height()}).size().toSize();
 }
 
 std::optional<Target> MarkdownWidget::focusedTarget() const {
     if (m_focusedTarget < 0)
         return std::nullopt;
-    const QList<Target> targets = m_view.targets();
+    const QList<Target> targets = m_view->targets();
     return m_focusedTarget < targets.size() ? std::optional(targets.at(m_focusedTarget)) : std::nullopt;
 }
 
@@ -117,7 +133,7 @@ void MarkdownWidget::press(const Target &target) {
 void MarkdownWidget::fillMenu(QMenu &menu, const QPoint &point) {
     SelectableWidget::fillMenu(menu, point);
     const std::optional<Target> focused = focusedTarget();
-    const std::optional<Target> target = focused ? focused : m_view.targetAt(point);
+    const std::optional<Target> target = focused ? focused : targetAt(point);
     if (!isLink(target))
         return;
     menu.addAction(u"Copy Link"_s, this, [address = QString::fromLatin1(target->address.toEncoded())] {
@@ -134,15 +150,15 @@ bool MarkdownWidget::focusNextPrevChild(bool next) {
 
 bool MarkdownWidget::focusTarget(Step step) {
     const int target = m_focusedTarget + (step == Step::forth ? 1 : -1);
-    const QList<Target> targets = m_view.targets();
+    const QList<Target> targets = m_view->targets();
     // Before the first one comes the text itself.
     const bool isInside = m_focusedTarget >= 0 ? target >= -1 : step == Step::forth;
     if (!isInside || target >= targets.size())
         return false;
     m_focusedTarget = target;
     showFocus();
-    const QRectF area = target < 0 ? m_view.caretAt(selection().caret) : around(targets.at(target));
-    Q_EMIT caretMoved(area.toAlignedRect());
+    const QRectF area = target < 0 ? m_view->caretAt(selection().caret) : around(targets.at(target));
+    Q_EMIT caretMoved(inWidget(area).toAlignedRect());
     markdownAccessible::tellFocus(this);
     return true;
 }
@@ -156,9 +172,10 @@ bool MarkdownWidget::event(QEvent *event) {
     if (event->type() != QEvent::ToolTip)
         return SelectableWidget::event(event);
     const auto *help = static_cast<QHelpEvent *>(event);
-    const std::optional<Target> target = m_view.targetAt(help->pos());
+    const std::optional<Target> target = targetAt(help->pos());
     if (isLink(target))
-        QToolTip::showText(help->globalPos(), tipOf(target->address), this, around(*target).toAlignedRect());
+        QToolTip::showText(help->globalPos(), tipOf(target->address), this,
+                           inWidget(around(*target)).toAlignedRect());
     else
         QToolTip::hideText();
     return true;
@@ -166,8 +183,10 @@ bool MarkdownWidget::event(QEvent *event) {
 
 void MarkdownWidget::paintEvent(QPaintEvent *event) {
     QPainter painter(this);
+    painter.scale(scale(), scale());
+    const QRectF clip(inView(event->rect().topLeft()), QSizeF(event->rect().size()) / scale());
+    m_view->draw(painter, clip, selection());
     drawButtonGround(painter);
-    m_view.draw(painter, event->rect(), selection());
     if (showsFocus())
         drawFocus(painter);
 }
@@ -177,19 +196,20 @@ void MarkdownWidget::drawButtonGround(QPainter &painter) const {
         return;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(m_view.theme().shade(m_pressed ? pressedOpacity : hoverOpacity));
+    painter.setBrush(m_view->theme().shade(m_pressed ? pressedOpacity : hoverOpacity));
     painter.drawRoundedRect(m_hovered->areas.first(), buttonRadius, buttonRadius);
 }
 
 void MarkdownWidget::drawFocus(QPainter &painter) const {
     const std::optional<Target> target = focusedTarget();
     if (!target) {
-        painter.fillRect(m_view.caretAt(selection().caret), m_view.theme().primary);
+        painter.fillRect(m_view->caretAt(selection().caret), m_view->theme().primary);
         return;
     }
     for (const QRectF &area : target->areas) {
         const QRectF ring = area.adjusted(-ringReach, -ringReach, ringReach, ringReach);
-        drawRing(painter, ring.intersected(rect()), ringRadius, m_view.theme().link);
+        drawRing(painter, ring & QRectF(0, 0, m_view->width(), m_view->height()), ringRadius,
+                 m_view->theme().link);
     }
 }
 
@@ -215,14 +235,14 @@ void MarkdownWidget::mouseReleaseEvent(QMouseEvent *event) {
     if (!pressed)
         return;
     update();
-    const std::optional<Target> released = m_view.targetAt(event->position());
+    const std::optional<Target> released = targetAt(event->position());
     if (isStill(released, pressed) && (selection().isEmpty() || !isLink(pressed)))
         press(*released);
 }
 
 void MarkdownWidget::mouseDoubleClickEvent(QMouseEvent *event) {
     // The first of the two clicks has pressed it.
-    if (!m_view.targetAt(event->position()))
+    if (!targetAt(event->position()))
         SelectableWidget::mouseDoubleClickEvent(event);
 }
 
@@ -236,18 +256,18 @@ void MarkdownWidget::leaveEvent(QEvent *) {
 }
 
 void MarkdownWidget::hover(const QPointF &point) {
-    const std::optional<Target> before = std::exchange(m_hovered, m_view.targetAt(point));
+    const std::optional<Target> before = std::exchange(m_hovered, targetAt(point));
     if (m_hovered)
         setCursor(isLink(m_hovered) ? Qt::PointingHandCursor : Qt::ArrowCursor);
     else
-        setCursor(m_view.isTextAt(point.y()) ? Qt::IBeamCursor : Qt::ArrowCursor);
+        setCursor(m_view->isTextAt(inView(point).y()) ? Qt::IBeamCursor : Qt::ArrowCursor);
     if (before == m_hovered)
         return;
     if (!isStill(m_hovered, before))
         QToolTip::hideText();
     for (const std::optional<Target> &target : {before, m_hovered}) {
         if (target)
-            update(around(*target).toAlignedRect());
+            update(inWidget(around(*target)).toAlignedRect());
     }
 }
 

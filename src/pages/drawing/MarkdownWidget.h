@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pages/drawing/MarkdownView.h"
+#include "pages/drawing/ScaledText.h"
 #include "pages/drawing/SelectableWidget.h"
 
 /// A text of the page dialect on the screen: it can be read, selected and copied, its links followed and its
@@ -10,15 +11,24 @@ class MarkdownWidget : public SelectableWidget {
 
 public:
     explicit MarkdownWidget(const DrawingTheme &theme, QWidget *parent = nullptr);
+    /// Shows a drawing that has been laid already.
+    explicit MarkdownWidget(std::unique_ptr<MarkdownView> view, QWidget *parent = nullptr);
 
-    const QString &text() const override { return m_view.text(); }
+    const QString &text() const override { return m_view->text(); }
     /// Only what changes is laid and painted; before the first layIn() it is nothing.
     void setText(const QString &text) override;
     int layIn(int width) override;
     int margin() const override { return figure::reach; }
     void setTheme(const DrawingTheme &theme);
 
-    const MarkdownView &view() const { return m_view; }
+    const MarkdownView &view() const { return *m_view; }
+
+    /// How large the drawing is shown: 1 is as it was laid.
+    void setScale(double scale);
+    double scale() const { return m_scaled.scale(); }
+    /// From the drawing's coordinates to the widget's, and back.
+    QRectF inWidget(const QRectF &area) const;
+    QPointF inView(const QPointF &point) const { return point / scale(); }
 
     /// The one of the view's targets that the keyboard is on; none if it is on the text.
     std::optional<Target> focusedTarget() const;
@@ -34,7 +44,7 @@ Q_SIGNALS:
     void blocksChanged(int first);
 
 protected:
-    const SelectableText &content() const override { return m_view; }
+    const SelectableText &content() const override { return m_scaled; }
     void fillMenu(QMenu &menu, const QPoint &point) override;
     bool focusNextPrevChild(bool next) override;
     bool event(QEvent *event) override;
@@ -50,6 +60,7 @@ protected:
 private:
     enum class Step { back, forth };
 
+    std::optional<Target> targetAt(const QPointF &point) const { return m_view->targetAt(inView(point)); }
     /// To be told after a change of what is shown from that block on.
     void tellChange(size_t firstBlock);
     bool focusTarget(Step step);
@@ -60,7 +71,8 @@ private:
     void drawButtonGround(QPainter &painter) const;
     void drawFocus(QPainter &painter) const;
 
-    MarkdownView m_view;
+    std::unique_ptr<MarkdownView> m_view;
+    ScaledText m_scaled;
     int m_focusedTarget = -1; ///< its place in the view's targets
     std::optional<Target> m_hovered;
     std::optional<Target> m_pressed;
