@@ -3,8 +3,11 @@
 #include <QWidget>
 
 class Look;
+class PageList;
+class PageView;
 
-/// The window of saved pages: their list, and the one that was chosen.
+/// The window of saved pages: their list, and the one that was chosen. What is saved while it is open shows
+/// when it comes up again.
 class PageListView : public QWidget {
     Q_OBJECT
 
@@ -13,8 +16,14 @@ public:
     explicit PageListView(const Look &look, QWidget *parent = nullptr);
 
 protected:
+    void showEvent(QShowEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void refresh();
+
     const Look &m_look;
+    QWidget *m_sidebar;
+    PageList *m_list;
+    PageView *m_page;
 };

@@ -152,6 +152,12 @@ inline constexpr auto markerResponse = 300ms;
 inline constexpr double markerDamping = 0.8;
 inline constexpr auto markerRest = 450ms;
 
+// The panel beside the chat.
+inline constexpr int inspectorMinimumWidth = 320;
+inline constexpr int inspectorIdealWidth = 900;
+inline constexpr int inspectorMaximumWidth = 1400;
+inline constexpr auto inspectorGlide = 260ms;
+
 // Switches.
 inline constexpr int switchWidth = 36;
 inline constexpr int switchHeight = 20;
@@ -194,6 +200,17 @@ inline constexpr int pagesWidth = 900;
 inline constexpr int pagesHeight = 640;
 inline constexpr int pageListWidth = 240;
 inline constexpr int pageListMinimumWidth = 200;
+inline constexpr int pageRowPaddingY = 7;
+inline constexpr int pageRowLineGap = 2;
+
+// Pages: the paper in the panel and in the window, and in files saved from there.
+inline constexpr int panelMinimumWidth = 240;
+inline constexpr int panelPaperWidth = 720;
+inline constexpr int panelExportWidth = 640;
+inline constexpr int listPaperWidth = 760;
+inline constexpr int listExportWidth = 680;
+inline constexpr int paperMargin = 16;
+inline constexpr int pageBarPadding = 10;
 
 // The typing indicator.
 inline constexpr int typingDot = 7;

@@ -1,3 +1,4 @@
+#include "pages/PageStore.h"
 #include "screens/AppFixture.h"
 #include "screens/ChatScreen.h"
 #include "screens/ChatView.h"
@@ -7,6 +8,7 @@
 #include "screens/MessageRow.h"
 #include "screens/OnboardingView.h"
 #include "screens/PageListView.h"
+#include "screens/PagePanel.h"
 #include "screens/ScheduleListView.h"
 #include "screens/SettingsView.h"
 #include "screens/Sheet.h"
@@ -96,7 +98,13 @@ private:
             {u"settings-data"_s, settingsSize, [this] { return settings(2); }},
             {u"settings-confirm"_s, settingsSize, [this] { return confirmation(); }},
             {u"schedules"_s, {640, 520}, [this] { return new ScheduleListView(look); }},
-            {u"pages"_s, {900, 640}, [this] { return new PageListView(look); }},
+            {u"pages"_s, {900, 640}, [this] { return pages(); }},
+            {u"pages-smallest"_s,
+             {style::pagesMinimumWidth, style::pagesMinimumHeight},
+             [this] { return pages(); }},
+            {u"page-panel"_s, {430, 820}, [this] { return pagePanel(); }},
+            {u"page-panel-smallest"_s, {style::panelMinimumWidth, 520}, [this] { return pagePanel(); }},
+            {u"page-panel-empty"_s, {430, 400}, [this] { return new PagePanel(look); }},
         };
     }
 
@@ -217,6 +225,37 @@ private:
                  .title = u"Household budget for autumn"_s,
                  .messages = {{.id = QUuid::createUuid(), .role = Role::assistant, .content = text}}}}));
         return screen;
+    }
+
+    static PageDocument page(const QString &title, int minutes) {
+        const QString text =
+            u"```metric:green\nIncome: $4,200\nRent: $1,280\nLeft: $960\n```\n\n"
+            "Where the money goes in October, with the **new rent** counted in.\n\n"
+            "```chart:blue\nRent: 1280\nFood: 555\nTransport: 86\n```\n\n"
+            "```callout:warning\nThe deposit rises too: set 240 aside before November.\n```\n\n"
+            "## What to do\n\n- Cancel what you [haven't opened](https://example.org) in a month.\n"
+            "- Plan two dinners a week.\n\n| Part | Now | Then |\n|---|---|---|\n"
+            "| Rent | 1,200 | 1,280 |\n| Food | 600 | 555 |"_s;
+        const QDateTime date = QDateTime(QDate(2026, 11, 15), QTime(13, 18)).addSecs(60 * minutes);
+        return {QUuid::createUuid(), title, text, date, date};
+    }
+
+    /// Three saved pages, the newest of which is chosen.
+    QWidget *pages() {
+        for (const PageSummary &saved : listPages())
+            deletePage(saved.id);
+        savePage(page(u"Household budget"_s, 0));
+        savePage(page(u"Caffeine in hot drinks and everything else that keeps one awake"_s, -1000));
+        savePage(page(u"خطة الأسبوع"_s, -90'000));
+        auto *view = new PageListView(look);
+        QTimer::singleShot(0, view, [view] { view->findChild<QListWidget *>()->setCurrentRow(0); });
+        return view;
+    }
+
+    QWidget *pagePanel() {
+        auto *panel = new PagePanel(look);
+        panel->setDocument(page(u"Household budget"_s, 0));
+        return panel;
     }
 
     /// Half of everything: the speed, the thinking, and files with short and long names.
