@@ -146,6 +146,7 @@ const QStringList namesThatPass{
     u"fa\u00DF.test"_s,
     u"\uFF45xample.test"_s,
     u"example\u3002test"_s,
+    u"\u00E4\u00F6\u00FC.de"_s,
     u"ex%61mple.test"_s,
     u"a--b.test"_s,
 };
