@@ -8,7 +8,6 @@
 #include "screens/Style.h"
 
 #include <QDesktopServices>
-#include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
 
@@ -100,13 +99,4 @@ void PageSheet::fit() {
 void PageSheet::resizeEvent(QResizeEvent *event) {
     fit();
     QScrollArea::resizeEvent(event);
-}
-
-void PageSheet::keyPressEvent(QKeyEvent *event) {
-    const bool isHome = event->key() == Qt::Key_Home;
-    if (isHome || event->key() == Qt::Key_End)
-        verticalScrollBar()->triggerAction(isHome ? QScrollBar::SliderToMinimum
-                                                  : QScrollBar::SliderToMaximum);
-    else
-        QScrollArea::keyPressEvent(event);
 }

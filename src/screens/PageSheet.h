@@ -8,7 +8,7 @@ class Look;
 class MarkdownWidget;
 
 /// A page to look at: its paper, smaller where it must be to fit, never larger, in a column that scrolls.
-/// Its text can be selected and its links followed. The arrow keys scroll.
+/// Its text can be selected and its links followed, with mouse or keys.
 class PageSheet : public QScrollArea {
     Q_OBJECT
 
@@ -25,7 +25,6 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     /// The paper has the place of this widget in the order of Tab.

@@ -1,5 +1,6 @@
 #include "pages/paper/PdfFile.h"
 
+#include <algorithm>
 #include <cmath>
 
 PdfFile::Object PdfFile::reserve() {
@@ -41,7 +42,10 @@ QByteArray PdfFile::written(Object catalog, Object information) const {
 }
 
 QByteArray pdf::number(double value) {
-    const qint64 thousandths = std::llround(value * 1000);
+    if (!std::isfinite(value))
+        return "0";
+    constexpr double farthest = 1e9;
+    const qint64 thousandths = std::llround(std::clamp(value, -farthest, farthest) * 1000);
     if (thousandths % 1000 == 0)
         return QByteArray::number(thousandths / 1000);
     QByteArray digits = QByteArray::number(double(thousandths) / 1000, 'f', 3);
@@ -71,7 +75,8 @@ QByteArray pdf::string(const QByteArray &bytes) {
 
 QByteArray pdf::utf16(QStringView text) {
     QByteArray hex;
-    for (const QChar unit : text)
+    // On the way half pairs of units become the sign for what can't be read.
+    for (const QChar unit : QString::fromUtf8(text.toUtf8()))
         hex += code(unit.unicode());
     return hex;
 }

@@ -30,7 +30,8 @@ private:
 /// Values as PDF writes them.
 namespace pdf {
 
-/// At most three digits after the point, which is as fine as any printer.
+/// At most three digits after the point, which is as fine as any printer. What is beyond all measure is
+/// brought into one that every reader takes.
 QByteArray number(double value);
 QByteArray numbers(std::initializer_list<double> values);
 QByteArray reference(PdfFile::Object object);

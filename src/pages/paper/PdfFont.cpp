@@ -11,7 +11,7 @@ namespace {
 /// Outlines and advances are told in thousandths of the size (ISO 32000-1, 9.2.4).
 constexpr double unitsPerEm = 1000;
 constexpr qsizetype mostCodes = 65535;
-/// The most that one block of a table of texts may list (Adobe technical note 5014, 1.4.1).
+/// The most that one block of a table of texts may list (Adobe technical note 5014).
 constexpr qsizetype mostPerBlock = 100;
 
 /// Pictures of one size, as colour fonts have them; the tables that tell where they are.

@@ -9,6 +9,17 @@
 
 namespace {
 
+/// What one code of a PDF's font can say is limited to 512 bytes (ISO 32000-1, 9.10.3).
+constexpr qsizetype longestText = 64;
+
+Qt::LayoutDirection directionOf(const QTextItem &item) {
+    return item.renderFlags() & QTextItem::RightToLeft ? Qt::RightToLeft : Qt::LeftToRight;
+}
+
+bool isToDivide(const TextShape &shape, Qt::LayoutDirection direction) {
+    return (direction == Qt::RightToLeft && !shape.text.isEmpty()) || shape.text.size() > longestText;
+}
+
 /// A text laid into one line in one direction, and the glyphs of each part of it.
 class ShapedLine {
 public:
@@ -18,8 +29,8 @@ public:
         option.setFlags(QTextOption::IncludeTrailingSpaces);
         m_layout.setTextOption(option);
         // What the text is part of has decided its direction.
-        const bool runsFromTheRight = item.renderFlags() & QTextItem::RightToLeft;
-        m_layout.setFlags(runsFromTheRight ? Qt::TextForceRightToLeft : Qt::TextForceLeftToRight);
+        m_layout.setFlags(directionOf(item) == Qt::RightToLeft ? Qt::TextForceRightToLeft
+                                                               : Qt::TextForceLeftToRight);
         m_layout.beginLayout();
         m_line = m_layout.createLine();
         m_line.setLineWidth(m_line.naturalTextWidth());
@@ -98,11 +109,15 @@ QList<TextShape> clusterShapes(const ShapedLine &line, const QString &text, qsiz
     return shapes;
 }
 
-/// The shape divided among its characters, the last one on the left, where all is shown.
-QList<TextShape> divided(TextShape shape) {
+/// The shape divided among its characters, the leftmost of which shows it all.
+QList<TextShape> divided(TextShape shape, Qt::LayoutDirection direction) {
     QStringList characters;
-    for (qsizetype place = 0; place < shape.text.size(); place += characters.first().size())
-        characters.prepend(shape.text.sliced(place, pointLength(shape.text, place)));
+    for (qsizetype place = 0; place < shape.text.size();) {
+        const qsizetype length = pointLength(shape.text, place);
+        characters.insert(direction == Qt::RightToLeft ? 0 : characters.size(),
+                          shape.text.sliced(place, length));
+        place += length;
+    }
     shape.advance /= double(characters.size());
     QList<TextShape> parts;
     for (const QString &character : characters) {
@@ -119,13 +134,13 @@ QList<TextShape> divided(TextShape shape) {
 
 QList<TextShape> shapesOf(const QTextItem &item) {
     const QString text = item.text();
-    const bool runsFromTheRight = item.renderFlags() & QTextItem::RightToLeft;
+    const Qt::LayoutDirection direction = directionOf(item);
     const ShapedLine line(item);
     QList<TextShape> shapes;
     for (qsizetype start = 0; start < text.size();) {
         const qsizetype end = clusterEnd(line, text, start);
         for (const TextShape &shape : clusterShapes(line, text, start, end - start))
-            shapes.append(runsFromTheRight && !shape.text.isEmpty() ? divided(shape) : QList{shape});
+            shapes.append(isToDivide(shape, direction) ? divided(shape, direction) : QList{shape});
         start = end;
     }
     std::stable_sort(shapes.begin(), shapes.end(),

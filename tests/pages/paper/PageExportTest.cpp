@@ -119,6 +119,24 @@ TEST(PageExport, aPdfLooksLikeThePage) {
     expectAlike(onPaper, onScreen);
 }
 
+TEST(PageExport, noTextMakesAFileThatCannotBeRead) {
+    const QStringList texts{
+        QString(),
+        u"```line\nA: 1e308\nB: -1e308\nC: nan\n```\n```chart\nA: -1e300\n```\n```donut\nA: inf\n```"_s,
+        u"a"_s + QChar(0xD800) + u"b\n\n"_s + QChar(0) + u"c \u0007 \uFFFF \uFFFE"_s,
+        u"e"_s + QString(300, QChar(0x301)),
+        u"\u202Eabc \u2066 אבג \u202C 12"_s,
+        u"```"_s + QString(5000, u'x') + u"\n"_s + QString(5000, u'\t'),
+        u"[a](https://example.org/)>>endobj(\\)"_s};
+    for (const QString &text : texts) {
+        const PageCanvas canvas(text.left(60), text, 640, date);
+        const PdfReader reader(exportPagePDF(canvas));
+        EXPECT_EQ(reader.fact(u"Pages"_s), u"1"_s) << text.left(60).toStdString();
+        EXPECT_TRUE(reader.words().contains(u"NOV 5, 2026"_s)) << text.left(60).toStdString();
+        EXPECT_FALSE(exportPagePNG(canvas).isEmpty());
+    }
+}
+
 TEST(PageExport, aPngHasTwoPixelsToEachPoint) {
     const PageCanvas canvas(u"Title"_s, everything, 680, date);
     const QImage image = QImage::fromData(exportPagePNG(canvas), "png");

@@ -8,6 +8,7 @@
 #include <QPixmap>
 
 #include <functional>
+#include <limits>
 
 #include <gtest/gtest.h>
 
@@ -165,5 +166,7 @@ TEST(PdfPaper, numbersAreWrittenShortly) {
     EXPECT_EQ(pdf::number(0.0004), "0");
     EXPECT_EQ(pdf::number(-0.0004), "0");
     EXPECT_EQ(pdf::number(100000.125), "100000.125");
-    EXPECT_EQ(pdf::number(1e12), "1000000000000");
+    EXPECT_EQ(pdf::number(1e300), "1000000000");
+    EXPECT_EQ(pdf::number(-std::numeric_limits<double>::infinity()), "0");
+    EXPECT_EQ(pdf::number(std::numeric_limits<double>::quiet_NaN()), "0");
 }
