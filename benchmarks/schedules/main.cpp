@@ -9,6 +9,7 @@
 #include "schedules/ScheduleStore.h"
 #include "support/Await.h"
 #include "support/DemoModel.h"
+#include "support/EnvironmentVariable.h"
 #include "support/TemporaryApplicationFolder.h"
 #include "tokens/BareClient.h"
 
@@ -104,6 +105,8 @@ BareAnswer answerOfBareEngine(const InstalledModel &model, const QByteArray &bod
 
 void measure() {
     const TemporaryApplicationFolder folder;
+    // Nobody wants to be told of these runs.
+    const EnvironmentVariable noDesktop("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere/bus");
     const InstalledModel model = installGreedyModel();
     const QString prompt =
         systemPrompt({.memoryEnabled = true, .today = QDate::currentDate(), .locale = QLocale::system()});
