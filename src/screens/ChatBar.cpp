@@ -5,9 +5,12 @@
 #include "screens/ShownTitle.h"
 #include "screens/StatusDot.h"
 #include "screens/Style.h"
+#include "screens/SymbolButton.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
+
+using namespace Qt::StringLiterals;
 
 ChatBar::ChatBar(const Look &look, QWidget *parent)
     : QWidget(parent),
@@ -19,7 +22,10 @@ ChatBar::ChatBar(const Look &look, QWidget *parent)
     row->setContentsMargins(style::barPadding, 0, style::barPadding - style::spaceTiny, style::hairline);
     row->setSpacing(style::spaceWide);
     row->addWidget(m_title, 1);
+    auto *pages = new SymbolButton(look, Icon::richPage, u"Pages"_s, this);
+    row->addWidget(pages);
     row->addWidget(m_dot);
+    connect(pages, &SymbolButton::clicked, this, &ChatBar::pagesRequested);
     connect(&look, &Look::changed, this, qOverload<>(&QWidget::update));
 }
 

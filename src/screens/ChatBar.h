@@ -7,8 +7,9 @@
 class Label;
 class Look;
 class StatusDot;
+class SymbolButton;
 
-/// The bar over the chat: its title, and the engine's lamp.
+/// The bar over the chat: its title, the way to the saved pages, and the engine's lamp.
 class ChatBar : public QWidget {
     Q_OBJECT
 
@@ -18,6 +19,10 @@ public:
 
     void setTitle(const QString &title);
     void setLamp(const StatusLamp &lamp);
+
+Q_SIGNALS:
+    /// The person wants to see the saved pages.
+    void pagesRequested();
 
 protected:
     void paintEvent(QPaintEvent *event) override;

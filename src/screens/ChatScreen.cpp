@@ -121,6 +121,7 @@ void ChatScreen::observe() {
     connect(&chat.consent(), &Consent::pendingPageOfferChanged, this, &ChatScreen::refresh);
     connect(&chat.consent(), &Consent::pendingMemoryChanged, this, &ChatScreen::refresh);
     connect(m_hint, &SearchHintCard::enabled, this, &ChatScreen::enableSearch);
+    connect(m_bar, &ChatBar::pagesRequested, this, &ChatScreen::pagesRequested);
     observeRows();
     observeComposer();
 }

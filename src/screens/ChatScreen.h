@@ -47,6 +47,8 @@ public:
 Q_SIGNALS:
     /// Another chat is on screen, from wherever that was asked for.
     void chatChanged();
+    /// The person wants to see the saved pages.
+    void pagesRequested();
 
 protected:
     void resizeEvent(QResizeEvent *event) override;

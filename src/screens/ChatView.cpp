@@ -1,71 +1,34 @@
 #include "screens/ChatView.h"
 
 #include "core/AppState.h"
+#include "screens/ChatColumns.h"
 #include "screens/ChatScreen.h"
-#include "screens/Look.h"
+#include "screens/PagePanel.h"
 #include "screens/Placement.h"
 #include "screens/RenameSheet.h"
 #include "screens/SidebarView.h"
 #include "screens/Style.h"
 
-#include <QPainter>
-#include <QSplitter>
 #include <QVBoxLayout>
-
-namespace {
-
-/// The edge between two columns: a hairline.
-class Edge : public QSplitterHandle {
-public:
-    Edge(const Look &look, QSplitter *columns) : QSplitterHandle(Qt::Horizontal, columns), m_look(look) {
-        connect(&look, &Look::changed, this, qOverload<>(&QWidget::update));
-    }
-
-protected:
-    void paintEvent(QPaintEvent *) override {
-        QPainter painter(this);
-        painter.fillRect(contentsRect(), m_look.palette().sidebar);
-        painter.fillRect(contentsRect(), m_look.palette().hairline);
-    }
-
-private:
-    const Look &m_look;
-};
-
-class Columns : public QSplitter {
-public:
-    Columns(const Look &look, QWidget *parent) : QSplitter(parent), m_look(look) {
-        setHandleWidth(style::hairline);
-        setChildrenCollapsible(false);
-    }
-
-protected:
-    QSplitterHandle *createHandle() override { return new Edge(m_look, this); }
-
-private:
-    const Look &m_look;
-};
-
-} // namespace
 
 ChatView::ChatView(AppState &app, const Look &look, Clock &clock, QWidget *parent)
     : QWidget(parent),
-      m_columns(new Columns(look, this)),
+      m_app(app),
       m_sidebar(new SidebarView(app, look, clock)),
       m_screen(new ChatScreen(app, look, clock)),
+      m_panel(new PagePanel(look)),
+      m_columns(new ChatColumns(look, m_sidebar, m_screen, m_panel, this)),
       m_rename(new RenameSheet(look, this)) {
-    m_sidebar->setMinimumWidth(style::sidebarMinimumWidth);
-    m_sidebar->setMaximumWidth(style::sidebarMaximumWidth);
-    m_screen->setMinimumWidth(style::chatMinimumWidth);
-    m_columns->addWidget(m_sidebar);
-    m_columns->addWidget(m_screen);
-    m_columns->setStretchFactor(1, 1);
-    const int width = loadSidebarWidth().value_or(style::sidebarWidth);
-    m_columns->setSizes({width, style::windowWidth - width});
+    m_columns->setSidebarWidth(loadSidebarWidth().value_or(style::sidebarWidth));
     auto *all = new QVBoxLayout(this);
     all->setContentsMargins(0, 0, 0, 0);
     all->addWidget(m_columns);
 
+    ChatController &chat = app.chat();
+    connect(&chat, &ChatController::pageDraftChanged, this, &ChatView::showPageDraft);
+    connect(m_panel, &PagePanel::closeRequested, &chat, &ChatController::closePageDraft);
+    connect(m_panel, &PagePanel::saveRequested, &chat, &ChatController::savePageDraft);
+    connect(m_screen, &ChatScreen::pagesRequested, this, &ChatView::pagesRequested);
     connect(m_sidebar, &SidebarView::settingsRequested, this, &ChatView::settingsRequested);
     connect(m_sidebar, &SidebarView::chatOpened, m_screen, &ChatScreen::focusComposer);
     connect(m_sidebar, &SidebarView::renameRequested, m_rename, &RenameSheet::open);
@@ -74,8 +37,18 @@ ChatView::ChatView(AppState &app, const Look &look, Clock &clock, QWidget *paren
     connect(m_rename, &RenameSheet::renamed, &app.chat(), &ChatController::renameConversation);
 }
 
+void ChatView::showPageDraft() {
+    const std::optional<PageDocument> &draft = m_app.chat().pageDraft();
+    // A page that goes is to be seen until it has gone.
+    if (draft)
+        m_panel->setDocument(draft);
+    else if (m_panel->isAncestorOf(window()->focusWidget()))
+        m_screen->focusComposer();
+    m_columns->setPanelShown(draft.has_value());
+}
+
 void ChatView::hideEvent(QHideEvent *event) {
-    saveSidebarWidth(m_sidebar->width());
+    saveSidebarWidth(m_columns->sidebarWidth());
     m_rename->setShown(false);
     QWidget::hideEvent(event);
 }

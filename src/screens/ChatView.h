@@ -3,15 +3,16 @@
 #include <QWidget>
 
 class AppState;
+class ChatColumns;
 class ChatScreen;
 class Clock;
 class Look;
-class QSplitter;
+class PagePanel;
 class RenameSheet;
 class SidebarView;
 
-/// The sidebar and the chat beside it, with an edge between them that can be moved. The sidebar keeps its
-/// width from one start to the next; neither can be pushed away.
+/// The sidebar and the chat beside it, and the panel of a page that the model has made. The sidebar keeps its
+/// width from one start to the next.
 class ChatView : public QWidget {
     Q_OBJECT
 
@@ -24,13 +25,18 @@ public:
 
 Q_SIGNALS:
     void settingsRequested();
+    void pagesRequested();
 
 protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
-    QSplitter *m_columns;
+    void showPageDraft();
+
+    AppState &m_app;
     SidebarView *m_sidebar;
     ChatScreen *m_screen;
+    PagePanel *m_panel;
+    ChatColumns *m_columns;
     RenameSheet *m_rename;
 };

@@ -35,6 +35,7 @@ MainWindow::MainWindow(AppState &app, Clock &clock) : m_app(app) {
     connect(&app, &AppState::settingsChanged, this, &MainWindow::followSettings);
     connect(&app, &AppState::phaseChanged, this, &MainWindow::followPhase);
     connect(root, &RootView::settingsRequested, m_commands.settings(), &QAction::trigger);
+    connect(root, &RootView::pagesRequested, m_commands.pages(), &QAction::trigger);
     connect(root, &RootView::appeared, &m_reducedMotion, &ReducedMotion::watch);
     connect(&m_reducedMotion, &ReducedMotion::isOnChanged, this,
             [this] { m_look.setMotion(m_reducedMotion.isOn() ? Motion::reduced : Motion::full); });

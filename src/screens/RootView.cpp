@@ -37,6 +37,7 @@ void RootView::showPhase() {
     if (isReady && !m_chat) {
         m_chat = new ChatView(m_app, m_look, m_clock);
         connect(m_chat, &ChatView::settingsRequested, this, &RootView::settingsRequested);
+        connect(m_chat, &ChatView::pagesRequested, this, &RootView::pagesRequested);
         m_stack->addWidget(m_chat);
     }
     m_stack->setCurrentWidget(isReady ? static_cast<QWidget *>(m_chat) : m_onboarding);

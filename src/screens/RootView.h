@@ -25,6 +25,7 @@ Q_SIGNALS:
     /// The window stands on the screen for the first time.
     void appeared();
     void settingsRequested();
+    void pagesRequested();
 
 protected:
     void paintEvent(QPaintEvent *event) override;

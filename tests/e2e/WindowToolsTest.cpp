@@ -1,9 +1,14 @@
 #include "e2e/WindowFixture.h"
+#include "pages/PageDate.h"
+#include "pages/PageStore.h"
 #include "records/ChatStore.h"
 #include "records/Memory.h"
 #include "records/Settings.h"
 #include "support/EnvironmentVariable.h"
 #include "support/ScriptedEngine.h"
+
+#include <QFile>
+#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -12,6 +17,9 @@ namespace {
 constexpr char results[] = "<html><body><div class=\"result\">"
                            "<a class=\"result__a\" href=\"https://okra.example/tbilisi\">Okra in Tbilisi</a>"
                            "<a class=\"result__snippet\">It is harvested in August.</a></div></body></html>";
+
+constexpr int returnKey = 0xff0d;
+constexpr int downKey = 0xff54;
 
 /// What the model asks for, and the person's answers in the window. The model says what it finds most likely.
 class WindowTools : public WindowFixture {
@@ -35,6 +43,22 @@ protected:
         return std::nullopt;
     }
 
+    /// Saves the page that is shown under that name in the files' folder, through the dialog.
+    void saveAs(const QString &button, const QString &name) {
+        ASSERT_TRUE(window().waitFor(button, AccessibleRole::pushButton));
+        ASSERT_TRUE(window().press(button));
+        ASSERT_TRUE(window().waitFor(u"File name:"_s, AccessibleRole::text));
+        ASSERT_TRUE(window().setText(u"File name:"_s, files.filePath(name)));
+        ASSERT_TRUE(window().press(u"Save"_s));
+        ASSERT_TRUE(window().waitUntilGone(u"File name:"_s, AccessibleRole::text));
+    }
+
+    bool fileBegins(const QString &name, const QByteArray &beginning) const {
+        QFile file(files.filePath(name));
+        return file.open(QIODevice::ReadOnly) && file.readAll().startsWith(beginning);
+    }
+
+    QTemporaryDir files;
     ScriptedEngine searchPage;
     EnvironmentVariable searchAddress{"OSTRELIN_SEARCHURL", searchPage.url().toEncoded() + "/html/"};
     const QString question = u"Search the web for okra harvest in Tbilisi"_s;
@@ -132,4 +156,56 @@ TEST_F(WindowTools, aPageIsTurnedDown) {
     ASSERT_TRUE(program.waitForReply());
     for (const Message &message : savedChat().messages)
         EXPECT_FALSE(message.page);
+}
+
+TEST_F(WindowTools, aPageIsAgreedOnSavedListedExportedAndDeleted) {
+    startProgram();
+    send(u"Make a page about falconry"_s);
+    ASSERT_TRUE(window().waitFor(u"Yes"_s, AccessibleRole::pushButton));
+    ASSERT_TRUE(window().press(u"Yes"_s));
+    ASSERT_TRUE(window().waitFor(u"Save as PDF"_s, AccessibleRole::pushButton)) << "the page doesn't stand";
+    ASSERT_TRUE(program.waitForReply());
+    const std::optional<PageSnapshot> page = savedChat().messages.last().page;
+    ASSERT_TRUE(page);
+    EXPECT_TRUE(listPages().isEmpty()) << "nobody has saved it yet";
+    ASSERT_TRUE(window().press(u"Save"_s));
+    ASSERT_TRUE(eventually([] { return listPages().size() == 1; }));
+    EXPECT_EQ(listPages().first().title, page->title);
+    EXPECT_EQ(loadPage(listPages().first().id)->markdown, page->markdown);
+    ASSERT_TRUE(window().waitUntilGone(u"Save as PDF"_s, AccessibleRole::pushButton));
+    ASSERT_TRUE(program.closeWindow());
+    ASSERT_TRUE(program.waitForEnd());
+
+    startProgram();
+    ASSERT_TRUE(window().press(u"Pages"_s));
+    const PageSummary saved = listPages().first();
+    const QString row = saved.title + u", "_s + shownDateAndTime(saved.updatedAt);
+    ASSERT_TRUE(window().waitFor(row, AccessibleRole::listItem)) << "the page isn't listed";
+    ASSERT_TRUE(window().press(row, AccessibleRole::listItem));
+    saveAs(u"Save as PDF"_s, u"page.pdf"_s);
+    EXPECT_TRUE(eventually([this] { return fileBegins(u"page.pdf"_s, "%PDF-"); }));
+    saveAs(u"Save as image"_s, u"page.png"_s);
+    EXPECT_TRUE(eventually([this] { return fileBegins(u"page.png"_s, "\x89PNG"); }));
+    ASSERT_TRUE(window().askForMenu(row, AccessibleRole::listItem));
+    // A menu is no part of the window's tree, and takes the keys only once it is there.
+    letPass(500);
+    ASSERT_TRUE(window().typeKey(downKey));
+    ASSERT_TRUE(window().typeKey(returnKey));
+    EXPECT_TRUE(window().waitUntilGone(row, AccessibleRole::listItem));
+    EXPECT_TRUE(listPages().isEmpty());
+}
+
+TEST_F(WindowTools, aPageIsOpenedFromItsCardOnceMore) {
+    startProgram();
+    send(u"Make a page about falconry"_s);
+    ASSERT_TRUE(window().waitFor(u"Yes"_s, AccessibleRole::pushButton));
+    ASSERT_TRUE(window().press(u"Yes"_s));
+    ASSERT_TRUE(window().waitFor(u"Save as PDF"_s, AccessibleRole::pushButton));
+    ASSERT_TRUE(program.waitForReply());
+    const QString title = savedChat().messages.last().page->title;
+    ASSERT_TRUE(window().press(u"Close"_s));
+    ASSERT_TRUE(window().waitUntilGone(u"Save as PDF"_s, AccessibleRole::pushButton));
+    ASSERT_TRUE(window().press(title));
+    EXPECT_TRUE(window().waitFor(u"Save as PDF"_s, AccessibleRole::pushButton));
+    EXPECT_TRUE(listPages().isEmpty());
 }
