@@ -50,7 +50,8 @@ Task<QString> fetchPage(QString url, QSet<QString> allowed, urlSafety::Resolver 
     if (!address)
         co_return notOpened.toString();
     const std::function<bool()> check = [address, resolver] { return isSafe(*address, resolver); };
-    if (!co_await offMainThread(check, stop))
+    const bool mayBeOpened = co_await offMainThread(check, stop);
+    if (!mayBeOpened)
         co_return notAllowed.toString();
     HttpResponse response;
     try {
