@@ -15,7 +15,7 @@ Chip::Chip(const Look &look, const QString &name, const QStringList &labels, QWi
       m_fill(style::chipGlide) {
     Spoken::install();
     setAccessibleName(name);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
     connect(&m_fill, &Glide::moved, this, qOverload<>(&QWidget::update));
 }
 
@@ -23,6 +23,10 @@ void Chip::setModel(const ChipModel &model) {
     setText(model.label);
     setToolTip(model.help);
     setAccessibleDescription(model.help);
+    if (std::exchange(m_value, model.value) != model.value) {
+        QAccessibleValueChangeEvent changed(this, m_value);
+        QAccessible::updateAccessibility(&changed);
+    }
     m_fill.go(m_fill.value(), model.fraction, isVisible() ? look().motion() : Motion::reduced);
 }
 
@@ -33,6 +37,10 @@ QSize Chip::sizeHint() const {
         widest = std::max(widest, metrics.horizontalAdvance(label));
     return {widest + 2 * style::chipPadding,
             std::max(style::buttonHeight, metrics.height() + 2 * style::spaceTiny)};
+}
+
+QSize Chip::minimumSizeHint() const {
+    return sizeHint() - QSize(2 * (style::chipPadding - style::spaceTiny), 0);
 }
 
 void Chip::paintEvent(QPaintEvent *) {

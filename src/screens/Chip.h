@@ -9,6 +9,7 @@ struct ChipModel {
     QString label;
     QString help;        ///< what it means, and what a press does
     double fraction = 0; ///< how much of the chip is filled, 0 to 1
+    QString value;       ///< the choice, as a screen reader says it
 
     bool operator==(const ChipModel &) const = default;
 };
@@ -26,14 +27,17 @@ public:
     void setModel(const ChipModel &model);
 
     QSize sizeHint() const override;
+    /// In a narrow window the label keeps its width, and little around it.
+    QSize minimumSizeHint() const override;
     QAccessible::Role spokenRole() const override { return QAccessible::Button; }
     QString spokenName() const override { return accessibleName(); }
-    QString spokenValue() const override { return text(); }
+    QString spokenValue() const override { return m_value; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
     const QStringList m_labels;
+    QString m_value;
     Glide m_fill;
 };

@@ -28,12 +28,12 @@ QStringList labels() {
 ChipModel speedChipModel(ResponseSpeed speed) {
     switch (speed) {
     case ResponseSpeed::full:
-        return {u"Full speed"_s, u"Full speed — the engine runs flat out"_s, 0};
+        return {u"Full speed"_s, u"Full speed — the engine runs flat out"_s, 0, u"Full speed"_s};
     case ResponseSpeed::calm:
-        return {u"Calm"_s, u"Calm — a second of rest between bursts"_s, 0.5};
+        return {u"Calm"_s, u"Calm — a second of rest between bursts"_s, 0.5, u"Calm"_s};
     case ResponseSpeed::slowYourRoll:
         return {u"Slow your roll"_s, u"Slow your roll — long rests between bursts, about a token a second"_s,
-                1};
+                1, u"Slow your roll"_s};
     }
     Q_UNREACHABLE();
 }

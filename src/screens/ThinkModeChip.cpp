@@ -23,11 +23,12 @@ ThinkMode after(ThinkMode mode) {
 ChipModel thinkModeChipModel(ThinkMode mode) {
     switch (mode) {
     case ThinkMode::off:
-        return {label, u"Think longer before answering"_s, 0};
+        return {label, u"Think longer before answering"_s, 0, u"Off"_s};
     case ThinkMode::nextReply:
-        return {label, u"Thinking longer before this reply — press again to always think"_s, 0.5};
+        return {label, u"Thinking longer before this reply — press again to always think"_s, 0.5,
+                u"Next reply"_s};
     case ThinkMode::always:
-        return {label, u"Always thinking longer — press to turn off"_s, 1};
+        return {label, u"Always thinking longer — press to turn off"_s, 1, u"Always"_s};
     }
     Q_UNREACHABLE();
 }

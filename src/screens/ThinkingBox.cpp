@@ -67,8 +67,6 @@ void ThinkingBox::setReasoning(const QString &reasoning) {
 
 void ThinkingBox::setStage(ThinkingStage stage) {
     m_stage = stage;
-    setAccessibleDescription(stage == ThinkingStage::expanded ? u"Back to the five-line box"_s
-                                                              : u"Show all of the thinking"_s);
     updateRange();
     tellFold(this);
 }
@@ -85,6 +83,11 @@ int ThinkingBox::layIn(int width) {
 
 int ThinkingBox::heightOfFiveLines(const Look &look) {
     return linesInBox * lineHeight(look) + 2 * style::thinkingPaddingY;
+}
+
+QString ThinkingBox::spokenName() const {
+    return m_stage == ThinkingStage::expanded ? u"Back to the five-line box"_s
+                                              : u"Show all of the thinking"_s;
 }
 
 Spoken::Fold ThinkingBox::spokenFold() const {

@@ -27,7 +27,8 @@ public:
     /// The height of a box that shows five lines.
     static int heightOfFiveLines(const Look &look);
 
-    QString spokenName() const override { return m_flow.text(); }
+    QString spokenName() const override;
+    QString spokenDescription() const override { return m_flow.text(); }
     Fold spokenFold() const override;
 
 protected:

@@ -7,7 +7,6 @@
 #include "support/Await.h"
 #include "support/ManualClock.h"
 
-#include <QAnimationDriver>
 #include <QApplication>
 #include <QCursor>
 #include <QLineEdit>
@@ -21,29 +20,6 @@ using namespace std::chrono_literals;
 namespace {
 
 using Kind = MessageRowModel::Kind;
-
-/// The time of everything that moves, which goes on only when it is told to.
-class AnimationClock : public QAnimationDriver {
-public:
-    AnimationClock() { install(); }
-    qint64 elapsed() const override { return m_elapsed; }
-
-    void advance(std::chrono::milliseconds time) {
-        // What has been started since begins with the next turn of the event loop.
-        QCoreApplication::processEvents();
-        m_elapsed += time.count();
-        advanceAnimation();
-    }
-
-protected:
-    void start() override {
-        m_elapsed = 0;
-        QAnimationDriver::start();
-    }
-
-private:
-    qint64 m_elapsed = 0;
-};
 
 /// A chat of a question and a reply between two fields that take the focus.
 class ActionLineTest : public testing::Test {

@@ -68,12 +68,13 @@ TEST_F(SpeedChipTest, itShowsTheSpeedItIsGiven) {
 
 TEST_F(SpeedChipTest, everySpeedHasItsLabelItsHelpAndItsFill) {
     EXPECT_EQ(speedChipModel(ResponseSpeed::full),
-              (ChipModel{u"Full speed"_s, u"Full speed — the engine runs flat out"_s, 0}));
+              (ChipModel{u"Full speed"_s, u"Full speed — the engine runs flat out"_s, 0, u"Full speed"_s}));
     EXPECT_EQ(speedChipModel(ResponseSpeed::calm),
-              (ChipModel{u"Calm"_s, u"Calm — a second of rest between bursts"_s, 0.5}));
+              (ChipModel{u"Calm"_s, u"Calm — a second of rest between bursts"_s, 0.5, u"Calm"_s}));
     EXPECT_EQ(speedChipModel(ResponseSpeed::slowYourRoll),
               (ChipModel{u"Slow your roll"_s,
-                         u"Slow your roll — long rests between bursts, about a token a second"_s, 1}));
+                         u"Slow your roll — long rests between bursts, about a token a second"_s, 1,
+                         u"Slow your roll"_s}));
 }
 
 TEST_F(SpeedChipTest, aScreenReaderHearsWhatItChoosesAndTheChoice) {
@@ -131,16 +132,23 @@ TEST_F(ThinkModeChipTest, threePressesComeBackToOff) {
 
 TEST_F(ThinkModeChipTest, everyModeHasItsHelpAndItsFill) {
     EXPECT_EQ(thinkModeChipModel(ThinkMode::off),
-              (ChipModel{u"Think longer"_s, u"Think longer before answering"_s, 0}));
-    EXPECT_EQ(thinkModeChipModel(ThinkMode::nextReply),
-              (ChipModel{u"Think longer"_s,
-                         u"Thinking longer before this reply — press again to always think"_s, 0.5}));
-    EXPECT_EQ(thinkModeChipModel(ThinkMode::always),
-              (ChipModel{u"Think longer"_s, u"Always thinking longer — press to turn off"_s, 1}));
+              (ChipModel{u"Think longer"_s, u"Think longer before answering"_s, 0, u"Off"_s}));
+    EXPECT_EQ(
+        thinkModeChipModel(ThinkMode::nextReply),
+        (ChipModel{u"Think longer"_s, u"Thinking longer before this reply — press again to always think"_s,
+                   0.5, u"Next reply"_s}));
+    EXPECT_EQ(
+        thinkModeChipModel(ThinkMode::always),
+        (ChipModel{u"Think longer"_s, u"Always thinking longer — press to turn off"_s, 1, u"Always"_s}));
 }
 
 TEST_F(ThinkModeChipTest, aScreenReaderHearsTheMode) {
     chip.setMode(ThinkMode::always);
     EXPECT_EQ(spokenName(&chip), u"Think longer"_s);
     EXPECT_EQ(spokenText(&chip, QAccessible::Description), u"Always thinking longer — press to turn off"_s);
+    EXPECT_EQ(spokenText(&chip, QAccessible::Value), u"Always"_s);
+    chip.setMode(ThinkMode::nextReply);
+    EXPECT_EQ(spokenText(&chip, QAccessible::Value), u"Next reply"_s);
+    chip.setMode(ThinkMode::off);
+    EXPECT_EQ(spokenText(&chip, QAccessible::Value), u"Off"_s);
 }

@@ -3,11 +3,13 @@
 #include "screens/Look.h"
 
 #include <QAccessible>
+#include <QAnimationDriver>
 #include <QPushButton>
 #include <QTest>
 #include <QWidget>
 
 #include <algorithm>
+#include <chrono>
 
 #include <gtest/gtest.h>
 
@@ -43,3 +45,36 @@ inline void present(QWidget &window) {
 struct StillLook : Look {
     StillLook() { setMotion(Motion::reduced); }
 };
+
+/// The time of everything that moves, which goes on only when it is told to.
+class AnimationClock : public QAnimationDriver {
+public:
+    AnimationClock() { install(); }
+    qint64 elapsed() const override { return m_elapsed; }
+
+    void advance(std::chrono::milliseconds time) {
+        // What has been started since begins with the next turn of the event loop.
+        QCoreApplication::processEvents();
+        m_elapsed += time.count();
+        advanceAnimation();
+    }
+
+protected:
+    void start() override {
+        m_elapsed = 0;
+        QAnimationDriver::start();
+    }
+
+private:
+    qint64 m_elapsed = 0;
+};
+
+/// How many pixels of a picture have exactly that colour.
+inline int pixelsOf(const QImage &picture, const QColor &color) {
+    int count = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x)
+            count += picture.pixel(x, y) == color.rgb();
+    }
+    return count;
+}

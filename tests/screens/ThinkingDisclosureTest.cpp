@@ -212,7 +212,8 @@ TEST_F(ThinkingDisclosureTest, aScreenReaderHearsWhatThereIsToUnfold) {
     EXPECT_EQ(spokenName(head()), u"Thinking"_s);
     EXPECT_EQ(spokenRole(head()), QAccessible::Button);
     EXPECT_TRUE(state(head()).expanded);
-    EXPECT_EQ(spokenName(box()), lines(20));
+    EXPECT_EQ(spokenName(box()), u"Show all of the thinking"_s);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(box())->text(QAccessible::Description), lines(20));
     EXPECT_EQ(spokenRole(box()), QAccessible::Button);
     EXPECT_TRUE(state(box()).collapsed);
     const auto press = [](QWidget *widget) {
@@ -222,6 +223,7 @@ TEST_F(ThinkingDisclosureTest, aScreenReaderHearsWhatThereIsToUnfold) {
     press(box());
     EXPECT_EQ(disclosure->stage(), Stage::expanded);
     EXPECT_TRUE(state(box()).expanded);
+    EXPECT_EQ(spokenName(box()), u"Back to the five-line box"_s);
     press(head());
     press(head());
     EXPECT_TRUE(state(head()).collapsed);
@@ -251,6 +253,39 @@ TEST_F(ThinkingDisclosureTest, withReducedMotionTheyAreThereAtOnce) {
     click(box());
     EXPECT_EQ(disclosure->height(), disclosure->settledHeight());
     EXPECT_GE(changes.count(), 1);
+}
+
+TEST_F(ThinkingDisclosureTest, theChevronTurnsWithTheStage) {
+    const auto sign = [this] {
+        const QRect area(style::rowOutset, (head()->height() - 12) / 2, 12, 12);
+        return head()->grab(area).toImage().convertToFormat(QImage::Format_Grayscale8);
+    };
+    const auto difference = [](const QImage &one, const QImage &other) {
+        int sum = 0;
+        for (int y = 0; y < 12; ++y) {
+            for (int x = 0; x < 12; ++x)
+                sum += std::abs(qGray(one.pixel(x, y)) - qGray(other.pixel(x, y)));
+        }
+        return sum / (12 * 12);
+    };
+    const QImage down = sign();
+    EXPECT_GT(difference(down, down.mirrored()), 10) << "it points somewhere";
+    click(head());
+    EXPECT_LT(difference(sign(), down.transformed(QTransform().rotate(-90))), 6) << "to the right";
+    click(head());
+    click(box());
+    EXPECT_LT(difference(sign(), down.mirrored()), 6) << "up";
+}
+
+TEST_F(ThinkingDisclosureTest, theHeadIsWrittenInTheSecondaryInk) {
+    for (const Theme theme : themes) {
+        Settings settings;
+        settings.theme = theme;
+        look.follow(settings);
+        const QImage drawn = head()->grab().toImage();
+        EXPECT_GT(pixelsOf(drawn, look.palette().secondaryInk()), 0) << displayName(theme).toStdString();
+        EXPECT_EQ(pixelsOf(drawn, look.palette().ink), 0) << displayName(theme).toStdString();
+    }
 }
 
 TEST_F(ThinkingDisclosureTest, theTextStandsInAFrame) {

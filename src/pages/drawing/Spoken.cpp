@@ -17,7 +17,9 @@ public:
             return spoken->spokenName();
         if (spoken && kind == QAccessible::Value)
             return spoken->spokenValue();
-        return QAccessibleWidget::text(kind);
+        const bool asksMore = spoken && kind == QAccessible::Description;
+        const QString description = asksMore ? spoken->spokenDescription() : QString();
+        return description.isEmpty() ? QAccessibleWidget::text(kind) : description;
     }
 
     QAccessible::State state() const override {

@@ -14,6 +14,9 @@ public:
     /// What stands there now, of several things that could; empty if that is nothing to be heard.
     virtual QString spokenValue() const { return {}; }
 
+    /// What more there is to say; empty for the widget's own description.
+    virtual QString spokenDescription() const { return {}; }
+
     /// True if nothing else in the window can be reached while this is seen.
     virtual bool isSpokenModal() const { return false; }
 
