@@ -51,9 +51,12 @@ public:
         painter->setPen(palette.ink);
         const auto old = m_list.m_oldTitles.constFind(chat.id);
         const bool fades = old != m_list.m_oldTitles.cend();
-        drawTitle(*painter, option, index.data().toString(), fades ? m_list.m_titles.value() : 1);
+        const QRect place = placeOf(option.rect, index);
+        drawTitle(*painter, place, index.data().toString(), fades ? m_list.m_titles.value() : 1);
         if (fades)
-            drawTitle(*painter, option, shownTitle(*old), 1 - m_list.m_titles.value());
+            drawTitle(*painter, place, shownTitle(*old), 1 - m_list.m_titles.value());
+        if (m_list.m_rows.isAnswering(index))
+            drawDot(*painter, frame, palette.accent);
         if (m_list.showsFocus() && index == m_list.currentIndex())
             drawRing(*painter, frame, style::radiusMark, palette.accent);
         painter->restore();
@@ -62,7 +65,8 @@ public:
     bool helpEvent(QHelpEvent *event, QAbstractItemView *, const QStyleOptionViewItem &option,
                    const QModelIndex &index) override {
         const QString title = index.data().toString();
-        const bool fits = QFontMetrics(font()).horizontalAdvance(title) <= placeOf(option.rect).width();
+        const bool fits =
+            QFontMetrics(font()).horizontalAdvance(title) <= placeOf(option.rect, index).width();
         QToolTip::showText(event->globalPos(), fits ? QString() : plainTip(title), &m_list, option.rect);
         return true;
     }
@@ -70,15 +74,26 @@ public:
 private:
     QFont font() const { return m_list.m_look.font(TextStyle::callout); }
 
-    static QRect placeOf(const QRect &row) {
-        return framed(row).adjusted(style::chatRowPadding, 0, -style::chatRowPadding, 0);
+    /// Where a row's title stands.
+    QRect placeOf(const QRect &row, const QModelIndex &index) const {
+        const int dot = m_list.m_rows.isAnswering(index) ? style::answeringDot + style::spaceSmall : 0;
+        const QRect place = framed(row).adjusted(style::chatRowPadding, 0, -style::chatRowPadding - dot, 0);
+        return QStyle::visualRect(m_list.layoutDirection(), row, place);
     }
 
-    static void drawTitle(QPainter &painter, const QStyleOptionViewItem &option, const QString &title,
-                          double opacity) {
-        const QRect place = placeOf(option.rect);
+    void drawDot(QPainter &painter, const QRect &frame, const QColor &color) const {
+        QRect dot(0, 0, style::answeringDot, style::answeringDot);
+        dot.moveCenter(frame.center());
+        dot.moveRight(frame.right() - style::chatRowPadding);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(color);
+        painter.drawEllipse(QStyle::visualRect(m_list.layoutDirection(), frame, dot));
+    }
+
+    void drawTitle(QPainter &painter, const QRect &place, const QString &title, double opacity) const {
         const QString shown = painter.fontMetrics().elidedText(title, Qt::ElideRight, place.width());
-        const auto alignment = QStyle::visualAlignment(option.direction, Qt::AlignLeft | Qt::AlignVCenter);
+        const auto alignment =
+            QStyle::visualAlignment(m_list.layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter);
         painter.setOpacity(opacity);
         painter.drawText(place, int(alignment) | Qt::TextSingleLine, shown);
         painter.setOpacity(1);

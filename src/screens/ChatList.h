@@ -6,9 +6,9 @@
 #include <QHash>
 #include <QListView>
 
-/// The list of saved chats, with a marker behind the open one. The arrow keys lead from row to row, and
-/// Return opens; a row's menu comes by mouse, by the menu key and by Shift+F10. Only rows in sight cost
-/// anything.
+/// The list of saved chats, with a marker behind the open one and a dot at the end of one that answers. The
+/// arrow keys lead from row to row, and Return opens; a row's menu comes by mouse, by the menu key and by
+/// Shift+F10. Only rows in sight cost anything.
 class ChatList : public QListView {
     Q_OBJECT
 
@@ -18,6 +18,9 @@ public:
 
     /// Shows these chats in that order. `openID` is the open one; null for none.
     void setChats(const QList<ConversationSummary> &chats, const QUuid &openID);
+
+    /// Which chat's reply is being written; null for none.
+    void setAnswering(const QUuid &id) { m_rows.setAnswering(id); }
 
     /// Where the marker is now, in the viewport's coordinates; empty while there is none.
     QRectF marker() const;

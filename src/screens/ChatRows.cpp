@@ -4,10 +4,21 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 void ChatRows::setChats(const QList<ConversationSummary> &chats) {
     beginResetModel();
     m_chats = chats;
     endResetModel();
+}
+
+void ChatRows::setAnswering(const QUuid &id) {
+    if (m_answeringID == id)
+        return;
+    for (const QModelIndex &changed : {indexOf(std::exchange(m_answeringID, id)), indexOf(id)}) {
+        if (changed.isValid())
+            Q_EMIT dataChanged(changed, changed);
+    }
 }
 
 QModelIndex ChatRows::indexOf(const QUuid &id) const {
@@ -21,5 +32,9 @@ int ChatRows::rowCount(const QModelIndex &parent) const {
 }
 
 QVariant ChatRows::data(const QModelIndex &index, int role) const {
-    return role == Qt::DisplayRole ? shownTitle(chat(index).title) : QVariant();
+    if (role == Qt::DisplayRole)
+        return shownTitle(chat(index).title);
+    if (role == Qt::AccessibleDescriptionRole && isAnswering(index))
+        return u"Answering"_s;
+    return {};
 }

@@ -18,6 +18,10 @@ public:
     /// The chat of a row; `index` must be valid.
     const ConversationSummary &chat(const QModelIndex &index) const { return m_chats.at(index.row()); }
 
+    /// The chat whose reply is being written; null for none.
+    void setAnswering(const QUuid &id);
+    bool isAnswering(const QModelIndex &index) const { return chat(index).id == m_answeringID; }
+
     /// The row of a chat; an invalid index if it has none.
     QModelIndex indexOf(const QUuid &id) const;
 
@@ -26,4 +30,5 @@ public:
 
 private:
     QList<ConversationSummary> m_chats;
+    QUuid m_answeringID;
 };

@@ -22,6 +22,7 @@ SidebarModel sidebarModel(const SidebarState &state) {
     SidebarModel model;
     model.chats = chatsSince(lowerBound(state.range, state.now), state.summaries);
     model.openID = state.openID;
+    model.answeringID = state.answeringID;
     if (model.chats.isEmpty())
         model.emptyText = emptyTextOf(state.range);
     model.offersSearch = !state.activeTier || state.activeTier->supportsTools;

@@ -9,6 +9,7 @@
 struct SidebarState {
     QList<ConversationSummary> summaries; ///< of all chats, in their order
     QUuid openID;                         ///< the chat on screen; null for none
+    QUuid answeringID;                    ///< the chat whose reply is being written; null for none
     SessionRange range = SessionRange::all;
     QDateTime now; ///< in the person's time zone
     SearchMode searchMode = SearchMode::off;
@@ -19,6 +20,7 @@ struct SidebarState {
 struct SidebarModel {
     QList<ConversationSummary> chats;
     QUuid openID;      ///< as in the state
+    QUuid answeringID; ///< as in the state
     QString emptyText; ///< in place of the list; empty where there are chats
     bool offersSearch = false;
     bool isOffline = false;

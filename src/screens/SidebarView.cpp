@@ -88,6 +88,7 @@ void SidebarView::build() {
 void SidebarView::observe() {
     ChatController &chat = m_app.chat();
     connect(&chat, &ChatController::summariesChanged, this, &SidebarView::refresh);
+    connect(&chat, &ChatController::isGeneratingChanged, this, &SidebarView::refresh);
     connect(&chat, &ChatController::conversationChanged, this, &SidebarView::followConversation);
     connect(&m_app, &AppState::settingsChanged, this, &SidebarView::refresh);
     connect(&m_app, &AppState::activeTierChanged, this, &SidebarView::refresh);
@@ -129,6 +130,7 @@ void SidebarView::followConversation() {
 void SidebarView::refresh() {
     setModel(sidebarModel({.summaries = m_app.chat().summaries(),
                            .openID = m_openID,
+                           .answeringID = m_app.chat().generatingID().value_or(QUuid()),
                            .range = m_range,
                            .now = localNow(m_clock),
                            .searchMode = m_app.settings().searchMode,
@@ -137,6 +139,7 @@ void SidebarView::refresh() {
 
 void SidebarView::setModel(const SidebarModel &model) {
     m_list->setChats(model.chats, model.openID);
+    m_list->setAnswering(model.answeringID);
     m_list->setVisible(model.emptyText.isEmpty());
     m_emptyText->setText(model.emptyText);
     m_emptyText->setVisible(!model.emptyText.isEmpty());

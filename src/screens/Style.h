@@ -112,6 +112,8 @@ inline constexpr int suggestionGap = 12;
 
 // Notices.
 inline constexpr int noticeTextMaximumHeight = 132;
+/// Where less is left beside the buttons, they stand below.
+inline constexpr int noticeTextMinimumWidth = 240;
 inline constexpr int toastMaximumWidth = 560;
 inline constexpr int toastPaddingX = 16;
 inline constexpr int toastPaddingY = 9;
@@ -146,6 +148,8 @@ inline constexpr int wideButtonHeight = 32;
 inline constexpr int chatRowHeight = 32;
 inline constexpr int chatRowGap = 1;
 inline constexpr int chatRowPadding = 10;
+/// At the end of a chat whose reply is being written.
+inline constexpr int answeringDot = 7;
 inline constexpr auto titleFade = 200ms;
 /// The spring that moves the marker: how stiff, how damped, and when it has come to rest.
 inline constexpr auto markerResponse = 300ms;

@@ -1,5 +1,6 @@
 #include "screens/ChatList.h"
 
+#include "screens/HouseStyle.h"
 #include "screens/Screen.h"
 #include "screens/Style.h"
 #include "support/Await.h"
@@ -67,11 +68,17 @@ protected:
             reason == QContextMenuEvent::Keyboard ? static_cast<QWidget *>(&list) : list.viewport(), &event);
     }
 
-    /// Whether something is drawn in that part of the list, over the plain ground.
-    bool isDrawnIn(const QRect &area) {
+    /// What is drawn over the plain ground.
+    QImage drawn() {
         QImage image(list.viewport()->size(), QImage::Format_ARGB32_Premultiplied);
         image.fill(Qt::transparent);
         list.viewport()->render(&image, {}, {}, QWidget::DrawChildren);
+        return image;
+    }
+
+    /// Whether something is drawn in that part of the list.
+    bool isDrawnIn(const QRect &area) {
+        const QImage image = drawn();
         for (int y = area.top(); y <= area.bottom(); ++y) {
             for (int x = area.left(); x <= area.right(); ++x) {
                 if (qAlpha(image.pixel(x, y)) > 0)
@@ -118,6 +125,41 @@ TEST_F(ChatListTest, withoutAnOpenChatInTheListThereIsNoMarker) {
     EXPECT_TRUE(list.marker().isEmpty());
     list.setChats({}, open);
     EXPECT_TRUE(list.marker().isEmpty());
+}
+
+TEST_F(ChatListTest, theMarkerIsARoundedRectangleOfATenthOfTheInk) {
+    for (const Theme theme : themes) {
+        Settings settings;
+        settings.theme = theme;
+        look.follow(settings);
+        show(2);
+        const QImage image = drawn();
+        const QRect area = frame(2);
+        QColor tenth = look.palette().ink;
+        tenth.setAlphaF(0.1F);
+        const auto at = [&](int x, int y) { return image.pixelColor(area.topLeft() + QPoint(x, y)); };
+        EXPECT_NEAR(at(width - 20, 16).alpha(), tenth.alpha(), 1);
+        EXPECT_NEAR(at(width - 20, 16).red(), tenth.red(), 12);
+        EXPECT_EQ(at(width - 20, -2).alpha(), 0);
+        EXPECT_EQ(at(0, 0).alpha(), 0);
+        EXPECT_EQ(at(1, 1).alpha(), 0) << "the corners are round";
+        EXPECT_NEAR(at(3, 3).alpha(), tenth.alpha(), 2) << "by seven pixels";
+        EXPECT_NEAR(at(7, 0).alpha(), tenth.alpha(), 2);
+    }
+}
+
+TEST_F(ChatListTest, aChatThatAnswersHasADotAtItsEnd) {
+    chats[1].title = u"word "_s.repeated(50);
+    show(-1);
+    const QRect dot(width - style::chatRowPadding - 7, frame(1).center().y() - 3, 7, 7);
+    list.setAnswering(chats.at(1).id);
+    EXPECT_EQ(drawn().pixel(dot.center()), look.palette().accent.rgb());
+    EXPECT_FALSE(isDrawnIn(dot.translated(-9, 0).adjusted(2, 0, 0, 0))) << "the title keeps off";
+    EXPECT_EQ(spokenRow(1)->text(QAccessible::Description), u"Answering"_s);
+    EXPECT_EQ(spokenRow(0)->text(QAccessible::Description), QString());
+    list.setAnswering({});
+    EXPECT_NE(drawn().pixel(dot.center()), look.palette().accent.rgb());
+    EXPECT_EQ(spokenRow(1)->text(QAccessible::Description), QString());
 }
 
 TEST_F(ChatListTest, theMarkerGlidesToAnotherChat) {
@@ -247,6 +289,21 @@ TEST_F(ChatListTest, theMenuRenamesAndDeletesTheRowUnderThePointer) {
     ASSERT_EQ(deletions.count(), 1);
     EXPECT_EQ(deletions.last().first().toUuid(), chats.at(3).id);
     EXPECT_EQ(chosen.count(), 0);
+}
+
+TEST_F(ChatListTest, theMenuWarnsOfWhatCannotBeUndone) {
+    show(0);
+    askForMenu(QContextMenuEvent::Mouse, frame(3).center());
+    HouseStyle style;
+    menu()->setStyle(&style);
+    menu()->setPalette(toolkitPalette(look.palette()));
+    const auto warnings = [this](const QString &name) {
+        return pixelsOf(menu()->grab(menu()->actionGeometry(entry(name))).toImage(),
+                        look.palette().destructiveInk());
+    };
+    EXPECT_EQ(warnings(u"Rename"_s), 0);
+    EXPECT_GT(warnings(u"Delete"_s), 0);
+    delete menu();
 }
 
 TEST_F(ChatListTest, besideTheRowsThereIsNoMenu) {

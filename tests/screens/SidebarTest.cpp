@@ -291,6 +291,31 @@ TEST_F(SidebarTest, withoutToolsThereIsOnlyARemark) {
     EXPECT_FALSE(reads(u"Web search needs a larger model."_s));
 }
 
+TEST_F(SidebarTest, itFollowsEverythingThatIsPublished) {
+    const auto changes = {std::function<void()>([this] { Q_EMIT app.activeTierChanged(); }),
+                          std::function<void()>([this] { Q_EMIT app.settingsChanged(); }),
+                          std::function<void()>([this] { Q_EMIT app.chat().summariesChanged(); }),
+                          std::function<void()>([this] { Q_EMIT app.chat().isGeneratingChanged(); })};
+    for (const auto &tellChange : changes) {
+        sidebar.setModel({});
+        EXPECT_FALSE(offline()->isVisible());
+        tellChange();
+        EXPECT_TRUE(offline()->isVisible());
+        EXPECT_EQ(listed(), QStringList(u"New chat"_s));
+    }
+}
+
+TEST_F(SidebarTest, aChatThatAnswersSaysSo) {
+    const auto description = [this] {
+        return list()->model()->index(0, 0).data(Qt::AccessibleDescriptionRole).toString();
+    };
+    engine.answer(Script().content(u"Hel"_s).hold());
+    app.chat().send(u"Hello!"_s);
+    EXPECT_EQ(description(), u"Answering"_s);
+    app.chat().stop();
+    EXPECT_EQ(description(), QString());
+}
+
 TEST_F(SidebarTest, theListFollowsARunningTurn) {
     const QUuid other = addChat(u"Morning"_s, clock.now().addSecs(60));
     clock.advance(1h);
