@@ -1,19 +1,15 @@
 #include "screens/LineButton.h"
 
 #include "screens/Look.h"
+#include "screens/PlainTip.h"
 #include "screens/Style.h"
 
 #include <QFontMetrics>
 #include <QHelpEvent>
 #include <QPainter>
-#include <QTextDocument>
 #include <QToolTip>
 
 #include <cmath>
-
-namespace {
-constexpr int longestTip = 500;
-}
 
 // The button itself has no text: an ampersand in it would be a key to press.
 LineButton::LineButton(const Look &look, const QString &line, QWidget *parent)
@@ -63,7 +59,7 @@ bool LineButton::event(QEvent *event) {
     if (event->type() != QEvent::ToolTip || !toolTip().isEmpty())
         return RowButton::event(event);
     const bool isCut = shownLine() != m_line;
-    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
-                       isCut ? Qt::convertFromPlainText(m_line.left(longestTip)) : QString(), this);
+    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), isCut ? plainTip(m_line) : QString(),
+                       this);
     return true;
 }

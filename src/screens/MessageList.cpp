@@ -2,6 +2,7 @@
 
 #include "screens/Look.h"
 #include "screens/MessageRow.h"
+#include "screens/RowArea.h"
 #include "screens/RowChange.h"
 #include "screens/Style.h"
 
@@ -29,12 +30,12 @@ MessageList::MessageList(const Look &look, Clock &clock, QWidget *parent)
       m_heights(rowPadding, rowGap),
       m_glide(style::scrollGlide) {
     setFrameShape(QFrame::NoFrame);
+    setViewport(new RowArea(u"Messages"_s));
     viewport()->setAutoFillBackground(false);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     // Always there, so that the column doesn't move when the chat grows beyond the window.
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     verticalScrollBar()->setSingleStep(wheelStep);
-    setAccessibleName(u"Messages"_s);
     setFocusPolicy(Qt::TabFocus);
     connect(&m_glide, &Glide::moved, this, [this] {
         setOffset(int(m_glide.value()));
@@ -61,7 +62,7 @@ void MessageList::setRows(const QUuid &conversationID, const QList<MessageRowMod
     if (m_conversationID != conversationID) {
         m_conversationID = conversationID;
         m_glide.stop();
-        m_followsEnd = true;
+        setFollowsEnd(true);
         replaceRows({});
     }
     const bool wasEmpty = m_rows.isEmpty();
@@ -94,7 +95,7 @@ MessageList::Change MessageList::replaceRows(const QList<MessageRowModel> &rows)
     // What the person sends is there to be seen, wherever they were reading.
     const auto isUser = [](const auto &row) { return row.kind == MessageRowModel::Kind::user; };
     if (std::any_of(fresh.begin(), fresh.end(), isUser))
-        m_followsEnd = true;
+        setFollowsEnd(true);
     Change changed = change.isNone() ? Change::none : Change::rows;
     for (int row = 0; row < rows.size(); ++row) {
         const int place = change.placeBefore(row);
@@ -122,8 +123,9 @@ void MessageList::updateRow(int row, const MessageRowModel &model) {
 void MessageList::takeHeight(MessageRow *widget) {
     // What the person folds stays under the pointer, and the end goes where it must.
     m_glide.stop();
+    m_unfolded.insert(widget->model().id);
     setOffset(laidAnew(indexOf(widget->model().id), widget));
-    m_followsEnd = offset() >= end();
+    setFollowsEnd(offset() >= end());
     arrange();
 }
 
@@ -150,6 +152,16 @@ void MessageList::movePages(int pages) {
     bar->setValue(bar->value() + pages * bar->pageStep());
 }
 
+void MessageList::goToEnd() {
+    setFollowsEnd(true);
+    arrange();
+}
+
+void MessageList::setFollowsEnd(bool followsEnd) {
+    if (std::exchange(m_followsEnd, followsEnd) != followsEnd)
+        Q_EMIT followsEndChanged();
+}
+
 void MessageList::resizeEvent(QResizeEvent *event) {
     if (event->size().width() != event->oldSize().width())
         estimateAll();
@@ -171,7 +183,7 @@ void MessageList::scrollContentsBy(int, int) {
     if (m_isArranging)
         return;
     m_glide.stop();
-    m_followsEnd = offset() >= end() - style::endTolerance;
+    setFollowsEnd(offset() >= end() - style::endTolerance);
     arrange();
 }
 
@@ -242,8 +254,29 @@ void MessageList::setOffset(int offset) {
 }
 
 void MessageList::arrange() {
+    renewRows();
     measureInSight(m_followsEnd && !m_glide.isUnderWay() ? Hold::end : Hold::place);
     placeWidgets();
+}
+
+void MessageList::renewRows() {
+    const QRect sight = viewport()->rect();
+    for (const QUuid &id : QSet(m_unfolded)) {
+        const MessageRow *widget = m_widgets.value(id);
+        const int row = indexOf(id);
+        if (widget && (widget->isAncestorOf(window()->focusWidget()) ||
+                       !widget->geometry().intersects(sight) || placeOf(row).intersects(sight)))
+            continue;
+        m_unfolded.remove(id);
+        if (!widget)
+            continue;
+        delete m_widgets.take(id);
+        m_heights.forget(row);
+    }
+}
+
+QRect MessageList::placeOf(int row) const {
+    return {columnLeft(), m_heights.top(row) - offset(), columnWidth(), m_heights.height(row)};
 }
 
 void MessageList::measureInSight(Hold hold) {
@@ -275,8 +308,7 @@ void MessageList::placeWidgets() {
     const int reach = viewport()->height();
     for (auto it = m_widgets.begin(); it != m_widgets.end();) {
         MessageRow *widget = *it;
-        const int row = indexOf(it.key());
-        const QRect place(columnLeft(), m_heights.top(row) - offset(), columnWidth(), m_heights.height(row));
+        const QRect place = placeOf(indexOf(it.key()));
         const bool isFar = place.bottom() < -reach || place.top() > 2 * reach;
         if (isFar && !widget->isAncestorOf(window()->focusWidget())) {
             it = m_widgets.erase(it);
@@ -305,6 +337,7 @@ MessageRow *MessageList::widgetOf(int row) {
         return widget;
     auto *made = new MessageRow(m_look, m_clock, model, viewport());
     widget = made;
+    putInOrder(made, row);
     connect(made, &MessageRow::heightChanged, this, [this, made] { takeHeight(made); });
     connect(made, &MessageRow::caretMoved, this, [this, made](const QRect &caret) { reveal(made, caret); });
     connect(made, &MessageRow::pointerCrossed, this, &MessageList::followPointer);
@@ -321,6 +354,15 @@ MessageRow *MessageList::widgetOf(int row) {
         focusRow(indexOf(made->model().id) + step, step, Qt::TabFocusReason);
     });
     return made;
+}
+
+void MessageList::putInOrder(MessageRow *widget, int row) {
+    // A screen reader goes through the rows in the order of the children.
+    const int last = m_heights.rowAt(offset() + 2 * viewport()->height());
+    for (int next = row + 1; next <= last; ++next) {
+        if (MessageRow *below = m_widgets.value(m_rows.at(next).id))
+            return widget->stackUnder(below);
+    }
 }
 
 void MessageList::reveal(const MessageRow *row, const QRect &caret) {

@@ -7,6 +7,7 @@
 
 #include <QAbstractScrollArea>
 #include <QHash>
+#include <QSet>
 
 class Clock;
 class Look;
@@ -34,10 +35,14 @@ public:
     /// True while the reader is at the end.
     bool followsEnd() const { return m_followsEnd; }
 
+    /// Leads the reader to the end, and follows it from there.
+    void goToEnd();
+
     /// Moves by a page, up if `pages` is negative.
     void movePages(int pages);
 
 Q_SIGNALS:
+    void followsEndChanged();
     /// The person wants to have this text on the clipboard.
     void copyRequested(const QString &text);
     /// The person wants another reply in the place of the last one.
@@ -79,14 +84,19 @@ private:
     /// Follows the end, which was at `before`. Only for rows that come: a reply grows so often that the
     /// list would never rest, and would paint everything in sight for every frame.
     void glideToEnd(int before);
+    void setFollowsEnd(bool followsEnd);
     void setOffset(int offset);
     void arrange();
+    /// Lets go of the rows that the person has unfolded and that have left the sight: they start anew.
+    void renewRows();
+    QRect placeOf(int row) const;
     void measureInSight(Hold hold);
     bool measure(int row);
     void placeWidgets();
     /// Finds the row that the pointer is over.
     void followPointer();
     MessageRow *widgetOf(int row);
+    void putInOrder(MessageRow *widget, int row);
     void reveal(const MessageRow *row, const QRect &caret);
     bool focusRow(int row, int step, Qt::FocusReason reason);
     int indexOf(const QUuid &id) const;
@@ -97,6 +107,7 @@ private:
     QList<MessageRowModel> m_rows;
     RowHeights m_heights;
     QHash<QUuid, MessageRow *> m_widgets;
+    QSet<QUuid> m_unfolded; ///< rows of which something was unfolded, or folded
     Glide m_glide;
     bool m_followsEnd = true;
     bool m_isArranging = false;

@@ -253,7 +253,7 @@ QList<QWidget *> MessageRow::focusStops() const {
     return stops;
 }
 
-void MessageRow::takeFocus() {
+void MessageRow::followFocus() {
     update();
     attend();
 }
@@ -292,7 +292,7 @@ void MessageRow::showThinking() {
         m_thinking = new ThinkingDisclosure(m_look, this);
         m_thinking->show();
         connect(m_thinking, &ThinkingDisclosure::heightChanged, this, &MessageRow::heightChanged);
-        connect(m_thinking, &ThinkingDisclosure::focusChanged, this, &MessageRow::takeFocus);
+        connect(m_thinking, &ThinkingDisclosure::focusChanged, this, &MessageRow::followFocus);
     }
     m_thinking->setReasoning(m_model.reasoning, m_model.isReasoningStreaming());
 }
@@ -304,7 +304,7 @@ void MessageRow::showText() {
         m_text = newText();
         m_text->show();
         connect(m_text, &SelectableWidget::left, this, &MessageRow::left);
-        connect(m_text, &SelectableWidget::focusChanged, this, &MessageRow::takeFocus);
+        connect(m_text, &SelectableWidget::focusChanged, this, &MessageRow::followFocus);
         connect(m_text, &SelectableWidget::caretMoved, this,
                 [this](const QRect &caret) { Q_EMIT caretMoved(caret.translated(m_text->pos())); });
     }
@@ -337,7 +337,7 @@ void MessageRow::showExtras() {
         m_extras = new ReplyExtrasView(m_look, this);
         m_extras->show();
         connect(m_extras, &RowPart::heightChanged, this, &MessageRow::heightChanged);
-        connect(m_extras, &RowPart::focusChanged, this, &MessageRow::takeFocus);
+        connect(m_extras, &RowPart::focusChanged, this, &MessageRow::followFocus);
         connect(m_extras, &RowPart::left, this, &MessageRow::left);
         connect(m_extras, &ReplyExtrasView::pageOpened, this, &MessageRow::pageOpened);
         connect(m_extras, &ReplyExtrasView::pageRetried, this, &MessageRow::pageRetried);
@@ -355,7 +355,7 @@ void MessageRow::showActions() {
         m_actions = new ActionLine(m_look, m_clock, this);
         connect(m_actions, &ActionLine::copyRequested, this, &MessageRow::copyRequested);
         connect(m_actions, &ActionLine::regenerateRequested, this, &MessageRow::regenerateRequested);
-        connect(m_actions, &ActionLine::focusChanged, this, &MessageRow::takeFocus);
+        connect(m_actions, &ActionLine::focusChanged, this, &MessageRow::followFocus);
     }
     if (!m_model.hasActions())
         takeFocusFromActions();

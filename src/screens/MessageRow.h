@@ -106,7 +106,7 @@ private:
     void showActions();
     void takeFocusFromActions();
     QList<QWidget *> focusStops() const;
-    void takeFocus();
+    void followFocus();
     void attend();
     int layQuestion(int width);
     int layBubble(int top, int width);

@@ -12,7 +12,10 @@
 
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QVBoxLayout>
+
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -363,6 +366,34 @@ TEST_F(MessageListTest, theRowWithTheFocusStaysWhenItIsFarAway) {
     EXPECT_EQ(list.window()->focusWidget(), row(299)->textView());
 }
 
+TEST_F(MessageListTest, aScreenReaderGoesThroughAListFromTopToBottom) {
+    fill(100);
+    for (const int place : {bar().maximum() / 2, bar().maximum() / 2 - 500, 0, 700}) {
+        bar().setValue(place);
+        QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(list.viewport());
+        EXPECT_EQ(spoken->role(), QAccessible::List);
+        EXPECT_EQ(spoken->text(QAccessible::Name), u"Messages"_s);
+        ASSERT_GT(spoken->childCount(), 5);
+        int above = std::numeric_limits<int>::min();
+        for (int child = 0; child < spoken->childCount(); ++child) {
+            EXPECT_EQ(spoken->child(child)->role(), QAccessible::ListItem);
+            EXPECT_GT(spoken->child(child)->rect().y(), above);
+            above = spoken->child(child)->rect().y();
+        }
+    }
+}
+
+TEST_F(MessageListTest, theWayBackToTheEndIsOpen) {
+    fill(60);
+    QSignalSpy changes(&list, &MessageList::followsEndChanged);
+    bar().setValue(bar().maximum() / 2);
+    EXPECT_EQ(changes.count(), 1);
+    list.goToEnd();
+    EXPECT_EQ(changes.count(), 2);
+    EXPECT_TRUE(list.followsEnd());
+    EXPECT_TRUE(isAtEnd());
+}
+
 TEST_F(MessageListTest, aScreenReaderHearsWhoSpeaks) {
     fill(2);
     EXPECT_EQ(spokenRole(row(0)), QAccessible::ListItem);
@@ -455,6 +486,54 @@ TEST_F(MessageListTest, aRowThatWasScrolledAwayStartsAnew) {
     bar().setValue(bar().maximum());
     ASSERT_TRUE(thinking(index));
     EXPECT_EQ(thinking(index)->stage(), ThinkingStage::box);
+}
+
+TEST_F(MessageListTest, aRowThatHasJustLeftTheSightStartsAnewToo) {
+    fillWithThinking(20);
+    bar().setValue(bar().maximum() / 2);
+    const int index = firstInSight();
+    click(box(index));
+    const auto next = index + 1;
+    const auto scrollBy = [this](int way) { bar().setValue(bar().value() + way); };
+    // Beyond the upper edge, then back; then beyond the lower one.
+    for (const int sign : {1, -1}) {
+        while (row(index)->geometry().intersects(list.viewport()->rect())) {
+            MessageRow *anchor = sign > 0 ? row(next) : row(index - 1);
+            const int before = anchor->y();
+            scrollBy(sign * 40);
+            ASSERT_EQ(anchor->y(), before - sign * 40) << "nothing in sight jumps";
+        }
+        ASSERT_TRUE(row(index)) << "it is still near";
+        EXPECT_EQ(thinking(index)->stage(), ThinkingStage::box);
+        EXPECT_EQ(row(index)->height(), row(index)->layIn(row(index)->width()));
+        while (!list.viewport()->rect().contains(row(index)->geometry()))
+            scrollBy(-sign * 40);
+        EXPECT_EQ(thinking(index)->stage(), ThinkingStage::box);
+        click(box(index));
+        EXPECT_EQ(thinking(index)->stage(), ThinkingStage::expanded);
+    }
+}
+
+TEST_F(MessageListTest, aRowOfWhichSomethingIsInSightStaysAsItIs) {
+    fillWithThinking(20);
+    bar().setValue(bar().maximum() / 2);
+    const int index = firstInSight();
+    click(box(index));
+    bar().setValue(bar().value() + row(index)->geometry().bottom() - 5);
+    bar().setValue(bar().value() - 100);
+    EXPECT_EQ(thinking(index)->stage(), ThinkingStage::expanded);
+}
+
+TEST_F(MessageListTest, whatAScreenReaderUnfoldsOutOfSightStaysSo) {
+    fillWithThinking(20);
+    const auto outOfSight = [this](int index) {
+        return row(index) && thinking(index) && row(index)->geometry().bottom() < 0;
+    };
+    int index = int(rows.size()) - 1;
+    while (!outOfSight(index))
+        --index;
+    box(index)->click();
+    EXPECT_EQ(thinking(index)->stage(), ThinkingStage::expanded);
 }
 
 TEST_F(MessageListTest, tabLeadsThroughTheRowAndOut) {
