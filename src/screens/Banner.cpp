@@ -32,28 +32,51 @@ Banner::Banner(const Look &look, Tone tone, QWidget *parent)
       m_look(look),
       m_tone(tone),
       m_text(new TextBox(look, {.text = TextStyle::callout}, style::noticeTextMaximumHeight, this)),
-      m_row(new QHBoxLayout(this)) {
-    m_row->setContentsMargins(textLeft, style::space, style::space, style::space);
-    m_row->setSpacing(style::spaceSmall);
-    m_row->addWidget(m_text, 1, Qt::AlignVCenter);
-    m_row->addSpacing(style::spaceSmall);
+      m_parts(new QBoxLayout(QBoxLayout::LeftToRight, this)),
+      m_buttons(new QHBoxLayout) {
+    m_parts->setContentsMargins(textLeft, style::space, style::space, style::space);
+    m_parts->setSpacing(style::space);
+    m_parts->addWidget(m_text, 1);
+    m_parts->addLayout(m_buttons);
+    m_buttons->setSpacing(style::spaceSmall);
     // In a low window the text scrolls in less room.
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Maximum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
-    connect(&look, &Look::changed, this, qOverload<>(&QWidget::update));
+    connect(&look, &Look::changed, this, &Banner::takeLook);
+    takeLook();
     setText({});
 }
 
 WordButton *Banner::addButton(const QString &word) {
     auto *button = new WordButton(m_look, word, WordButton::Tone::quiet, this);
-    m_row->addWidget(button, 0, Qt::AlignVCenter);
+    m_buttons->addWidget(button);
+    placeButtons();
     return button;
 }
 
 void Banner::setText(const QString &text) {
     m_text->setText(text);
     setVisible(!text.isEmpty());
+}
+
+void Banner::takeLook() {
+    // However low the window is, there is a line to read.
+    m_text->setMinimumHeight(QFontMetrics(m_look.font(TextStyle::callout)).height());
+    placeButtons();
+    update();
+}
+
+void Banner::resizeEvent(QResizeEvent *) {
+    placeButtons();
+}
+
+void Banner::placeButtons() {
+    const int beside = m_buttons->sizeHint().width() + m_parts->spacing();
+    const int left = width() - textLeft - style::space - beside;
+    const bool isNarrow = m_buttons->count() > 0 && left < style::noticeTextMinimumWidth;
+    m_parts->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    m_buttons->setAlignment(isNarrow ? Qt::AlignLeft : Qt::AlignVCenter);
 }
 
 void Banner::paintEvent(QPaintEvent *) {

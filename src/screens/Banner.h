@@ -5,12 +5,13 @@
 #include <QWidget>
 
 class Look;
+class QBoxLayout;
 class QHBoxLayout;
 class TextBox;
 class WordButton;
 
-/// A notice over the chat: what is wrong or on offer, and what can be done about it. A long text scrolls
-/// in it.
+/// A notice over the chat: what is wrong or on offer, and what can be done about it. Its buttons stand beside
+/// the text, or below it where that leaves the text little room. A long text scrolls in it.
 class Banner : public QWidget {
     Q_OBJECT
 
@@ -32,10 +33,15 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void takeLook();
+    void placeButtons();
+
     const Look &m_look;
     const Tone m_tone;
     TextBox *m_text;
-    QHBoxLayout *m_row;
+    QBoxLayout *m_parts;
+    QHBoxLayout *m_buttons;
 };

@@ -3,7 +3,7 @@
 #include "conversation/Attachments.h"
 #include "core/AppState.h"
 #include "screens/AttachDialog.h"
-#include "screens/Banner.h"
+#include "screens/BannerColumn.h"
 #include "screens/ChatBar.h"
 #include "screens/ComposerView.h"
 #include "screens/EmptyState.h"
@@ -11,11 +11,11 @@
 #include "screens/Look.h"
 #include "screens/MessageList.h"
 #include "screens/PageKeys.h"
+#include "screens/RoundButton.h"
 #include "screens/SearchHintCard.h"
 #include "screens/Style.h"
 #include "screens/Submission.h"
 #include "screens/Toast.h"
-#include "screens/WordButton.h"
 
 #include <QClipboard>
 #include <QDragEnterEvent>
@@ -56,15 +56,12 @@ ChatScreen::ChatScreen(AppState &app, const Look &look, Clock &clock, QWidget *p
       m_app(app),
       m_look(look),
       m_bar(new ChatBar(look, this)),
-      m_moveBanner(new Banner(look, Banner::Tone::remark)),
-      m_upgradeBanner(new Banner(look, Banner::Tone::offer)),
-      m_memoryBanner(new Banner(look, Banner::Tone::problem)),
-      m_engineBanner(new Banner(look, Banner::Tone::problem)),
-      m_banners(makeBanners()),
+      m_banners(new BannerColumn(look, this)),
       m_empty(new EmptyState(look, this)),
       m_list(new MessageList(look, clock, this)),
       m_hint(new SearchHintCard(look, this)),
       m_composer(new ComposerView(look, this)),
+      m_toEnd(new RoundButton(look, Icon::chevron, u"Go to the end"_s, RoundButton::Tone::quiet, this)),
       m_toast(new Toast(look, clock, this)) {
     build();
     observe();
@@ -73,6 +70,7 @@ ChatScreen::ChatScreen(AppState &app, const Look &look, Clock &clock, QWidget *p
 
 void ChatScreen::build() {
     setAcceptDrops(true);
+    m_toEnd->setFocusPolicy(Qt::TabFocus);
     m_composer->installEventFilter(this);
     constexpr int margin = style::columnMargin;
     constexpr int reach = style::shadowReach;
@@ -89,21 +87,6 @@ void ChatScreen::build() {
     column->addLayout(inColumn(m_composer, reach, {margin - reach, 0, margin - reach, 0}));
 }
 
-QWidget *ChatScreen::makeBanners() {
-    auto *banners = new QWidget(this);
-    auto *column = new QVBoxLayout(banners);
-    column->setContentsMargins(0, style::space, 0, 0);
-    column->setSpacing(style::spaceSmall);
-    for (Banner *banner : {m_moveBanner, m_upgradeBanner, m_memoryBanner, m_engineBanner})
-        column->addWidget(banner);
-    connect(m_upgradeBanner->addButton(u"Download"_s), &WordButton::clicked, &m_app,
-            &AppState::acceptUpgrade);
-    connect(m_upgradeBanner->addButton(u"Not now"_s), &WordButton::clicked, &m_app,
-            &AppState::dismissUpgrade);
-    connect(m_engineBanner->addButton(u"Try again"_s), &WordButton::clicked, &m_app, &AppState::resolveModel);
-    return banners;
-}
-
 void ChatScreen::observe() {
     ChatController &chat = m_app.chat();
     connect(&chat, &ChatController::conversationChanged, this, &ChatScreen::refresh);
@@ -115,6 +98,9 @@ void ChatScreen::observe() {
     connect(&m_app, &AppState::settingsChanged, this, &ChatScreen::refresh);
     connect(&chat, &ChatController::upgradeBannerChanged, this, &ChatScreen::refresh);
     connect(&chat, &ChatController::memoryWarningChanged, this, &ChatScreen::refresh);
+    connect(m_banners, &BannerColumn::upgradeAccepted, &m_app, &AppState::acceptUpgrade);
+    connect(m_banners, &BannerColumn::upgradeDismissed, &m_app, &AppState::dismissUpgrade);
+    connect(m_banners, &BannerColumn::engineRetried, &m_app, &AppState::resolveModel);
     connect(m_empty, &EmptyState::suggested, this, [this](const QString &text) { submit(text); });
     connect(&chat, &ChatController::showSearchHintChanged, this, &ChatScreen::refresh);
     connect(&chat.consent(), &Consent::pendingPermissionChanged, this, &ChatScreen::refresh);
@@ -128,6 +114,8 @@ void ChatScreen::observe() {
 
 void ChatScreen::observeRows() {
     ChatController &chat = m_app.chat();
+    connect(m_list, &MessageList::followsEndChanged, this, &ChatScreen::offerEnd);
+    connect(m_toEnd, &RoundButton::clicked, this, &ChatScreen::goToEnd);
     connect(m_list, &MessageList::copyRequested, this, [this](const QString &text) {
         QGuiApplication::clipboard()->setText(text);
         showToast(u"Copied"_s);
@@ -226,6 +214,17 @@ void ChatScreen::enableSearch() {
     regenerate();
 }
 
+void ChatScreen::offerEnd() {
+    // Only while something is written there: a chat that rests is read at leisure.
+    const bool isWritten = !m_model.rows.isEmpty() && m_model.rows.last().isStreaming;
+    m_toEnd->setVisible(isWritten && !m_list->followsEnd());
+}
+
+void ChatScreen::goToEnd() {
+    focusComposer();
+    m_list->goToEnd();
+}
+
 void ChatScreen::showToast(const QString &text) {
     m_toast->showText(text);
 }
@@ -266,14 +265,10 @@ void ChatScreen::setModel(const ChatScreenModel &model) {
     m_model = model;
     m_bar->setTitle(model.title);
     m_bar->setLamp(model.lamp);
-    m_moveBanner->setText(model.moveHint);
-    m_upgradeBanner->setText(model.upgradeOffer);
-    m_memoryBanner->setText(model.memoryWarning);
-    m_engineBanner->setText(model.engineFailure);
-    m_banners->setVisible(
-        !(model.moveHint + model.upgradeOffer + model.memoryWarning + model.engineFailure).isEmpty());
+    m_banners->setModel(model);
     m_empty->setHint(model.emptyHint);
     m_list->setRows(model.conversationID, model.rows);
+    offerEnd();
     m_middle->setCurrentIndex(model.showsEmptyState ? 0 : 1);
     m_hint->setVisible(model.showsSearchHint);
     m_composer->setSpeed(model.speed);
@@ -318,10 +313,15 @@ void ChatScreen::dropEvent(QDropEvent *event) {
 
 bool ChatScreen::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() == QEvent::Move || event->type() == QEvent::Resize)
-        placeToast();
+        placeOverComposer();
     return QWidget::eventFilter(watched, event);
 }
 
-void ChatScreen::placeToast() {
-    m_toast->setAnchor({width() / 2, m_composer->y() + style::shadowReach - style::space});
+void ChatScreen::placeOverComposer() {
+    constexpr int reach = style::shadowReach;
+    const QRect box = m_composer->geometry().adjusted(reach, reach, -reach, -reach);
+    m_toast->setAnchor({width() / 2, box.top() - style::space});
+    QRect place(QPoint(), m_toEnd->sizeHint());
+    place.moveBottomRight(box.topRight() - QPoint(0, style::spaceTiny));
+    m_toEnd->setGeometry(place);
 }

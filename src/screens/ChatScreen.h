@@ -6,7 +6,7 @@
 #include <QWidget>
 
 class AppState;
-class Banner;
+class BannerColumn;
 class ChatBar;
 class Clock;
 class ComposerView;
@@ -15,6 +15,7 @@ class Look;
 class MessageList;
 class SearchHintCard;
 class QStackedLayout;
+class RoundButton;
 class Toast;
 
 /// The chat: the bar, banners where something is wrong or on offer, the messages or the empty state, and the
@@ -61,7 +62,6 @@ protected:
 
 private:
     void build();
-    QWidget *makeBanners();
     void observe();
     void observeComposer();
     void observeRows();
@@ -74,7 +74,9 @@ private:
     void removeAttachment(const QUuid &id);
     void takeFiles(const QStringList &paths);
     void clearDraft();
-    void placeToast();
+    void goToEnd();
+    void offerEnd();
+    void placeOverComposer();
 
     AppState &m_app;
     const Look &m_look;
@@ -83,15 +85,12 @@ private:
     ThinkMode m_thinkMode = ThinkMode::off;
     QList<Attachment> m_attachments;
     ChatBar *m_bar;
-    Banner *m_moveBanner;
-    Banner *m_upgradeBanner;
-    Banner *m_memoryBanner;
-    Banner *m_engineBanner;
-    QWidget *m_banners;
+    BannerColumn *m_banners;
     EmptyState *m_empty;
     MessageList *m_list;
     SearchHintCard *m_hint;
     QStackedLayout *m_middle = nullptr;
     ComposerView *m_composer;
+    RoundButton *m_toEnd;
     Toast *m_toast;
 };

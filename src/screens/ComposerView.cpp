@@ -35,8 +35,8 @@ ComposerView::ComposerView(const Look &look, QWidget *parent)
       m_speed(new SpeedChip(look, this)),
       m_think(new ThinkModeChip(look, this)),
       m_attach(new SymbolButton(look, Icon::paperclip, u"Attach a file"_s, this)),
-      m_send(new RoundButton(look, Icon::arrowUp, u"Send message"_s, this)),
-      m_stop(new RoundButton(look, Icon::stop, u"Stop generating"_s, this)) {
+      m_send(new RoundButton(look, Icon::arrowUp, u"Send message"_s, RoundButton::Tone::loud, this)),
+      m_stop(new RoundButton(look, Icon::stop, u"Stop generating"_s, RoundButton::Tone::loud, this)) {
     constexpr int inset = style::shadowReach + style::composerPadding;
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(inset, inset, inset, inset - ringRoom);

@@ -7,11 +7,13 @@
 
 namespace {
 constexpr int ringRoom = style::focusRing + style::focusGap;
-}
+constexpr double livelyShare = 0.08;
+} // namespace
 
-RoundButton::RoundButton(const Look &look, Icon icon, const QString &name, QWidget *parent)
+RoundButton::RoundButton(const Look &look, Icon icon, const QString &name, Tone tone, QWidget *parent)
     : LookButton(look, {}, parent),
-      m_icon(icon) {
+      m_icon(icon),
+      m_tone(tone) {
     setAccessibleName(name);
     setToolTip(name);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -27,11 +29,17 @@ void RoundButton::paintEvent(QPaintEvent *) {
     painter.setRenderHint(QPainter::Antialiasing);
     const Palette &palette = look().palette();
     painter.setPen(Qt::NoPen);
-    painter.setBrush(byState(palette.accent, palette.livelyAccent(), palette.pressedAccent()));
+    if (m_tone == Tone::loud) {
+        painter.setBrush(byState(palette.accent, palette.livelyAccent(), palette.pressedAccent()));
+    } else {
+        const QColor lively = mixed(palette.surface, palette.ink, livelyShare);
+        painter.setBrush(byState(palette.surface, lively, lively));
+        painter.setPen(QPen(palette.livelyEdge(), style::hairline));
+    }
     painter.drawEllipse(disc());
     QRectF symbol(0, 0, style::iconSize, style::iconSize);
     symbol.moveCenter(disc().center());
-    drawIcon(painter, m_icon, symbol, palette.onAccent());
+    drawIcon(painter, m_icon, symbol, m_tone == Tone::loud ? palette.onAccent() : palette.ink);
     drawFocusRing(painter, rect(), width() / 2.0);
 }
 

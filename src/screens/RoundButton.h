@@ -3,13 +3,21 @@
 #include "screens/Icon.h"
 #include "screens/LookButton.h"
 
-/// A symbol on a disc of the accent: the one loud thing in the chat.
+/// A symbol on a disc.
 class RoundButton : public LookButton {
     Q_OBJECT
 
 public:
+    enum class Tone {
+        loud,  ///< on the accent: the one loud thing in the chat
+        quiet, ///< on a disc that stands over other things
+    };
+
     /// `name` is the button's accessible name and its tool tip.
-    RoundButton(const Look &look, Icon icon, const QString &name, QWidget *parent = nullptr);
+    RoundButton(const Look &look, Icon icon, const QString &name, Tone tone = Tone::loud,
+                QWidget *parent = nullptr);
+
+    Icon symbol() const { return m_icon; }
 
     QSize sizeHint() const override;
 
@@ -21,4 +29,5 @@ private:
     QRectF disc() const;
 
     const Icon m_icon;
+    const Tone m_tone;
 };

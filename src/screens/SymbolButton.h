@@ -11,6 +11,8 @@ public:
     /// `name` is the button's accessible name and its tool tip.
     SymbolButton(const Look &look, Icon icon, const QString &name, QWidget *parent = nullptr);
 
+    Icon symbol() const { return m_icon; }
+
     QSize sizeHint() const override;
 
 protected:

@@ -4,6 +4,7 @@
 #include "screens/LookButton.h"
 #include "screens/Screen.h"
 #include "screens/Style.h"
+#include "screens/SymbolButton.h"
 
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -82,6 +83,7 @@ TEST_F(AttachmentStripTest, itsButtonRemovesThatFileAlone) {
     const QUuid last = files.last().id;
     LookButton *button = chips().at(1)->removeButton();
     EXPECT_EQ(spokenName(button), u"Remove"_s);
+    EXPECT_EQ(static_cast<SymbolButton *>(button)->symbol(), Icon::close);
     click(button);
     QCoreApplication::processEvents();
     EXPECT_EQ(names(), (QStringList{u"a.txt"_s, u"c.txt"_s}));

@@ -11,6 +11,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QMap>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -173,7 +174,7 @@ TEST_F(ChatScreenTest, theBannersButtonStartsTheEngineAnew) {
     EXPECT_TRUE(isIn<phase::Ready>(app.phase()));
 }
 
-TEST_F(ChatScreenTest, aBetterModelIsOfferedAndCanBeTaken) {
+TEST_F(ChatScreenTest, aBetterModelIsOfferedAndCanBeTurnedDown) {
     EXPECT_FALSE(buttonNamed(screen, u"Download"_s));
     app.chat().setUpgradeBanner(u"Your Mac can run more."_s);
     EXPECT_TRUE(shows(u"Your Mac can run more."_s));
@@ -181,6 +182,79 @@ TEST_F(ChatScreenTest, aBetterModelIsOfferedAndCanBeTaken) {
     click(buttonNamed(screen, u"Not now"_s));
     EXPECT_FALSE(app.chat().upgradeBanner());
     EXPECT_FALSE(buttonNamed(screen, u"Not now"_s));
+}
+
+TEST_F(ChatScreenTest, theBannersStandInTheirOrder) {
+    ChatScreenModel model = screen.model();
+    model.engineFailure = u"engine"_s;
+    model.memoryWarning = u"memory"_s;
+    model.upgradeOffer = u"upgrade"_s;
+    model.moveHint = u"move"_s;
+    screen.setModel(model);
+    QCoreApplication::processEvents();
+    QMap<int, QString> found;
+    for (const TextView *text : screen.findChildren<TextView *>()) {
+        if (text->isVisible())
+            found.insert(text->mapTo(&screen, QPoint()).y(), text->text());
+    }
+    EXPECT_EQ(found.values(), (QStringList{u"move"_s, u"upgrade"_s, u"memory"_s, u"engine"_s}));
+}
+
+TEST_F(ChatScreenTest, itFollowsEverythingThatIsPublished) {
+    ChatController &chat = app.chat();
+    const std::function<void()> changes[] = {
+        [&] { Q_EMIT app.activeTierChanged(); },
+        [&] { Q_EMIT app.needsMoveToApplicationsChanged(); },
+        [&] { Q_EMIT app.settingsChanged(); },
+        [&] { Q_EMIT app.engine().statusChanged(); },
+        [&] { Q_EMIT chat.conversationChanged(); },
+        [&] { Q_EMIT chat.isGeneratingChanged(); },
+        [&] { Q_EMIT chat.streamingIDChanged(); },
+        [&] { Q_EMIT chat.upgradeBannerChanged(); },
+        [&] { Q_EMIT chat.memoryWarningChanged(); },
+        [&] { Q_EMIT chat.showSearchHintChanged(); },
+        [&] { Q_EMIT chat.consent().pendingPermissionChanged(); },
+        [&] { Q_EMIT chat.consent().pendingPageOfferChanged(); },
+        [&] { Q_EMIT chat.consent().pendingMemoryChanged(); },
+    };
+    const ChatScreenModel published = screen.model();
+    int place = 0;
+    for (const std::function<void()> &tellChange : changes) {
+        ChatScreenModel other = published;
+        other.title = u"another"_s;
+        screen.setModel(other);
+        tellChange();
+        EXPECT_EQ(screen.model(), published) << place++;
+    }
+}
+
+TEST_F(ChatScreenTest, theWayBackToTheEndIsOfferedWhileAReplyIsWritten) {
+    const QString name = u"Go to the end"_s;
+    ChatScreenModel model = screen.model();
+    model.showsEmptyState = false;
+    for (int row = 0; row < 30; ++row)
+        model.rows.append({QUuid::createUuid(), MessageRowModel::Kind::assistant, u"text"_s});
+    screen.setModel(model);
+    QTest::keyClick(field(), Qt::Key_PageUp);
+    EXPECT_FALSE(buttonNamed(screen, name)) << "nothing is written";
+    model.rows.last().isStreaming = true;
+    screen.setModel(model);
+    QPushButton *button = buttonNamed(screen, name);
+    ASSERT_TRUE(button);
+    const QWidget *composer = field()->parentWidget();
+    const QRect area =
+        composer->geometry().adjusted(style::shadowReach, style::shadowReach, -style::shadowReach, 0);
+    EXPECT_EQ(button->geometry().right(), area.right());
+    EXPECT_LT(button->geometry().bottom(), area.top());
+    click(button);
+    EXPECT_TRUE(list()->followsEnd());
+    EXPECT_FALSE(button->isVisible());
+    EXPECT_EQ(screen.focusWidget(), field());
+    QTest::keyClick(field(), Qt::Key_PageUp);
+    EXPECT_TRUE(button->isVisible());
+    model.rows.last().isStreaming = false;
+    screen.setModel(model);
+    EXPECT_FALSE(button->isVisible());
 }
 
 TEST_F(ChatScreenTest, aTemporaryPlaceIsPointedOut) {
@@ -261,6 +335,28 @@ TEST_F(ChatScreenTest, everyButtonHasANameAndAKeyboardWay) {
     }
 }
 
+TEST_F(ChatScreenTest, inTheNarrowestChatEverythingIsThereInTheLargestText) {
+    Settings settings;
+    settings.textSize = TextSize::extraLarge;
+    settings.typeFace = TypeFace::serif;
+    look.follow(settings);
+    ChatScreenModel model = screen.model();
+    model.upgradeOffer = u"Your Mac can run a smarter version of Ostrelin. Download (9.0 GB)?"_s;
+    model.emptyHint = u"Great for writing, brainstorming and quick questions."_s;
+    screen.setModel(model);
+    screen.resize(380, style::contentMinimumHeight);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(screen.width(), 380);
+    EXPECT_LE(screen.minimumSizeHint().width(), 380);
+    for (const QString &name : {u"Response speed"_s, u"Think longer"_s, u"Attach a file"_s, u"Send message"_s,
+                                u"Download"_s, u"Not now"_s}) {
+        const QPushButton *button = buttonNamed(screen, name);
+        ASSERT_TRUE(button) << name.toStdString();
+        EXPECT_GE(button->width(), button->minimumSizeHint().width()) << name.toStdString();
+        EXPECT_TRUE(screen.rect().contains(QRect(button->mapTo(&screen, QPoint()), button->size())));
+    }
+}
+
 TEST_F(ChatScreenTest, atItsSmallestNothingOverlaps) {
     ChatScreenModel model = screen.model();
     model.engineFailure = u"A long line of the engine's log. "_s.repeated(30);
@@ -276,4 +372,29 @@ TEST_F(ChatScreenTest, atItsSmallestNothingOverlaps) {
         EXPECT_LE(screen.minimumSizeHint().width(), style::contentMinimumWidth);
         EXPECT_GT(field()->height(), 10);
     }
+}
+
+namespace {
+
+/// A machine that could carry a better model than the one that is installed.
+class UpgradeTest : public AppFixture {
+protected:
+    UpgradeTest() {
+        machine.gpuBudget = 20'000'000'000;
+        machine.totalRAM = 64'000'000'000;
+        start();
+    }
+};
+
+} // namespace
+
+TEST_F(UpgradeTest, theOfferedModelIsDownloaded) {
+    const StillLook look;
+    ChatScreen screen(app, look, clock);
+    present(screen);
+    ASSERT_TRUE(buttonNamed(screen, u"Download"_s));
+    click(buttonNamed(screen, u"Download"_s));
+    ASSERT_TRUE(app.pendingTier());
+    EXPECT_EQ(app.pendingTier()->id, mansion.id);
+    EXPECT_FALSE(buttonNamed(screen, u"Download"_s));
 }

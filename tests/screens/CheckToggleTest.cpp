@@ -94,6 +94,34 @@ TEST(CheckToggleTest, whereOneReadsFromTheRightItIsTurnedAround) {
     EXPECT_EQ(thumbShare(toggle), 0);
 }
 
+TEST(CheckToggleTest, theThumbHasACheckMarkWhileItIsOn) {
+    StillLook look;
+    CheckToggle toggle(look, u"Offline Mode"_s);
+    toggle.resize(toggle.sizeHint());
+    for (const Theme theme : themes) {
+        Settings settings;
+        settings.theme = theme;
+        look.follow(settings);
+        const auto marks = [&] {
+            const QImage image = toggle.grab(toggle.thumb().toRect()).toImage();
+            QColor strongest = look.palette().thumb();
+            for (int y = 4; y < 12; ++y) {
+                for (int x = 4; x < 12; ++x) {
+                    if (contrast(image.pixelColor(x, y), look.palette().thumb()) >
+                        contrast(strongest, look.palette().thumb()))
+                        strongest = image.pixelColor(x, y);
+                }
+            }
+            return contrast(strongest, look.palette().thumb());
+        };
+        toggle.setOn(false);
+        EXPECT_NEAR(marks(), 1, 0.01) << displayName(theme).toStdString();
+        toggle.setOn(true);
+        EXPECT_GT(marks(), 0.5 * contrast(look.palette().onThumb(), look.palette().thumb()));
+        EXPECT_GE(contrast(look.palette().onThumb(), look.palette().thumb()), 3);
+    }
+}
+
 TEST(CheckToggleTest, itIsDrawnInTheThemesColors) {
     StillLook look;
     CheckToggle toggle(look, u"Offline Mode"_s);

@@ -2,6 +2,7 @@
 #include "screens/ComposerView.h"
 #include "screens/RoundButton.h"
 #include "screens/Screen.h"
+#include "screens/SymbolButton.h"
 
 #include <QInputMethodEvent>
 #include <QMimeData>
@@ -177,6 +178,34 @@ TEST_F(ComposerViewTest, theButtonSendsOrStops) {
     click(buttonNamed(*composer, u"Stop generating"_s));
     EXPECT_EQ(stop.count(), 1);
     EXPECT_EQ(send.count(), 1);
+}
+
+TEST_F(ComposerViewTest, everyButtonHasItsSymbol) {
+    const auto round = [this](const QString &name) {
+        return static_cast<RoundButton *>(buttonNamed(*composer, name))->symbol();
+    };
+    EXPECT_EQ(round(u"Send message"_s), Icon::arrowUp);
+    composer->setAction(ComposerView::Action::stop);
+    EXPECT_EQ(round(u"Stop generating"_s), Icon::stop);
+    EXPECT_EQ(static_cast<SymbolButton *>(buttonNamed(*composer, u"Attach a file"_s))->symbol(),
+              Icon::paperclip);
+}
+
+TEST_F(ComposerViewTest, theFieldFollowsTheLook) {
+    for (const Theme theme : themes) {
+        for (const TextSize size : {TextSize::small, TextSize::extraLarge}) {
+            Settings settings;
+            settings.theme = theme;
+            settings.textSize = size;
+            settings.typeFace = TypeFace::serif;
+            look.follow(settings);
+            EXPECT_EQ(field->font().pixelSize(), look.font(TextStyle::body).pixelSize());
+            EXPECT_EQ(field->font().family(), look.font(TextStyle::body).family());
+            EXPECT_EQ(field->document()->defaultFont().pixelSize(), look.font(TextStyle::body).pixelSize());
+            EXPECT_EQ(field->palette().color(QPalette::Text), look.palette().ink);
+            EXPECT_EQ(field->palette().color(QPalette::PlaceholderText), look.palette().secondaryInk());
+        }
+    }
 }
 
 TEST_F(ComposerViewTest, theButtonIsNeverDisabled) {

@@ -1,8 +1,13 @@
 #include "screens/AttachmentChip.h"
+#include "screens/Icon.h"
 #include "screens/MessageRow.h"
 #include "screens/Screen.h"
 #include "screens/Style.h"
 #include "support/ManualClock.h"
+
+#include <QPainter>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -59,6 +64,34 @@ TEST_F(MessageAttachmentsTest, aLongNameIsCutToTheBubblesWidth) {
     EXPECT_GT(chip(0)->width(), style::bubbleMaximumWidth - 40);
     row.layIn(300);
     EXPECT_LE(chip(0)->width(), 300 - 2 * style::rowOutset);
+}
+
+TEST_F(MessageAttachmentsTest, aNameThatIsTooLongIsCutInItsMiddle) {
+    const QString middle = u" and on and on"_s.repeated(20);
+    const auto drawn = [&](const QString &start, const QString &end) {
+        show(u"Hi"_s, {start + middle + end});
+        return chip(0)->grab().toImage();
+    };
+    const QImage picture = drawn(u"one"_s, u"cat.txt"_s);
+    EXPECT_NE(drawn(u"two"_s, u"cat.txt"_s), picture) << "its start is to be seen";
+    EXPECT_NE(drawn(u"one"_s, u"dog.txt"_s), picture) << "and its end";
+    EXPECT_EQ(drawn(u"one"_s, u"cat.txt"_s), picture);
+}
+
+TEST_F(MessageAttachmentsTest, theNameStandsBesideTheSymbolOfAFile) {
+    show(u"Hi"_s, {u"a.txt"_s});
+    const QFontMetrics metrics(look.font(TextStyle::callout));
+    EXPECT_EQ(chip(0)->width(), 8 + 16 + 6 + metrics.horizontalAdvance(u"a.txt"_s) + 8);
+    EXPECT_EQ(chip(0)->height(), 4 + std::max(metrics.height(), 16) + 4);
+    const QImage drawn = chip(0)->grab().toImage();
+    QImage expected(drawn.size(), drawn.format());
+    expected.fill(drawn.pixelColor(8, 6));
+    QPainter painter(&expected);
+    drawIcon(painter, Icon::page, QRectF(8, (drawn.height() - 16) / 2.0, 16, 16),
+             look.palette().secondaryInk());
+    painter.end();
+    const QRect symbol(8, 4, 16, drawn.height() - 8);
+    EXPECT_EQ(drawn.copy(symbol), expected.copy(symbol));
 }
 
 TEST_F(MessageAttachmentsTest, theGuessOfTheHeightCountsThem) {

@@ -17,6 +17,10 @@ TEST(TypingMotionTest, eachDotSwellsAfterTheOneBefore) {
     EXPECT_DOUBLE_EQ(typing::scaleAt(660ms, 1), 1);
     EXPECT_DOUBLE_EQ(typing::scaleAt(820ms, 2), 1);
     EXPECT_NEAR(typing::scaleAt(250ms, 0), 0.75, 1e-9);
+    // 0.5 + 0.5 · (1 − cos(π · p)) / 2
+    EXPECT_NEAR(typing::scaleAt(125ms, 0), 0.573223, 1e-6);
+    EXPECT_NEAR(typing::scaleAt(400ms, 0), 0.952254, 1e-6);
+    EXPECT_NEAR(typing::scaleAt(600ms, 0), 0.952254, 1e-6) << "and the same way back";
 }
 
 TEST(TypingMotionTest, theAccentMovesOnEveryTwoSeconds) {
@@ -25,6 +29,8 @@ TEST(TypingMotionTest, theAccentMovesOnEveryTwoSeconds) {
     EXPECT_EQ(typing::accentShareAt(1999ms, 1), 0);
     EXPECT_NEAR(typing::accentShareAt(2225ms, 1), 0.5, 1e-9);
     EXPECT_NEAR(typing::accentShareAt(2225ms, 0), 0.5, 1e-9);
+    EXPECT_NEAR(typing::accentShareAt(2090ms, 1), 0.095492, 1e-6) << "slowly at first";
+    EXPECT_NEAR(typing::accentShareAt(2360ms, 1), 0.904508, 1e-6);
     EXPECT_EQ(typing::accentShareAt(2450ms, 1), 1);
     EXPECT_EQ(typing::accentShareAt(2450ms, 0), 0);
     EXPECT_EQ(typing::accentShareAt(6450ms, 0), 1);
@@ -49,6 +55,41 @@ TEST(TypingIndicatorTest, itStandsStillWhereMotionIsReduced) {
     EXPECT_FALSE(indicator.isMoving());
     look.setMotion(Motion::full);
     EXPECT_TRUE(indicator.isMoving());
+}
+
+TEST(TypingIndicatorTest, whereMotionIsReducedItsDotsAreWhole) {
+    StillLook look;
+    TypingIndicator indicator(look);
+    indicator.resize(indicator.sizeHint());
+    for (const Theme theme : themes) {
+        Settings settings;
+        settings.theme = theme;
+        look.follow(settings);
+        QImage image(indicator.size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        indicator.render(&image, {}, {}, {});
+        for (int dot = 0; dot < 3; ++dot) {
+            const QColor color = dot == 0 ? look.palette().accent : look.palette().secondaryInk();
+            const int left = dot * 12;
+            EXPECT_EQ(image.pixel(left + 3, 3), color.rgb()) << dot;
+            EXPECT_GT(image.pixelColor(left, 3).alpha(), 200) << "seven wide";
+            EXPECT_GT(image.pixelColor(left + 6, 3).alpha(), 200);
+            EXPECT_GT(image.pixelColor(left + 3, 0).alpha(), 200) << "and high";
+            EXPECT_LT(image.pixelColor(left, 0).alpha(), 60) << "and round";
+            if (dot < 2) {
+                EXPECT_EQ(image.pixelColor(left + 7, 3).alpha(), 0) << "five apart";
+                EXPECT_EQ(image.pixelColor(left + 11, 3).alpha(), 0);
+            }
+        }
+    }
+}
+
+TEST(StatusDotTest, aStoppedEngineHasAQuietLamp) {
+    Look look;
+    StatusDot dot(look);
+    dot.setLamp(statusLamp({EngineStatus::State::stopped, {}}));
+    EXPECT_EQ(dot.color(), look.palette().secondaryInk());
+    EXPECT_FALSE(dot.isMoving());
 }
 
 TEST(StatusDotTest, itPulsesWhileTheEngineWakesUp) {

@@ -42,6 +42,15 @@ TEST(PaletteTest, hairlinesOfTheDarkThemesAreBlackWithoutATint) {
     EXPECT_EQ(paletteOf(Theme::nearBlack).hairline, withOpacity(Qt::black, 0.5));
 }
 
+TEST(PaletteTest, whatShinesThroughDoesSoAsMuchAsIsGiven) {
+    for (const Theme theme : themes) {
+        const Palette &palette = paletteOf(theme);
+        EXPECT_EQ(palette.marker(), withOpacity(palette.ink, 0.1));
+        EXPECT_EQ(palette.frameFill(), withOpacity(palette.ink, 0.05));
+        EXPECT_EQ(palette.accentEdge(), withOpacity(palette.accent, 0.55));
+    }
+}
+
 TEST(PaletteTest, crispWhitesComposerStandsOutByBeingDarker) {
     const Palette &palette = paletteOf(Theme::crispWhite);
     EXPECT_EQ(palette.background.rgb(), QColor(Qt::white).rgb());

@@ -2,6 +2,8 @@
 
 #include "screens/Style.h"
 
+#include <numbers>
+
 #include <gtest/gtest.h>
 
 using namespace std::chrono_literals;
@@ -22,6 +24,27 @@ TEST(SpringTest, itGoesALittlePastItsEnd) {
 
 TEST(SpringTest, aQuickerSpringIsTheSameInLessTime) {
     EXPECT_NEAR(springAt(100ms, 300ms, 0.8), springAt(200ms, 600ms, 0.8), 1e-12);
+}
+
+TEST(SpringTest, theMarkerMovesAsAWeightOnASpring) {
+    // A weight that a spring of response 0.3 s and damping 0.8 draws from 0 to 1, in small steps of time.
+    const double frequency = 2 * std::numbers::pi / 0.3;
+    const double length = 0.45;
+    constexpr double step = 1e-6;
+    double place = 0;
+    double speed = 0;
+    const QEasingCurve curve = markerSpring();
+    int checked = 0;
+    for (int count = 1; count <= 440'000; ++count) {
+        speed += step * (frequency * frequency * (1 - place) - 2 * 0.8 * frequency * speed);
+        place += step * speed;
+        if (count % 50'000 != 0)
+            continue;
+        EXPECT_NEAR(curve.valueForProgress(count * step / length), place, 1e-4) << count * step;
+        ++checked;
+    }
+    EXPECT_EQ(checked, 8);
+    EXPECT_EQ(style::markerRest, 450ms);
 }
 
 TEST(SpringTest, theMarkerIsExactlyThereAtTheEnd) {
