@@ -267,9 +267,9 @@ void ChatScreen::setModel(const ChatScreenModel &model) {
     m_bar->setLamp(model.lamp);
     m_banners->setModel(model);
     m_empty->setHint(model.emptyHint);
+    m_middle->setCurrentIndex(model.showsEmptyState ? 0 : 1);
     m_list->setRows(model.conversationID, model.rows);
     offerEnd();
-    m_middle->setCurrentIndex(model.showsEmptyState ? 0 : 1);
     m_hint->setVisible(model.showsSearchHint);
     m_composer->setSpeed(model.speed);
     m_composer->setAction(model.isGenerating ? ComposerView::Action::stop : ComposerView::Action::send);

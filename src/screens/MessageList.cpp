@@ -4,6 +4,7 @@
 #include "screens/MessageRow.h"
 #include "screens/RowArea.h"
 #include "screens/RowChange.h"
+#include "screens/Spring.h"
 #include "screens/Style.h"
 
 #include <QFocusEvent>
@@ -28,7 +29,8 @@ MessageList::MessageList(const Look &look, Clock &clock, QWidget *parent)
       m_look(look),
       m_clock(clock),
       m_heights(rowPadding, rowGap),
-      m_glide(style::scrollGlide) {
+      m_glide(style::scrollGlide),
+      m_arrival(style::arrivalRest, arrivalSpring()) {
     setFrameShape(QFrame::NoFrame);
     setViewport(new RowArea(u"Messages"_s));
     viewport()->setAutoFillBackground(false);
@@ -42,6 +44,7 @@ MessageList::MessageList(const Look &look, Clock &clock, QWidget *parent)
         arrange();
     });
     connect(&m_glide, &Glide::arrived, this, &MessageList::arrange);
+    connect(&m_arrival, &Glide::moved, this, &MessageList::placeWidgets);
     // Queued, since a row can be laid only when all its parts have taken the look.
     connect(
         &look, &Look::changed, this,
@@ -64,6 +67,7 @@ void MessageList::setRows(const QUuid &conversationID, const QList<MessageRowMod
         m_glide.stop();
         setFollowsEnd(true);
         replaceRows({});
+        m_arrival.go(style::arrivalWay, 0, isVisible() ? m_look.motion() : Motion::reduced);
     }
     const bool wasEmpty = m_rows.isEmpty();
     const bool hadKeyboard =
@@ -276,7 +280,8 @@ void MessageList::renewRows() {
 }
 
 QRect MessageList::placeOf(int row) const {
-    return {columnLeft(), m_heights.top(row) - offset(), columnWidth(), m_heights.height(row)};
+    const int top = m_heights.top(row) - offset() + qRound(m_arrival.value());
+    return {columnLeft(), top, columnWidth(), m_heights.height(row)};
 }
 
 void MessageList::measureInSight(Hold hold) {

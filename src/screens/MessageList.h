@@ -25,7 +25,7 @@ public:
     ~MessageList() override;
 
     /// Shows these rows. Those that draw the same as before aren't touched. Another `conversationID` is
-    /// another chat, which is shown from its end.
+    /// another chat, which is shown from its end, and rises to its place.
     void setRows(const QUuid &conversationID, const QList<MessageRowModel> &rows);
 
     /// The widget of a row; nothing while the row is far out of sight.
@@ -109,6 +109,7 @@ private:
     QHash<QUuid, MessageRow *> m_widgets;
     QSet<QUuid> m_unfolded; ///< rows of which something was unfolded, or folded
     Glide m_glide;
+    Glide m_arrival; ///< how far the rows are below their places
     bool m_followsEnd = true;
     bool m_isArranging = false;
 };

@@ -5,6 +5,23 @@
 #include <cmath>
 #include <numbers>
 
+namespace {
+
+using Seconds = std::chrono::duration<double>;
+
+/// A spring never quite arrives; here it has after `rest`.
+double shareOfWay(double progress, Seconds rest, Seconds response, double damping) {
+    return progress < 1 ? springAt(progress * rest, response, damping) : 1;
+}
+
+QEasingCurve curveOf(QEasingCurve::EasingFunction way) {
+    QEasingCurve curve;
+    curve.setCustomType(way);
+    return curve;
+}
+
+} // namespace
+
 double springAt(std::chrono::duration<double> time, std::chrono::duration<double> response, double damping) {
     const double frequency = 2 * std::numbers::pi / response.count();
     const double decay = damping * frequency;
@@ -14,12 +31,13 @@ double springAt(std::chrono::duration<double> time, std::chrono::duration<double
 }
 
 QEasingCurve markerSpring() {
-    QEasingCurve curve;
-    curve.setCustomType([](double progress) {
-        // A spring never quite arrives.
-        return progress < 1
-                   ? springAt(progress * style::markerRest, style::markerResponse, style::markerDamping)
-                   : 1;
+    return curveOf([](double progress) {
+        return shareOfWay(progress, style::markerRest, style::markerResponse, style::markerDamping);
     });
-    return curve;
+}
+
+QEasingCurve arrivalSpring() {
+    return curveOf([](double progress) {
+        return shareOfWay(progress, style::arrivalRest, style::arrivalResponse, style::arrivalDamping);
+    });
 }

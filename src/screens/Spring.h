@@ -10,3 +10,6 @@ double springAt(std::chrono::duration<double> time, std::chrono::duration<double
 
 /// The way of the list's marker, over style::markerRest.
 QEasingCurve markerSpring();
+
+/// The way of a chat that is opened, over style::arrivalRest.
+QEasingCurve arrivalSpring();

@@ -232,6 +232,12 @@ inline constexpr int scrollHandle = 6;
 inline constexpr int scrollHandleShortest = 32;
 inline constexpr auto scrollGlide = 160ms;
 
+// A chat that is opened: how far below its place it sets out, and the spring that draws it there.
+inline constexpr int arrivalWay = 14;
+inline constexpr auto arrivalResponse = 350ms;
+inline constexpr double arrivalDamping = 0.85;
+inline constexpr auto arrivalRest = 500ms;
+
 /// How long a picture of something in motion stands.
 inline constexpr auto frame = 33ms;
 

@@ -3,6 +3,7 @@
 #include "screens/ActionLine.h"
 #include "screens/MessageRow.h"
 #include "screens/Screen.h"
+#include "screens/Spring.h"
 #include "screens/Style.h"
 #include "screens/ThinkingBox.h"
 #include "screens/ThinkingDisclosure.h"
@@ -18,6 +19,7 @@
 #include <limits>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -569,6 +571,29 @@ TEST_F(MessageListTest, withMotionTheListGlidesToItsEnd) {
     update();
     EXPECT_FALSE(isAtEnd());
     EXPECT_TRUE(QTest::qWaitFor([this] { return isAtEnd(); }));
+}
+
+TEST_F(MessageListTest, aChatThatIsOpenedRisesToItsPlace) {
+    look.setMotion(Motion::full);
+    AnimationClock time;
+    rows.clear();
+    chat = QUuid::createUuid();
+    fill(30);
+    const auto below = [this] {
+        return row(29)->geometry().bottom() + 1 -
+               (list.viewport()->height() - style::listPadding + style::rowOutset);
+    };
+    EXPECT_EQ(below(), 14);
+    time.advance(0ms);
+    time.advance(100ms);
+    EXPECT_NEAR(below(), 14 * (1 - springAt(100ms, 350ms, 0.85)), 1);
+    time.advance(400ms);
+    EXPECT_EQ(below(), 0);
+    look.setMotion(Motion::reduced);
+    rows.clear();
+    chat = QUuid::createUuid();
+    fill(30);
+    EXPECT_EQ(below(), 0);
 }
 
 TEST_F(MessageListTest, aGrowingReplyIsFollowedAtOnce) {
