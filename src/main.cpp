@@ -1,5 +1,6 @@
 #include "core/AppState.h"
 #include "core/ProcessRole.h"
+#include "core/ProgramVersion.h"
 #include "engine/EngineProcessBox.h"
 #include "platform/AtomicFile.h"
 #include "platform/Clock.h"
@@ -24,7 +25,7 @@ namespace {
 void nameApplication() {
     QCoreApplication::setApplicationName(u"Ostrelin"_s);
     QCoreApplication::setOrganizationName(u"Ostrelin"_s);
-    QCoreApplication::setApplicationVersion(QStringLiteral(OSTRELIN_VERSION));
+    QCoreApplication::setApplicationVersion(programVersion().version);
 }
 
 /// The folder that everything is kept beside: the application folder itself may be deleted and made anew.

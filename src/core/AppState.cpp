@@ -48,7 +48,8 @@ AppState::AppState(EngineProcessBox &box, Clock &clock, Machine machine, QObject
       m_scheduler(m_chat, clock,
                   {.isReady = [this] { return isIn<phase::Ready>(m_phase); },
                    .syncAgents = m_machine.syncAgents,
-                   .postNotification = m_machine.postNotification}) {
+                   .postNotification = m_machine.postNotification}),
+      m_updates(clock, [this] { return isOffline(); }) {
     m_downloader.onProgress = [this](const DownloadProgress &progress) { takeProgress(progress); };
 }
 
@@ -111,6 +112,26 @@ void AppState::finishWelcome() {
 void AppState::saveSettings(const Settings &settings) {
     publish(m_settings, settings, &AppState::settingsChanged);
     ::saveSettings(m_settings);
+    if (isOffline())
+        m_updates.clearAvailable();
+}
+
+bool AppState::isOffline() const {
+    return m_settings.searchMode == SearchMode::off;
+}
+
+std::optional<UpdateInfo> AppState::availableUpdate() const {
+    const std::optional<UpdateInfo> info = m_updates.availableInfo();
+    return info && info->version != m_settings.dismissedUpdateVersion ? info : std::nullopt;
+}
+
+void AppState::dismissUpdate() {
+    const std::optional<UpdateInfo> info = m_updates.availableInfo();
+    if (!info)
+        return;
+    Settings settings = m_settings;
+    settings.dismissedUpdateVersion = info->version;
+    saveSettings(settings);
 }
 
 void AppState::saveMemory(const QString &text) {
@@ -125,6 +146,7 @@ void AppState::setShowsWhySize(bool shows) {
 void AppState::deleteEverything() {
     stopEngine();
     m_scheduler.stop();
+    m_updates.stop();
     cancelWork();
     m_downloader.stop();
     QDir(applicationFolder()).removeRecursively();
@@ -149,6 +171,7 @@ void AppState::deleteEverything() {
 
 void AppState::shutDown() {
     m_bootstrapTask.cancel();
+    m_updates.stop();
     cancelWork();
     stopEngine();
 }

@@ -4,6 +4,7 @@
 #include "conversation/ChatHost.h"
 #include "core/AppPhase.h"
 #include "core/MachineReport.h"
+#include "core/UpdateChecker.h"
 #include "engine/DownloadProgress.h"
 #include "engine/EngineManager.h"
 #include "engine/ModelDownloader.h"
@@ -18,8 +19,9 @@
 class Clock;
 class EngineProcessBox;
 
-/// The root of the interactive program: it owns the engine, the download, the chat and the scheduler, holds
-/// the phase that the main window shows, and leads from a cold start to a ready chat. Main thread only.
+/// The root of the interactive program: it owns the engine, the download, the chat, the scheduler and the
+/// question for updates, holds the phase that the main window shows, and leads from a cold start to a ready
+/// chat. Main thread only.
 class AppState : public ChatHost {
     Q_OBJECT
 
@@ -108,6 +110,12 @@ public:
     Scheduler &scheduler() {
         return m_scheduler;
     }
+    UpdateChecker &updates() {
+        return m_updates;
+    }
+
+    /// The newer release that there is; nothing if there is none, or the person has dismissed it.
+    std::optional<UpdateInfo> availableUpdate() const;
 
     /// Prepares folders, memory and settings, ends a server that an earlier run left behind, fetches the
     /// catalog, measures the machine, and goes on to the welcome screen or to the model. Returns at once;
@@ -160,6 +168,9 @@ public:
     /// Turns it down; it isn't made again for that model.
     void dismissUpgrade();
 
+    /// Doesn't tell of the present update again.
+    void dismissUpdate();
+
     /// Downloads the model after the present one in the catalog; nothing happens where there is none.
     void tryLighter();
 
@@ -194,6 +205,7 @@ private:
     void resumeDownload();
     void stopEngine();
     void cancelWork();
+    bool isOffline() const;
     bool hasLighter(const std::optional<ModelTier> &tier) const;
 #ifndef Q_MOC_RUN
     Task<> start(std::stop_token stop);
@@ -222,6 +234,7 @@ private:
     ModelDownloader m_downloader;
     ChatController m_chat;
     Scheduler m_scheduler;
+    UpdateChecker m_updates;
 
     bool m_didBootstrap = false;
     bool m_isStarting = false; ///< the start hasn't come to its decision yet

@@ -160,6 +160,7 @@ Task<> AppState::startEngine(QString modelPath, std::optional<ModelTier> tier, s
         co_return;
     }
     m_chat.reloadSummaries();
+    m_updates.start();
     if (!m_chat.conversation())
         m_chat.newChat();
     m_chat.startMemoryWatch();

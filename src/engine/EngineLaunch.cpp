@@ -2,6 +2,7 @@
 
 #include "platform/Http.h"
 #include "platform/RandomBytes.h"
+#include "records/DecimalInteger.h"
 
 #include <QFileInfo>
 #include <QUrl>
@@ -28,17 +29,7 @@ std::optional<QString> findServerBinary(const QProcessEnvironment &environment, 
 
 qint64 reasoningBudget(const std::optional<QString> &text) {
     constexpr qint64 usual = 256;
-    static const auto isPlain = [](QStringView number) {
-        if (number.startsWith(u'+') || number.startsWith(u'-'))
-            number = number.sliced(1);
-        return !number.isEmpty() &&
-               std::all_of(number.begin(), number.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
-    };
-    if (!text || !isPlain(*text))
-        return usual;
-    bool fits = false;
-    const qint64 number = text->toLongLong(&fits);
-    return fits ? number : usual;
+    return decimalInteger(text.value_or(QString())).value_or(usual);
 }
 
 QString randomAPIKey() {

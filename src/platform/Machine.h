@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QList>
 
 /// What this machine is and has. Any thread.
 
@@ -15,3 +15,6 @@ bool isTranslated();
 
 /// The bytes that the person may still write to the volume of the home folder; 0 if that can't be read.
 qint64 freeDisk();
+
+/// The version of the system: its first three numbers, fewer where it has no more.
+QList<qint64> systemVersion();

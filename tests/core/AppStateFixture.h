@@ -141,6 +141,9 @@ protected:
     ScriptedEngine network;
     EnvironmentVariable catalogAddress{
         "OSTRELIN_CATALOGURL", (network.url().toString() + QStringLiteral("/catalog.json")).toLocal8Bit()};
+    ScriptedEngine versions; ///< what tells of newer releases
+    EnvironmentVariable versionAddress{
+        "OSTRELIN_VERSIONURL", (versions.url().toString() + QStringLiteral("/version.json")).toLocal8Bit()};
     QString record = folder.dataHome() + QStringLiteral("/record");
     EnvironmentVariable recording{"FAKE_SERVER_RECORD", record.toLocal8Bit()};
     EnvironmentVariable server{"OSTRELIN_LLAMA_SERVER", FAKE_SERVER_PATH};

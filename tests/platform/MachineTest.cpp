@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QRegularExpression>
 #include <QStorageInfo>
+#include <QSysInfo>
 
 #include <cstdlib>
 
@@ -38,4 +39,13 @@ TEST(FreeDisk, itIsWhatThePersonMayStillWrite) {
 TEST(FreeDisk, aHomeThatIsNotThereHasNone) {
     const EnvironmentVariable home("HOME", "/nowhere/at/all");
     EXPECT_EQ(freeDisk(), 0);
+}
+
+TEST(SystemVersion, itIsTheBeginningOfTheKernelsRelease) {
+    const QList<qint64> version = systemVersion();
+    ASSERT_GE(version.size(), 2);
+    const QString release = QSysInfo::kernelVersion();
+    EXPECT_TRUE(release.startsWith(u"%1.%2"_s.arg(version.at(0)).arg(version.at(1))))
+        << release.toStdString();
+    EXPECT_LE(version.size(), 3);
 }

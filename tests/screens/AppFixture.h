@@ -83,6 +83,8 @@ protected:
     EnvironmentVariable address{"OSTRELIN_ENGINE_URL", engine.url().toString().toUtf8()};
     EnvironmentVariable catalogAddress{"OSTRELIN_CATALOGURL",
                                        network.url().toString().toUtf8() + "/catalog.json"};
+    EnvironmentVariable versionAddress{"OSTRELIN_VERSIONURL",
+                                       network.url().toString().toUtf8() + "/version.json"};
     const ModelTier mansion = tier(QStringLiteral("mansion"), 9, network);
     const ModelTier house = tier(QStringLiteral("house"), 3, network);
     const ModelTier tent = tier(QStringLiteral("tent"), 1, network);

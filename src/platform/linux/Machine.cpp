@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 #include <QSysInfo>
 
 #include <algorithm>
@@ -35,4 +36,13 @@ qint64 freeDisk() {
     const auto size = std::max<quint64>(volume.f_frsize, 1);
     constexpr quint64 most = std::numeric_limits<qint64>::max();
     return static_cast<qint64>(blocks > most / size ? most : blocks * size);
+}
+
+QList<qint64> systemVersion() {
+    // Such as "6.1.0-18-amd64": the release of the kernel, as uname(2) tells it.
+    static const QRegularExpression numbers(u"^(\\d+)(?:\\.(\\d+))?(?:\\.(\\d+))?"_s);
+    QList<qint64> version;
+    for (const QString &number : numbers.match(QSysInfo::kernelVersion()).capturedTexts().mid(1))
+        version.append(number.toLongLong());
+    return version;
 }
