@@ -36,7 +36,7 @@ Banner::Banner(const Look &look, Tone tone, QWidget *parent)
       m_buttons(new QHBoxLayout) {
     m_parts->setContentsMargins(textLeft, style::space, style::space, style::space);
     m_parts->setSpacing(style::space);
-    m_parts->addWidget(m_text, 1);
+    m_parts->addWidget(m_text, 1, Qt::AlignVCenter);
     m_parts->addLayout(m_buttons);
     m_buttons->setSpacing(style::spaceSmall);
     // In a low window the text scrolls in less room.
@@ -75,8 +75,12 @@ void Banner::placeButtons() {
     const int beside = m_buttons->sizeHint().width() + m_parts->spacing();
     const int left = width() - textLeft - style::space - beside;
     const bool isNarrow = m_buttons->count() > 0 && left < style::noticeTextMinimumWidth;
-    m_parts->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    const auto direction = isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight;
+    if (m_parts->direction() == direction)
+        return;
+    m_parts->setDirection(direction);
     m_buttons->setAlignment(isNarrow ? Qt::AlignLeft : Qt::AlignVCenter);
+    updateGeometry();
 }
 
 void Banner::paintEvent(QPaintEvent *) {

@@ -218,6 +218,8 @@ void ChatScreen::offerEnd() {
     // Only while something is written there: a chat that rests is read at leisure.
     const bool isWritten = !m_model.rows.isEmpty() && m_model.rows.last().isStreaming;
     m_toEnd->setVisible(isWritten && !m_list->followsEnd());
+    // The messages come to the front when they take the place of the empty state.
+    m_toEnd->raise();
 }
 
 void ChatScreen::goToEnd() {

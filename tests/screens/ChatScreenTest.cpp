@@ -246,6 +246,7 @@ TEST_F(ChatScreenTest, theWayBackToTheEndIsOfferedWhileAReplyIsWritten) {
         composer->geometry().adjusted(style::shadowReach, style::shadowReach, -style::shadowReach, 0);
     EXPECT_EQ(button->geometry().right(), area.right());
     EXPECT_LT(button->geometry().bottom(), area.top());
+    EXPECT_EQ(screen.childAt(button->geometry().center()), button) << "it stands before the messages";
     click(button);
     EXPECT_TRUE(list()->followsEnd());
     EXPECT_FALSE(button->isVisible());

@@ -1,5 +1,6 @@
 #include "pages/PageStore.h"
 #include "screens/AppFixture.h"
+#include "screens/ChatList.h"
 #include "screens/ChatScreen.h"
 #include "screens/ChatView.h"
 #include "screens/ComposerView.h"
@@ -86,6 +87,7 @@ private:
             {u"why-this-size"_s, {}, [this, state] { return whySize(state); }},
             {u"banners"_s, {}, [this] { return banners(); }},
             {u"chat"_s, {}, [this] { return chat(); }},
+            {u"scrolled-up"_s, {}, [this] { return scrolledUp(); }},
             {u"cards"_s, {1040, 1180}, [this] { return cards(); }},
             {u"figures"_s, {760, 1700}, [this] { return figures(); }},
             {u"composer"_s, {}, [this] { return composer(); }},
@@ -133,6 +135,30 @@ private:
                  u"Your Mac is running low on memory. Closing other apps will help, or switch to "
                  "a lighter model."_s}));
         return screen;
+    }
+
+    /// Somebody reads further up while a reply is written: the way back, a notice, and the dot in the
+    /// sidebar.
+    QWidget *scrolledUp() {
+        auto *view = static_cast<ChatView *>(sidebar());
+        ChatScreenModel model = view->screen()->model();
+        model.showsEmptyState = false;
+        model.isGenerating = true;
+        for (int row = 0; row < 20; ++row)
+            model.rows.append(
+                {.id = QUuid::createUuid(),
+                 .kind = row % 2 == 0 ? MessageRowModel::Kind::user : MessageRowModel::Kind::assistant,
+                 .text = row % 2 == 0 ? u"And after that?"_s
+                                      : u"An extra **80 a month is 960 a year**. That is most "
+                                        "often found without giving anything up."_s});
+        model.rows.last().isStreaming = true;
+        view->screen()->setModel(model);
+        QTimer::singleShot(0, view, [this, view] {
+            view->findChild<ChatList *>()->setAnswering(app.chat().summaries().at(3).id);
+            view->findChild<MessageList *>()->movePages(-1);
+            view->screen()->showToast(u"Copied"_s);
+        });
+        return view;
     }
 
     /// A search with what it found, a page, one that failed, and one card of each kind.
