@@ -1,3 +1,4 @@
+#include "e2e/OwnSite.h"
 #include "e2e/WindowFixture.h"
 #include "pages/PageDate.h"
 #include "pages/PageStore.h"
@@ -122,6 +123,38 @@ TEST_F(WindowTools, aStopWhileACardIsOpenRefuses) {
     EXPECT_TRUE(searchPage.requests().isEmpty());
 }
 
+TEST_F(WindowTools, aPageThatWasFoundIsRead) {
+    if (qgetenv(ownNetworkMark) != "1")
+        GTEST_SKIP() << "NO PAGE WAS READ: this system lets nobody have a network of their own";
+    // The model copies this address; others it likes to mend.
+    ScriptedEngine site(QString::fromLatin1(siteAddress), 8123);
+    site.answerEach([](const ScriptedEngine::Request &request) {
+        if (request.line.startsWith("POST"))
+            return Script(200).raw(
+                "<a class=\"result__a\" href=\"http://site.example:8123/okra\">Okra in Tbilisi</a>"
+                "<a class=\"result__snippet\">It is harvested in August.</a>");
+        return Script(200).raw("<html><body><script>no</script><p>Okra is picked at dawn.</p></body></html>");
+    });
+    const EnvironmentVariable address("OSTRELIN_SEARCHURL", "http://site.example:8123/html/");
+    Settings settings = loadSettings();
+    settings.searchMode = SearchMode::always;
+    saveSettings(settings);
+    startProgram();
+    send(question);
+    ASSERT_TRUE(waitForText());
+    ASSERT_TRUE(program.waitForReply());
+    send(u"Open the first result"_s);
+    ASSERT_TRUE(eventually([&] { return site.requests().size() == 2; }, 30'000)) << "it opened nothing";
+    ASSERT_TRUE(program.waitForReply());
+    EXPECT_EQ(site.requests().last().line, "GET /okra HTTP/1.1");
+    EXPECT_FALSE(site.requests().last().headers.contains("cookie"));
+    EXPECT_FALSE(site.requests().last().headers.contains("referer"));
+    const QList<Message> messages = savedChat().messages;
+    EXPECT_TRUE(std::any_of(messages.begin(), messages.end(), [](const Message &message) {
+        return message.role == Role::tool && message.content == u"Okra is picked at dawn."_s;
+    }));
+}
+
 TEST_F(WindowTools, aFactIsKeptAndTheNextChatKnowsIt) {
     startProgram();
     send(u"Remember that I like kumquats"_s);
@@ -163,8 +196,8 @@ TEST_F(WindowTools, aPageIsAgreedOnSavedListedExportedAndDeleted) {
     send(u"Make a page about falconry"_s);
     ASSERT_TRUE(window().waitFor(u"Yes"_s, AccessibleRole::pushButton));
     ASSERT_TRUE(window().press(u"Yes"_s));
-    ASSERT_TRUE(window().waitFor(u"Save as PDF"_s, AccessibleRole::pushButton)) << "the page doesn't stand";
     ASSERT_TRUE(program.waitForReply());
+    ASSERT_TRUE(window().waitFor(u"Save as PDF"_s, AccessibleRole::pushButton)) << "the page doesn't stand";
     const std::optional<PageSnapshot> page = savedChat().messages.last().page;
     ASSERT_TRUE(page);
     EXPECT_TRUE(listPages().isEmpty()) << "nobody has saved it yet";
@@ -200,8 +233,8 @@ TEST_F(WindowTools, aPageIsOpenedFromItsCardOnceMore) {
     send(u"Make a page about falconry"_s);
     ASSERT_TRUE(window().waitFor(u"Yes"_s, AccessibleRole::pushButton));
     ASSERT_TRUE(window().press(u"Yes"_s));
-    ASSERT_TRUE(window().waitFor(u"Save as PDF"_s, AccessibleRole::pushButton));
     ASSERT_TRUE(program.waitForReply());
+    ASSERT_TRUE(window().waitFor(u"Save as PDF"_s, AccessibleRole::pushButton));
     const QString title = savedChat().messages.last().page->title;
     ASSERT_TRUE(window().press(u"Close"_s));
     ASSERT_TRUE(window().waitUntilGone(u"Save as PDF"_s, AccessibleRole::pushButton));

@@ -1,3 +1,6 @@
+#include "e2e/OwnSite.h"
+#include "support/OwnNetwork.h"
+
 #include <QCoreApplication>
 
 #include <cstdio>
@@ -23,12 +26,21 @@ static void moveToOwnDisplay(char **argv) {
     std::exit(1);
 }
 
+/// Nor do they leave the machine: they have a network of their own, in which there is one site, where the
+/// system lets them. Who needs the site looks for the mark.
+static void moveToOwnNetwork() {
+    if (!std::getenv(ownNetworkMark))
+        setenv(ownNetworkMark, enterOwnNetwork({siteAddress}, siteNames) ? "1" : "0", 1);
+}
+
 int main(int argc, char **argv) {
     char **const all = argv;
     std::vector<char *> own(all, all + argc + 1);
     ::testing::InitGoogleTest(&argc, argv);
-    if (!::testing::GTEST_FLAG(list_tests))
+    if (!::testing::GTEST_FLAG(list_tests)) {
+        moveToOwnNetwork();
         moveToOwnDisplay(own.data());
+    }
     QCoreApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -172,3 +172,15 @@ TEST_F(PageInChatTest, aPanelThatIsCalledBackOnItsWayOutStays) {
     EXPECT_TRUE(panel()->isVisible());
     EXPECT_EQ(panel()->width(), 900);
 }
+
+TEST_F(PageInChatTest, aPanelThatHasGoneComesAgain) {
+    view.resize(1040, 760);
+    for (int turn = 0; turn < 3; ++turn) {
+        openPage();
+        ASSERT_TRUE(eventually([&] { return inspector()->isSettled() && panel()->isVisible(); }));
+        EXPECT_EQ(panel()->width(), 1040 - 249 - 380 - 1);
+        app.chat().closePageDraft();
+        ASSERT_TRUE(eventually([&] { return !panel()->isVisible(); }));
+        EXPECT_EQ(view.screen()->width(), 1040 - 249);
+    }
+}

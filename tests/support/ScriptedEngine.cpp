@@ -39,7 +39,10 @@ QJsonObject ScriptedEngine::Request::json() const {
 }
 
 // A plain thread rather than Qt's, whose beginning and end the thread sanitizer can't see.
-ScriptedEngine::ScriptedEngine(const QString &host) : m_host(host), m_thread([this] { run(); }) {
+ScriptedEngine::ScriptedEngine(const QString &host, quint16 port)
+    : m_host(host),
+      m_port(port),
+      m_thread([this] { run(); }) {
     m_listening.get_future().wait();
 }
 
@@ -53,7 +56,7 @@ void ScriptedEngine::run() {
     Mailbox mailbox;
     QTcpServer server;
     QObject::connect(&server, &QTcpServer::newConnection, &mailbox, [this] { accept(); });
-    server.listen(QHostAddress(m_host));
+    server.listen(QHostAddress(m_host), m_port);
     m_mailbox = &mailbox;
     m_server = &server;
     m_port = server.serverPort();

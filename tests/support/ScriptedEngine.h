@@ -29,8 +29,8 @@ public:
         QJsonObject json() const;
     };
 
-    /// Listens on a free port of one of this machine's addresses.
-    explicit ScriptedEngine(const QString &host = QStringLiteral("127.0.0.1"));
+    /// Listens at one of this machine's addresses, on a free port unless told which.
+    explicit ScriptedEngine(const QString &host = QStringLiteral("127.0.0.1"), quint16 port = 0);
     ~ScriptedEngine();
     ScriptedEngine(const ScriptedEngine &) = delete;
     ScriptedEngine &operator=(const ScriptedEngine &) = delete;

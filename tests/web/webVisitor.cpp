@@ -1,6 +1,7 @@
 // Makes a small web of its own network, at addresses that are kept for documentation (RFC 5737), visits it
-// as a model would, and prints what each visit gives. Belongs in a network of its own with the names below.
+// as a model would, and prints what each visit gives.
 
+#include "support/OwnNetwork.h"
 #include "support/ScriptedEngine.h"
 #include "web/PageFetch.h"
 #include "web/WebSearch.h"
@@ -10,13 +11,7 @@
 #include <QTimer>
 
 #include <cstdio>
-#include <cstring>
 
-#include <arpa/inet.h>
-#include <net/if.h>
-#include <netinet/in.h>
-#include <sys/ioctl.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -25,29 +20,12 @@ namespace {
 
 constexpr unsigned secondsToLive = 60;
 
-ifreq interfaceOf(const char *name) {
-    ifreq interface {};
-    qstrncpy(interface.ifr_name, name, sizeof interface.ifr_name);
-    return interface;
-}
-
-/// Gives the loopback one more address. False if this isn't a network of one's own.
-bool addAddress(int socket, const char *alias, const char *address) {
-    ifreq interface = interfaceOf(alias);
-    sockaddr_in place{};
-    place.sin_family = AF_INET;
-    ::inet_pton(AF_INET, address, &place.sin_addr);
-    std::memcpy(&interface.ifr_addr, &place, sizeof place);
-    return ::ioctl(socket, SIOCSIFADDR, &interface) == 0;
-}
-
-bool makeNetwork() {
-    const int socket = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-    ifreq loopback = interfaceOf("lo");
-    loopback.ifr_flags = IFF_UP | IFF_RUNNING;
-    return ::ioctl(socket, SIOCSIFFLAGS, &loopback) == 0 && addAddress(socket, "lo:1", "203.0.113.7") &&
-           addAddress(socket, "lo:2", "198.51.100.9") && addAddress(socket, "lo:3", "10.0.0.1");
-}
+const QList<QByteArray> addresses{"203.0.113.7", "198.51.100.9", "10.0.0.1"};
+const QByteArray names = "127.0.0.1 localhost\n"
+                         "203.0.113.7 site.example\n"
+                         "203.0.113.7 mixed.example\n"
+                         "10.0.0.1 mixed.example\n"
+                         "10.0.0.1 inside.example\n";
 
 void print(const QString &visit, const QString &result) {
     std::printf("%s: %s\n", qUtf8Printable(visit), qUtf8Printable(QString(result).replace(u'\n', u'|')));
@@ -92,9 +70,9 @@ Task<> visitAll() {
 } // namespace
 
 int main(int argc, char **argv) {
-    QCoreApplication application(argc, argv);
-    if (!makeNetwork())
+    if (!enterOwnNetwork(addresses, names))
         return 1;
+    QCoreApplication application(argc, argv);
     std::puts("a network of its own");
     ::alarm(secondsToLive);
     const Task<> task = visitAll();
