@@ -85,11 +85,15 @@ void PdfEngine::updateState(const QPaintEngineState &now) {
     m_transform = now.transform();
     m_opacity = now.opacity();
     if (now.state() & (DirtyClipEnabled | DirtyClipPath | DirtyClipRegion))
-        m_clip = painter()->hasClipping() ? pathOf(m_transform.map(painter()->clipPath())) : QByteArray();
+        m_clip = painter()->hasClipping() ? std::optional(pathOf(m_transform.map(painter()->clipPath())))
+                                          : std::nullopt;
 }
 
 void PdfEngine::append(const QByteArray &drawing) {
-    m_content += m_clip.isEmpty() ? drawing : "q\n" + m_clip + "W n\n" + drawing + "Q\n";
+    if (!m_clip)
+        m_content += drawing;
+    else if (!m_clip->isEmpty())
+        m_content += "q\n" + *m_clip + "W n\n" + drawing + "Q\n";
 }
 
 QByteArray PdfEngine::paint(const QColor &color, Painting painting) {

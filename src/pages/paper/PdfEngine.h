@@ -8,6 +8,7 @@
 #include <QPainterPath>
 #include <QPen>
 
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -51,5 +52,5 @@ private:
     QBrush m_brush;
     QTransform m_transform;
     double m_opacity = 1;
-    QByteArray m_clip; ///< the path to which drawing is kept; nothing if it isn't
+    std::optional<QByteArray> m_clip; ///< the path to which drawing is kept; nothing if it isn't
 };

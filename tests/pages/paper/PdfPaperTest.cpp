@@ -97,6 +97,19 @@ TEST(PdfPaper, clippingKeepsWhatIsInsideUntilItEnds) {
     });
 }
 
+TEST(PdfPaper, insideAnEmptyClipNothingIsDrawn) {
+    expectLikeOnTheScreen([](QPainter &painter) {
+        painter.save();
+        painter.setClipRect(QRectF(10, 10, 40, 40));
+        painter.setClipRect(QRectF(60, 60, 40, 40), Qt::IntersectClip);
+        painter.fillRect(0, 0, 200, 100, Qt::darkGreen);
+        painter.setClipPath(QPainterPath());
+        painter.fillRect(0, 0, 200, 100, Qt::darkBlue);
+        painter.restore();
+        painter.fillRect(150, 10, 30, 80, Qt::darkRed);
+    });
+}
+
 TEST(PdfPaper, opacityOfThePainterCounts) {
     expectLikeOnTheScreen([](QPainter &painter) {
         painter.setOpacity(0.5);
