@@ -2,10 +2,11 @@
 
 #include "pages/drawing/PageCanvas.h"
 #include "pages/paper/PageExport.h"
+#include "records/Characters.h"
+#include "screens/DialogFolder.h"
 
 #include <QFile>
 #include <QFileDialog>
-#include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
@@ -24,6 +25,16 @@ QByteArray drawn(const PageDocument &document, PageFileKind kind, int width) {
     return kind == PageFileKind::pdf ? exportPagePDF(canvas) : exportPagePNG(canvas);
 }
 
+/// As much of the name as has that many bytes on disk.
+QString fitted(const QString &name, qsizetype most) {
+    // A character has a byte at least.
+    qsizetype count = most;
+    QString beginning = name;
+    while (QFile::encodeName(beginning).size() > most)
+        beginning = firstCharacters(name, count--).toString();
+    return beginning;
+}
+
 void write(const QString &path, const QByteArray &bytes) {
     QFile file(path);
     if (file.open(QIODevice::WriteOnly))
@@ -33,9 +44,13 @@ void write(const QString &path, const QByteArray &bytes) {
 } // namespace
 
 QString pageFileName(const QString &title, PageFileKind kind) {
+    // What Linux and macOS allow.
+    constexpr qsizetype mostBytes = 255;
+    const QString end = u'.' + extension(kind);
     QString name = title;
-    name.replace(u'/', u'-').replace(u':', u'-');
-    return (name.isEmpty() ? u"Page"_s : name) + u'.' + extension(kind);
+    name.replace(u'/', u'-').replace(u':', u'-').replace(u'"', u'\'');
+    name = fitted(name, mostBytes - end.size());
+    return (name.isEmpty() ? u"Page"_s : name) + end;
 }
 
 void savePageAs(QWidget *parent, const PageDocument &document, PageFileKind kind, int width) {
@@ -47,7 +62,7 @@ void savePageAs(QWidget *parent, const PageDocument &document, PageFileKind kind
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setNameFilter(filter(kind));
     dialog->setDefaultSuffix(extension(kind));
-    dialog->setDirectory(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    beginInDocuments(*dialog);
     dialog->selectFile(pageFileName(document.title, kind));
     QObject::connect(dialog, &QFileDialog::fileSelected, parent,
                      [bytes](const QString &path) { write(path, bytes); });

@@ -8,7 +8,8 @@ class QWidget;
 enum class PageFileKind { pdf, png };
 
 /// What such a file is called unless the person calls it something else: by the title, in which "/" and ":"
-/// become "-".
+/// become "-", and the quotation marks in which a dialog takes names become "'"; it ends where a file system
+/// takes no longer name.
 QString pageFileName(const QString &title, PageFileKind kind);
 
 /// Draws the page on paper of that width, and asks the person where to put it, in a dialog over the window
