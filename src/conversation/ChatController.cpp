@@ -13,26 +13,32 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A chat that a crash left in the midst of its tool calls is one that the model can't read. True if there
-/// was something to repair.
+/// A chat that a crash or a stop left in the midst of its tool calls is one that the model can't read. True
+/// if there was something to repair.
 bool answerOpenCalls(Conversation &chat) {
-    if (chat.messages.isEmpty() || chat.messages.last().role != Role::assistant)
+    QList<Message> &messages = chat.messages;
+    const qsizetype caller = lastAssistant(messages);
+    const bool isLast =
+        caller >= 0 && std::all_of(messages.cbegin() + caller + 1, messages.cend(),
+                                   [](const Message &message) { return message.role == Role::tool; });
+    if (!isLast)
         return false;
-    const QList<ToolCall> calls = chat.messages.last().toolCalls.value_or(QList<ToolCall>());
-    const qsizetype before = chat.messages.size();
+    const QList<ToolCall> calls = messages.at(caller).toolCalls.value_or(QList<ToolCall>());
+    const qsizetype before = messages.size();
     for (const ToolCall &call : calls) {
+        // An id may have been another call's before.
         const bool isAnswered =
-            std::any_of(chat.messages.begin(), chat.messages.end(),
+            std::any_of(messages.cbegin() + caller + 1, messages.cend(),
                         [&](const Message &message) { return message.toolCallId == call.id; });
         if (!isAnswered)
-            chat.messages.append({.id = QUuid::createUuid(),
-                                  .role = Role::tool,
-                                  .content = u"The search was interrupted."_s,
-                                  .reasoning = {},
-                                  .toolCalls = {},
-                                  .toolCallId = call.id});
+            messages.append({.id = QUuid::createUuid(),
+                             .role = Role::tool,
+                             .content = u"The search was interrupted."_s,
+                             .reasoning = {},
+                             .toolCalls = {},
+                             .toolCallId = call.id});
     }
-    return chat.messages.size() > before;
+    return messages.size() > before;
 }
 
 QSet<QString> foundURLs(const Conversation &chat) {
@@ -60,7 +66,9 @@ void ChatController::send(const QString &text, Thinking think, const QList<Attac
         return;
     if (!m_conversation)
         newChat();
-    startTurn(*m_conversation, {.question = UserMessage{trimmed, attachments}, .think = think});
+    Conversation chat = *m_conversation;
+    answerOpenCalls(chat);
+    startTurn(chat, {.question = UserMessage{trimmed, attachments}, .think = think});
 }
 
 void ChatController::regenerate() {
@@ -228,7 +236,9 @@ void ChatController::resetAll() {
 
 void ChatController::testSearchHint(const Conversation &conversation) {
     const bool isOnScreen = m_conversation && m_conversation->id == conversation.id;
-    if (m_points.suggestsSearch && m_host && isOnScreen)
+    const std::optional<ModelTier> tier = m_host ? m_host->activeTier() : std::nullopt;
+    // Nobody is offered what their model can't do.
+    if (m_points.suggestsSearch && isOnScreen && tier && tier->supportsTools)
         setShowSearchHint(m_points.suggestsSearch(m_host->settings(), conversation));
 }
 

@@ -4,12 +4,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr int lastRoundWithTools = 3;
-
-} // namespace
-
 Task<> generate(ChatController *controller, Conversation conversation, TurnRequest request,
                 std::stop_token stop) {
     Turn turn(*controller, std::move(conversation), std::move(request), stop);

@@ -30,6 +30,9 @@ struct RoundResult {
 Task<> generate(ChatController *controller, Conversation conversation, TurnRequest request,
                 std::stop_token stop);
 
+/// How many times the model may have called tools when a request still offers some.
+inline constexpr int lastRoundWithTools = 3;
+
 /// The turn at work; generate() holds it for its whole length.
 class Turn {
 public:

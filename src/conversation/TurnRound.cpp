@@ -157,6 +157,9 @@ RoundResult Turn::finishMessage(ToolCallAssembler &assembler, std::optional<QStr
     calls.removeIf([](const ToolCall &call) { return call.name.isEmpty(); });
     if (calls.isEmpty())
         calls = writtenCalls;
+    // What a model says after its last round is the reply, whatever it calls.
+    if (m_round > lastRoundWithTools)
+        calls.clear();
     if (!calls.isEmpty()) {
         m_message.toolCalls = calls;
         lastFinish = u"tool_calls"_s;

@@ -12,5 +12,7 @@ public:
     QSize sizeHint() const override;
 
 protected:
+    /// The second press of a double click was meant for the card before this one.
+    void mouseDoubleClickEvent(QMouseEvent *) override {}
     void paintEvent(QPaintEvent *event) override;
 };

@@ -122,7 +122,7 @@ void ChatScreen::observeRows() {
     });
     connect(m_list, &MessageList::regenerateRequested, this, &ChatScreen::regenerate);
     connect(m_list, &MessageList::pageOpened, &chat, &ChatController::openPage);
-    connect(m_list, &MessageList::pageRetried, &chat, &ChatController::retryPage);
+    connect(m_list, &MessageList::pageRetried, this, &ChatScreen::retryPage);
     connect(m_list, &MessageList::searchAnswered, &chat.consent(), &Consent::resolveSearch);
     connect(m_list, &MessageList::pageAnswered, &chat.consent(), &Consent::resolvePage);
     connect(m_list, &MessageList::memoryAnswered, &chat.consent(), &Consent::resolveMemory);
@@ -206,6 +206,13 @@ void ChatScreen::regenerate() {
     focusComposer();
 }
 
+void ChatScreen::retryPage() {
+    if (m_app.chat().isGenerating())
+        return showToast(submission({}, {}, true).text);
+    m_app.chat().retryPage();
+    focusComposer();
+}
+
 void ChatScreen::enableSearch() {
     Settings settings = m_app.settings();
     settings.searchMode = SearchMode::always;
@@ -215,9 +222,10 @@ void ChatScreen::enableSearch() {
 }
 
 void ChatScreen::offerEnd() {
-    // Only while something is written there: a chat that rests is read at leisure.
-    const bool isWritten = !m_model.rows.isEmpty() && m_model.rows.last().isStreaming;
-    m_toEnd->setVisible(isWritten && !m_list->followsEnd());
+    // Only while something is written or asked there: a chat that rests is read at leisure.
+    const bool isAwaited =
+        !m_model.rows.isEmpty() && (m_model.rows.last().isStreaming || m_model.rows.last().extras.asks());
+    m_toEnd->setVisible(isAwaited && !m_list->followsEnd());
     // The messages come to the front when they take the place of the empty state.
     m_toEnd->raise();
 }
@@ -245,7 +253,9 @@ void ChatScreen::refresh() {
                               .pendingPermission = consent.pendingPermission(),
                               .pendingPageOffer = consent.pendingPageOffer(),
                               .pendingMemory = consent.pendingMemory(),
+                              .generatingID = chat.generatingID(),
                               .showSearchHint = chat.showSearchHint(),
+                              .searchMode = m_app.settings().searchMode,
                               .engine = m_app.engine().status(),
                               .activeTier = m_app.activeTier(),
                               .needsMoveToApplications = m_app.needsMoveToApplications(),

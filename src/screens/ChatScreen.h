@@ -66,6 +66,7 @@ private:
     void observeComposer();
     void observeRows();
     void enableSearch();
+    void retryPage();
     void refresh();
     void regenerate();
     void setSpeed(ResponseSpeed speed);

@@ -1,6 +1,7 @@
 #include "screens/ChatScreenModel.h"
 
 #include "conversation/DisplayText.h"
+#include "conversation/MessagePlaces.h"
 
 #include <QHash>
 
@@ -43,6 +44,18 @@ Asked askedOf(const ChatScreenState &state) {
     if (state.pendingMemory)
         return *state.pendingMemory;
     return {};
+}
+
+/// The reply that is being written, or whose tools are at work and will be answered.
+std::optional<QUuid> writtenMessage(const ChatScreenState &state) {
+    const QList<Message> &messages = state.conversation->messages;
+    const bool isAtWork = state.isGenerating && state.generatingID == state.conversation->id &&
+                          std::holds_alternative<std::monostate>(askedOf(state));
+    if (state.streamingID || !isAtWork)
+        return state.streamingID;
+    const qsizetype caller = lastAssistant(messages);
+    const bool hasCalled = caller >= 0 && messages.at(caller).toolCalls;
+    return hasCalled ? std::optional(messages.at(caller).id) : std::nullopt;
 }
 
 std::optional<MessageRowModel> rowOf(const Message &message, const std::optional<QUuid> &streamingID,
@@ -100,7 +113,9 @@ ChatScreenModel chatScreenModel(const ChatScreenState &state) {
     if (state.engine.state == EngineStatus::State::failed)
         model.engineFailure = state.engine.failure;
     model.isGenerating = state.isGenerating;
-    model.showsSearchHint = state.showSearchHint;
+    // While the title is made, nothing can be asked again yet.
+    model.showsSearchHint =
+        state.showSearchHint && !state.isGenerating && state.searchMode == SearchMode::off;
     model.speed = state.responseSpeed;
     model.title = defaultTitle.toString();
     model.showsEmptyState = !state.conversation || state.conversation->messages.isEmpty();
@@ -109,7 +124,7 @@ ChatScreenModel chatScreenModel(const ChatScreenState &state) {
         model.title = state.conversation->title;
     }
     if (!model.showsEmptyState)
-        model.rows = messageRows(*state.conversation, state.streamingID, askedOf(state));
+        model.rows = messageRows(*state.conversation, writtenMessage(state), askedOf(state));
     else if (state.activeTier && state.activeTier->id.startsWith("lite"_L1))
         model.emptyHint = u"Great for writing, brainstorming and quick questions."_s;
     if (!model.rows.isEmpty() && !state.isGenerating)

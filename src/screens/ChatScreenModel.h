@@ -20,7 +20,9 @@ struct ChatScreenState {
     std::optional<PendingSearch> pendingPermission;
     std::optional<PendingPageOffer> pendingPageOffer;
     std::optional<PendingMemory> pendingMemory;
+    std::optional<QUuid> generatingID;
     bool showSearchHint = false;
+    SearchMode searchMode = SearchMode::off;
     EngineStatus engine;
     std::optional<ModelTier> activeTier;
     bool needsMoveToApplications = false;

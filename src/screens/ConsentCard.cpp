@@ -17,11 +17,13 @@ constexpr int textLeft = style::cardPadding + style::iconSize + style::spaceSmal
 ConsentCard::ConsentCard(const Look &look, const Content &content, QWidget *parent)
     : RowPart(parent),
       m_look(look),
-      m_symbol(content.symbol) {
+      m_symbol(content.symbol),
+      m_question(content.question) {
     Spoken::install();
-    m_texts.append(addText(content.text));
-    if (!content.detail.isEmpty())
-        m_texts.append(addText(content.detail));
+    for (const QString &text : {content.text, content.detail}) {
+        if (!text.isEmpty())
+            m_texts.append(addText(text));
+    }
     for (int answer = 0; answer < content.answers.size(); ++answer) {
         auto *button = new CardButton(look, content.answers.at(answer), this);
         connect(button, &LookButton::clicked, this, [this, answer] { Q_EMIT answered(answer); });
@@ -78,9 +80,10 @@ QList<QWidget *> ConsentCard::stops() const {
 }
 
 QString ConsentCard::spokenName() const {
-    QStringList texts;
+    QStringList texts{m_question};
     for (const TextView *text : m_texts)
         texts.append(text->text());
+    texts.removeAll(QString());
     return texts.join(u'\n');
 }
 

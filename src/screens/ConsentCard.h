@@ -15,8 +15,9 @@ class ConsentCard : public RowPart, public Spoken {
 public:
     struct Content {
         Icon symbol = Icon::information;
-        QString text;
-        QString detail; ///< below the text; empty for none
+        QString question; ///< to be heard before the texts, where they don't ask themselves
+        QString text;     ///< may be empty
+        QString detail;   ///< below the text; empty for none
         QStringList answers;
     };
 
@@ -45,6 +46,7 @@ private:
 
     const Look &m_look;
     const Icon m_symbol;
+    const QString m_question;
     QList<TextView *> m_texts;
     QList<CardButton *> m_buttons;
 };

@@ -57,8 +57,9 @@ PageSheet::PageSheet(const Look &look, int paperWidth, QWidget *parent)
 void PageSheet::setPage(const PageDocument &page) {
     const bool hadFocus = hasFocus();
     delete m_paper;
-    m_paper = new MarkdownWidget(
-        std::make_unique<PageCanvas>(page.title, page.markdown, m_paperWidth, page.updatedAt), m_ground);
+    m_paper = new MarkdownWidget(std::make_unique<PageCanvas>(page.title, page.markdown, m_paperWidth,
+                                                              page.updatedAt, PageCanvas::Medium::screen),
+                                 m_ground);
     m_paper->setAccessibleName(page.title + u", "_s + shownDate(page.updatedAt));
     connect(m_paper, &MarkdownWidget::linkActivated, this,
             [](const QUrl &address) { QDesktopServices::openUrl(address); });

@@ -16,5 +16,6 @@ struct ReplyExtras {
     Asked asked;
 
     bool isEmpty() const { return *this == ReplyExtras(); }
+    bool asks() const { return !std::holds_alternative<std::monostate>(asked); }
     bool operator==(const ReplyExtras &) const = default;
 };

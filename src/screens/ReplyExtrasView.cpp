@@ -13,9 +13,26 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// A text in which nothing is hidden and nothing turns the order of what is read: what the person agrees to
+/// is what they see.
+QString inFull(QString text) {
+    for (qsizetype place = 0; place < text.size(); ++place) {
+        const bool isPair = text.at(place).isHighSurrogate() && place + 1 < text.size();
+        const char32_t letter = isPair ? QChar::surrogateToUcs4(text.at(place), text.at(place + 1))
+                                       : char32_t(text.at(place).unicode());
+        const bool isJoiner = letter == 0x200C || letter == 0x200D;
+        if (QChar::category(letter) == QChar::Other_Format && !isJoiner)
+            text.replace(place, isPair ? 2 : 1, QChar::ReplacementCharacter);
+        else if (isPair)
+            ++place;
+    }
+    return text;
+}
+
 ConsentCard::Content contentOf(const PendingSearch &asked) {
     return {.symbol = Icon::globe,
-            .text = asked.query,
+            .question = u"Search the web?"_s,
+            .text = inFull(asked.query),
             .detail = {},
             .answers = {u"Search"_s, u"Always allow"_s, u"Don't search"_s}};
 }
@@ -31,7 +48,7 @@ ConsentCard::Content contentOf(const PendingPageOffer &) {
 ConsentCard::Content contentOf(const PendingMemory &asked) {
     return {.symbol = Icon::brain,
             .text = u"Want me to remember this?"_s,
-            .detail = asked.fact,
+            .detail = inFull(asked.fact),
             .answers = {u"Remember"_s, u"Not now"_s}};
 }
 
@@ -96,25 +113,30 @@ void ReplyExtrasView::showAsked() {
 }
 
 RowPart *ReplyExtrasView::newCard() {
-    const auto make = [this](const auto &asked) { return new ConsentCard(m_look, contentOf(asked), this); };
-    if (const auto *search = std::get_if<PendingSearch>(&m_extras.asked)) {
-        auto *card = make(*search);
-        connect(card, &ConsentCard::answered, this,
-                [this](int answer) { Q_EMIT searchAnswered(choiceAt(answer)); });
-        return card;
-    }
-    if (const auto *offer = std::get_if<PendingPageOffer>(&m_extras.asked)) {
-        auto *card = make(*offer);
-        connect(card, &ConsentCard::answered, this, [this](int answer) { Q_EMIT pageAnswered(answer == 0); });
-        return card;
-    }
-    if (const auto *memory = std::get_if<PendingMemory>(&m_extras.asked)) {
-        auto *card = make(*memory);
-        connect(card, &ConsentCard::answered, this,
-                [this](int answer) { Q_EMIT memoryAnswered(answer == 0); });
-        return card;
-    }
-    return nullptr;
+    return std::visit(
+        [this](const auto &asked) -> RowPart * {
+            if constexpr (std::is_same_v<decltype(asked), const std::monostate &>) {
+                return nullptr;
+            } else {
+                auto *card = new ConsentCard(m_look, contentOf(asked), this);
+                connect(card, &ConsentCard::answered, this,
+                        [this, asked](int place) { answer(asked, place); });
+                return card;
+            }
+        },
+        m_extras.asked);
+}
+
+void ReplyExtrasView::answer(const PendingSearch &, int place) {
+    Q_EMIT searchAnswered(choiceAt(place));
+}
+
+void ReplyExtrasView::answer(const PendingPageOffer &, int place) {
+    Q_EMIT pageAnswered(place == 0);
+}
+
+void ReplyExtrasView::answer(const PendingMemory &, int place) {
+    Q_EMIT memoryAnswered(place == 0);
 }
 
 int ReplyExtrasView::layIn(int width) {
@@ -152,7 +174,7 @@ int ReplyExtrasView::estimatedHeight(const Look &look, const ReplyExtras &extras
         height += PageCard::estimatedHeight(look) + style::partGap;
     if (extras.hasFailedPage)
         height += style::footHeight + style::partGap;
-    if (!std::holds_alternative<std::monostate>(extras.asked))
+    if (extras.asks())
         height += ConsentCard::estimatedHeight(look) + style::partGap;
     return height;
 }

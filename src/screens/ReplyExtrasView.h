@@ -36,6 +36,9 @@ private:
     void showFailedPage();
     void showAsked();
     RowPart *newCard();
+    void answer(const PendingSearch &asked, int place);
+    void answer(const PendingPageOffer &asked, int place);
+    void answer(const PendingMemory &asked, int place);
     void replace(RowPart *&part, RowPart *other);
     QList<RowPart *> parts() const;
 

@@ -8,6 +8,7 @@
 
 #include <QDesktopServices>
 #include <QFontMetrics>
+#include <QTextDocument>
 
 using namespace Qt::StringLiterals;
 
@@ -42,7 +43,10 @@ void SearchChip::addSource(const SearchSource &source, qsizetype place) {
     const QString title = source.title.isEmpty() ? source.url : source.title;
     auto *button = new LineButton(m_look, u"[%1] "_s.arg(place) + title, m_body);
     connect(button, &LookButton::focusChanged, this, &RowPart::focusChanged);
-    if (const std::optional<QUrl> address = linkAddress(source.url)) {
+    const std::optional<QUrl> address = linkAddress(source.url);
+    // A title may promise anything: where it leads is seen before it is followed.
+    if (address && address->scheme().startsWith(u"http"_s)) {
+        button->setToolTip(Qt::convertFromPlainText(shownAddress(*address)));
         button->setAccessibleDescription(shownAddress(*address));
         connect(button, &LookButton::clicked, this, [url = *address] { QDesktopServices::openUrl(url); });
     }

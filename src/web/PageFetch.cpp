@@ -29,11 +29,20 @@ HttpRequest pageRequest(const QUrl &url) {
     return request;
 }
 
-QString textOf(const QByteArray &body) {
+/// The first characters as a reader counts them, of which each may be a letter with marks without end.
+QStringView beginningOf(const QString &text) {
     constexpr qsizetype mostCharacters = 6'000;
+    constexpr qsizetype mostCodeUnits = 4 * mostCharacters;
+    QStringView beginning = firstCharacters(text, mostCharacters).left(mostCodeUnits);
+    if (!beginning.isEmpty() && beginning.back().isHighSurrogate())
+        beginning.chop(1);
+    return beginning;
+}
+
+QString textOf(const QByteArray &body) {
     const QString html = body.isValidUtf8() ? QString::fromUtf8(body) : QString::fromLatin1(body);
     const QString text = plainText(html);
-    return text.isEmpty() ? notReadable.toString() : firstCharacters(text, mostCharacters).toString();
+    return text.isEmpty() ? notReadable.toString() : beginningOf(text).toString();
 }
 
 } // namespace

@@ -25,6 +25,7 @@ HttpRequest searchRequest(const QString &query, const QUrl &address) {
     request.headers.emplaceBack("Content-Type", "application/x-www-form-urlencoded");
     request.body = "q=" + QUrl::toPercentEncoding(query, kept);
     request.reading = HttpRequest::Reading::ofEveryStatus;
+    request.longestBody = 2'000'000;
     return request;
 }
 

@@ -96,9 +96,21 @@ TEST_F(ChatServicesTest, openCallsAreAnsweredWhenAChatIsOpened) {
     EXPECT_EQ(saved(), *chat->conversation());
 }
 
-TEST_F(ChatServicesTest, onlyCallsOfTheLastMessageWithoutAnAnswerAreOpen) {
+TEST_F(ChatServicesTest, anAnswerBeforeACallIsNotItsOwn) {
+    // The ids of calls that a model writes as text come again in every reply.
+    const Conversation other = onDisk(u"Other"_s, {calling({u"xml_0"_s}),
+                                                   answering(u"xml_0"_s),
+                                                   {.id = QUuid::createUuid(), .content = u"More"_s},
+                                                   calling({u"xml_0"_s, u"xml_1"_s}),
+                                                   answering(u"xml_0"_s)});
+    chat->openConversation(other.id);
+    ASSERT_EQ(messages().size(), 6);
+    EXPECT_EQ(messages().last().toolCallId, u"xml_1"_s);
+}
+
+TEST_F(ChatServicesTest, onlyCallsOfTheLastReplyWithoutAnAnswerAreOpen) {
     for (const QList<Message> &messages :
-         {QList{calling({u"a"_s}), answering(u"a"_s)}, QList{answering(u"a"_s), calling({u"a"_s})},
+         {QList{calling({u"a"_s}), answering(u"a"_s)},
           QList{calling({u"a"_s}), Message{.id = QUuid::createUuid(), .content = u"Hi"_s}},
           QList{calling({})}, QList<Message>()}) {
         const Conversation other = onDisk(u"Other"_s, messages);

@@ -13,6 +13,7 @@ protected:
         TurnPoints points = turnServices(clock);
         points.makeTitle = nullptr;
         makeChat(points);
+        host.tier->supportsTools = true;
     }
 
     void sayAnswered(const QString &reply) {
@@ -41,6 +42,12 @@ TEST_F(SearchHint, onlyWhileTheWebIsOff) {
     }
 }
 
+TEST_F(SearchHint, aModelThatCannotSearchGivesNone) {
+    host.tier->supportsTools = false;
+    sayAnswered(u"recent"_s);
+    EXPECT_FALSE(chat->showSearchHint());
+}
+
 TEST_F(SearchHint, aTurnThatFailsOrIsStoppedGivesNone) {
     engine.answer(Script().content(u"recent"_s).pause(20).drop());
     say(u"Hi"_s);
@@ -59,6 +66,7 @@ TEST_F(SearchHint, itGoesWithTheNextTurnAndWithAnotherChat) {
     engine.answer(Script().hold());
     chat->send(u"Hi"_s);
     EXPECT_FALSE(chat->showSearchHint());
+    ASSERT_TRUE(eventually([&] { return engine.requests().size() == 2; }));
     chat->stop();
     EXPECT_EQ(changes.count(), 2);
     const QUuid id = chat->conversation()->id;

@@ -62,6 +62,19 @@ protected:
         chat->send(u"Go"_s);
     }
 
+    /// A reply with two calls of a tool, with these ids.
+    static Script twoCalls(const QString &name, const QStringList &ids) {
+        Script script;
+        for (int index = 0; index < 2; ++index)
+            script.call(
+                {{u"index"_s, index},
+                 {u"id"_s, ids.at(index)},
+                 {u"function"_s,
+                  QJsonObject{{u"name"_s, name},
+                              {u"arguments"_s, u"{\"query\":\"q%1\",\"fact\":\"f%1\"}"_s.arg(index)}}}});
+        return script.finish(u"tool_calls"_s).done();
+    }
+
     /// What the model reads, when the turn is over.
     QString resultOf(const QString &name, const QString &arguments) {
         call(name, arguments);
@@ -376,6 +389,140 @@ TEST_F(ToolsTest, aCardThatIsOpenWhenTheProgramEndsHurtsNobody) {
         makeChat(services());
     }
     EXPECT_EQ(readMemory(), QString());
+}
+
+TEST_F(ToolsTest, aStopAtTheFirstOfTwoCardsLeavesAChatThatCanBeGoneOnWith) {
+    host.fakeSettings.searchMode = SearchMode::ask;
+    engine.answer(twoCalls(u"web_search"_s, {u"a"_s, u"b"_s}));
+    chat->send(u"Go"_s);
+    ASSERT_TRUE(asks());
+    chat->stop();
+    letPass(30);
+    engine.answer(Script::reply({u"So."_s}));
+    say(u"And?"_s);
+    QStringList answered;
+    for (const QJsonValue value : body(1)["messages"_L1].toArray())
+        answered.append(value.toObject()["tool_call_id"_L1].toString());
+    answered.removeAll(QString());
+    EXPECT_EQ(answered, (QStringList{u"a"_s, u"b"_s})) << "every call has its answer on the wire";
+    EXPECT_EQ(messages().last().content, u"So."_s);
+}
+
+TEST_F(ToolsTest, anIdThatIsUsedAgainIsAnsweredAgain) {
+    chat->newChat();
+    Conversation old = *chat->conversation();
+    const Message caller{.id = QUuid::createUuid(),
+                         .role = Role::assistant,
+                         .toolCalls = QList<ToolCall>{{u"xml_0"_s, u"web_search"_s, u"{}"_s}}};
+    Message answer{.id = QUuid::createUuid(), .role = Role::tool, .content = u"found"_s};
+    answer.toolCallId = u"xml_0"_s;
+    Message again = caller;
+    again.id = QUuid::createUuid();
+    old.messages = {caller, answer, {.id = QUuid::createUuid(), .content = u"More"_s}, again};
+    ChatStore().save(old);
+    chat->openConversation(old.id);
+    ASSERT_EQ(messages().size(), 5);
+    EXPECT_EQ(messages().last().content, u"The search was interrupted."_s);
+}
+
+TEST_F(ToolsTest, whatIsSaidAfterTheLastRoundIsTheReply) {
+    for (int round = 0; round < 4; ++round)
+        engine.answer(Script::toolCall(u"c"_s, u"web_search"_s, u"{\"query\":\"tea\"}"_s));
+    engine.answer(Script::reply(
+        {u"So. <tool_call>{\"name\":\"web_search\",\"arguments\":{\"query\":\"tea\"}}</tool_call>"_s}));
+    say(u"Go"_s);
+    EXPECT_EQ(engine.requests().size(), 5);
+    EXPECT_EQ(queries.size(), 4);
+    EXPECT_EQ(last().content, u"So."_s);
+    EXPECT_FALSE(last().toolCalls);
+}
+
+TEST_F(ToolsTest, twoCallsOfOneIdAreBothAnswered) {
+    engine.answer(twoCalls(u"web_search"_s, {u"same"_s, u"same"_s}));
+    engine.answer(Script::reply({u"So."_s}));
+    say(u"Go"_s);
+    EXPECT_EQ(queries, (QStringList{u"q0"_s, u"q1"_s}));
+    ASSERT_EQ(messages().size(), 5);
+    EXPECT_EQ(messages().at(1).searchEvent->query, u"q1"_s);
+}
+
+TEST_F(ToolsTest, aCardOfAnIdThatWasUsedBeforeHangsOnTheLaterMessage) {
+    resultOf(u"web_search"_s, u"{\"query\":\"tea\"}"_s);
+    host.fakeSettings.searchMode = SearchMode::ask;
+    call(u"web_search"_s, u"{\"query\":\"more tea\"}"_s);
+    ASSERT_TRUE(asks());
+    EXPECT_EQ(chat->consent().pendingPermission()->messageID, messages().last().id);
+    chat->consent().resolveSearch(PermissionChoice::allow);
+    ASSERT_TRUE(waitForTurn());
+    EXPECT_EQ(messages().at(1).searchEvent->query, u"tea"_s);
+    EXPECT_EQ(caller().searchEvent->query, u"more tea"_s);
+}
+
+TEST_F(ToolsTest, everyCardIsRefusedByAStop) {
+    for (const QString &name : {u"offer_page"_s, u"remember"_s}) {
+        chat->newChat();
+        call(name, u"{\"fact\":\"Has a dog\"}"_s);
+        ASSERT_TRUE(asks());
+        chat->stop();
+        EXPECT_FALSE(chat->consent().pendingPageOffer());
+        EXPECT_FALSE(chat->consent().pendingMemory());
+        ASSERT_TRUE(eventually([&] { return saved().messages.size() == 3; }));
+        EXPECT_EQ(saved().messages.last().content,
+                  name == u"remember"_s ? memoryDeclined
+                                        : u"The user declined the page. Answer in the chat instead."_s);
+        engine.forgetAnswers();
+    }
+    EXPECT_EQ(readMemory(), QString());
+}
+
+TEST_F(ToolsTest, aCardGoesWithItsChatAndWithAllChats) {
+    host.fakeSettings.searchMode = SearchMode::ask;
+    const QList<std::function<void()>> ends{[&] { chat->deleteConversation(chat->conversation()->id); },
+                                            [&] { chat->resetAll(); }};
+    for (const auto &end : ends) {
+        for (const QString &name : {u"web_search"_s, u"offer_page"_s, u"remember"_s}) {
+            chat->newChat();
+            const QUuid id = chat->conversation()->id;
+            call(name, u"{\"query\":\"tea\",\"fact\":\"Has a dog\"}"_s);
+            ASSERT_TRUE(asks());
+            ChatStore().remove(id);
+            end();
+            letPass(30);
+            EXPECT_FALSE(chat->consent().pendingPermission() || chat->consent().pendingPageOffer() ||
+                         chat->consent().pendingMemory());
+            EXPECT_FALSE(chat->isGenerating());
+            EXPECT_FALSE(ChatStore().load(id));
+            engine.forgetAnswers();
+        }
+    }
+    EXPECT_EQ(readMemory(), QString());
+    EXPECT_TRUE(queries.isEmpty());
+    EXPECT_EQ(host.fakeSettings.searchMode, SearchMode::ask);
+}
+
+TEST_F(ToolsTest, withoutAHostNothingIsSearchedFor) {
+    auto gone = std::make_unique<FakeHost>();
+    Conversation conversation = newConversation(clock.now());
+    bool isPageAccepted = false;
+    QSet<QString> found;
+    Consent cards;
+    const TurnPoints::ToolContext context{.conversation = conversation,
+                                          .pageOfferAccepted = isPageAccepted,
+                                          .foundURLs = found,
+                                          .publish = [] {},
+                                          .host = gone.get(),
+                                          .consent = cards};
+    gone.reset();
+    const auto run = [&](const QString &name, const QString &arguments) {
+        const ToolCall call{u"c"_s, name, arguments};
+        return services().runTool(call, context, {});
+    };
+    EXPECT_EQ(await(run(u"web_search"_s, u"{\"query\":\"tea\"}"_s)), searchDeclined);
+    EXPECT_TRUE(queries.isEmpty());
+    auto memory = run(u"remember"_s, u"{\"fact\":\"Has a dog\"}"_s);
+    cards.resolveMemory(true);
+    EXPECT_EQ(await(std::move(memory)), u"Saved to the user's memory file."_s);
+    EXPECT_EQ(readMemory(), QString()) << "there was nobody to save it";
 }
 
 TEST_F(ToolsTest, theSearchOfTheProgramGoesToTheSearchPage) {

@@ -1,9 +1,11 @@
+#include "records/ChatStore.h"
 #include "records/Memory.h"
 #include "screens/AppFixture.h"
 #include "screens/ChatScreen.h"
 #include "screens/ConsentCard.h"
 #include "screens/SearchHintCard.h"
 #include "screens/Style.h"
+#include "screens/Toast.h"
 
 using namespace Qt::StringLiterals;
 
@@ -119,6 +121,34 @@ TEST_F(ChatScreenConsentTest, theHintTurnsTheWebOnAndAsksAgain) {
     ASSERT_EQ(messages.size(), 2);
     EXPECT_EQ(messages.first().content, u"What is new?"_s);
     EXPECT_EQ(messages.last().content, u"Tea is new."_s);
+}
+
+TEST_F(ChatScreenConsentTest, thereIsNoHintWhileTheTitleIsMade) {
+    engine.answer(Script::reply({u"Nothing recent."_s}));
+    engine.answer(Script(200).hold());
+    screen.submit(u"Hi"_s);
+    auto *hint = screen.findChild<SearchHintCard *>();
+    ASSERT_TRUE(eventually([&] { return app.chat().showSearchHint(); }));
+    EXPECT_FALSE(hint->isVisible());
+    app.chat().stop();
+    EXPECT_TRUE(hint->isVisible());
+}
+
+TEST_F(ChatScreenConsentTest, aPageThatFailedIsNotTriedWhileAnotherReplyIsWritten) {
+    Conversation chat = newConversation(clock.now().addSecs(-60), u"Pages"_s);
+    Message failed{.id = QUuid::createUuid(), .role = Role::assistant, .content = u"So."_s};
+    failed.pageFailed = true;
+    chat.messages = {{.id = QUuid::createUuid(), .content = u"A page"_s}, failed};
+    ChatStore().save(chat);
+    engine.answer(Script().content(u"half"_s).hold());
+    screen.submit(u"Hi"_s);
+    ASSERT_TRUE(eventually([&] { return engine.requests().size() == 1; }));
+    app.chat().openConversation(chat.id);
+    ASSERT_TRUE(press(u"Try again"_s));
+    EXPECT_EQ(app.chat().conversation()->messages.size(), 2);
+    EXPECT_EQ(screen.findChild<Toast *>()->text(),
+              u"Ostrelin is still answering. Stop that first, or wait for it to finish."_s);
+    app.chat().stop();
 }
 
 TEST_F(ChatScreenConsentTest, theHintStandsUnderTheMessagesAndOverTheComposer) {

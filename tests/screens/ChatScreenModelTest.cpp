@@ -160,6 +160,27 @@ TEST(ChatScreenModelTest, aCardHangsOnTheReplyThatAsks) {
 TEST(ChatScreenModelTest, theHintAtTheWebIsShownAsPublished) {
     EXPECT_FALSE(chatScreenModel({}).showsSearchHint);
     EXPECT_TRUE(chatScreenModel({.showSearchHint = true}).showsSearchHint);
+    EXPECT_FALSE(chatScreenModel({.isGenerating = true, .showSearchHint = true}).showsSearchHint)
+        << "nothing can be asked again yet";
+    EXPECT_FALSE(chatScreenModel({.showSearchHint = true, .searchMode = SearchMode::ask}).showsSearchHint);
+}
+
+TEST(ChatScreenModelTest, aReplyWhoseToolsAreAtWorkHasDots) {
+    Message calling = message(Role::assistant, QString());
+    calling.toolCalls = QList<ToolCall>{{u"c"_s, u"web_search"_s, u"{}"_s}};
+    ChatScreenState state{.conversation = chatOf({message(Role::user, u"Hi"_s), calling}),
+                          .isGenerating = true};
+    const auto isStreaming = [&] { return chatScreenModel(state).rows.last().isStreaming; };
+    EXPECT_EQ(chatScreenModel(state).rows.size(), 1) << "another chat's turn runs";
+    state.generatingID = state.conversation->id;
+    EXPECT_TRUE(isStreaming());
+    state.conversation->messages.append(message(Role::tool, u"found"_s));
+    EXPECT_TRUE(isStreaming());
+    state.pendingPermission = PendingSearch{QUuid::createUuid(), calling.id, u"tea"_s};
+    EXPECT_FALSE(isStreaming()) << "it is the person's turn";
+    state.pendingPermission.reset();
+    state.conversation->messages.append(message(Role::assistant, u"So."_s));
+    EXPECT_FALSE(isStreaming()) << "the title is made";
 }
 
 TEST(ChatScreenModelTest, onlyTheLastReplyCanBeRegenerated) {

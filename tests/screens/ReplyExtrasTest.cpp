@@ -187,6 +187,31 @@ TEST_F(ReplyExtrasTest, aCardIsHeardAsSuch) {
     show(PendingMemory{QUuid::createUuid(), QUuid(), u"Has a dog"_s});
     EXPECT_EQ(spokenRole(part<ConsentCard>()), QAccessible::AlertMessage);
     EXPECT_EQ(spokenName(part<ConsentCard>()), u"Want me to remember this?\nHas a dog"_s);
+    show(PendingSearch{QUuid::createUuid(), QUuid(), u"green tea"_s});
+    EXPECT_EQ(spokenName(part<ConsentCard>()), u"Search the web?\ngreen tea"_s);
+}
+
+TEST_F(ReplyExtrasTest, aSearchForNothingIsAskedForToo) {
+    show(PendingSearch{QUuid::createUuid(), QUuid(), QString()});
+    EXPECT_TRUE(texts().isEmpty());
+    EXPECT_EQ(spokenName(part<ConsentCard>()), u"Search the web?"_s);
+    EXPECT_TRUE(button(u"Search"_s));
+}
+
+TEST_F(ReplyExtrasTest, nothingIsHiddenInWhatIsAgreedTo) {
+    // A turn of direction, a letter of no width, a tag; a joiner may be part of a word.
+    const QString fact = u"a\u202Eb\u200Bc\U000E0041d\u200De"_s;
+    show(PendingMemory{QUuid::createUuid(), QUuid(), fact});
+    EXPECT_EQ(texts().last(), u"a\uFFFDb\uFFFDc\uFFFDd\u200De"_s);
+    show(PendingSearch{QUuid::createUuid(), QUuid(), fact});
+    EXPECT_EQ(texts().last(), u"a\uFFFDb\uFFFDc\uFFFDd\u200De"_s);
+}
+
+TEST_F(ReplyExtrasTest, aDoubleClickIsOneAnswer) {
+    show(PendingMemory{QUuid::createUuid(), QUuid(), u"Has a dog"_s});
+    QSignalSpy answers(&row, &MessageRow::memoryAnswered);
+    QTest::mouseDClick(button(u"Remember"_s), Qt::LeftButton);
+    EXPECT_EQ(answers.count(), 1) << "the second press may be on the card that comes next";
 }
 
 TEST_F(ReplyExtrasTest, anotherCardTakesThePlaceOfOneThatIsAnswered) {
@@ -224,6 +249,7 @@ TEST_F(ReplyExtrasTest, aSourceOpensInTheBrowserIfItIsAPage) {
     click(button(u"[1] Tea & <b>more</b>"_s));
     click(button(u"[3] A file"_s));
     EXPECT_EQ(browser.opened, QStringList(u"https://tea.example/a"_s));
+    EXPECT_EQ(button(u"[1] Tea & <b>more</b>"_s)->toolTip(), u"<p>https://tea.example/a</p>"_s);
 }
 
 TEST_F(ReplyExtrasTest, aSearchThatWasTurnedDownOrFoundNothingHasNothingToUnfold) {

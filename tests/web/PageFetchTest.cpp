@@ -232,6 +232,16 @@ TEST_F(PageFetchTest, theTextIsCutAtSixThousandCharacters) {
     EXPECT_EQ(characterCount(textOf(Script(200).raw(QByteArray("a ").repeated(4'000)))), 6'000);
 }
 
+TEST_F(PageFetchTest, aLetterWithMarksWithoutEndIsCutToo) {
+    const QString text = textOf(Script(200).raw("a" + QByteArray("\xCC\x81").repeated(900'000)));
+    EXPECT_EQ(characterCount(text), 1);
+    EXPECT_EQ(text.size(), 24'000);
+    const QString family = u"\U0001F468\u200D\U0001F469\u200D\U0001F467"_s;
+    const QString families = textOf(Script(200).raw(u"x"_s.toUtf8() + family.toUtf8().repeated(6'000)));
+    EXPECT_LE(families.size(), 24'000);
+    EXPECT_FALSE(families.back().isHighSurrogate()) << "no half of a character";
+}
+
 TEST_F(PageFetchTest, aStopClosesTheConnectionAtOnce) {
     serve(u"http://e.test/"_s, Script(200).raw("begun").hold());
     std::stop_source stop;

@@ -75,6 +75,12 @@ TEST(WebSearch, aPageThatIsNoTextIsAFailure) {
     EXPECT_EQ(found(Script(200).raw(page + "\xED\xA0\x80")), failure);
 }
 
+TEST(WebSearch, aPageThatIsFarTooLongIsAFailure) {
+    ScriptedEngine server;
+    server.answer(Script(200).raw(QByteArray(2'000'001, ' ')));
+    EXPECT_EQ(await(webSearch(u"tea"_s, server.url(), {})).text, u"Search is temporarily unavailable."_s);
+}
+
 TEST(WebSearch, aPageWithoutResultsIsAFailure) {
     EXPECT_EQ(found(Script(200)), failure);
     EXPECT_EQ(found(Script(200).raw("<html>No results.</html>")), failure);

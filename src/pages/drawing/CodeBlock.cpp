@@ -42,7 +42,8 @@ CodeBlock::CodeBlock(const DrawingTheme &theme)
                      .alignment = Qt::AlignLeft | Qt::AlignAbsolute,
                      .reading = TextPart::Reading::plain}) {
     m_copy.layIn(theme.bodySize * 10);
-    m_copy.setText(u"Copy");
+    if (theme.showsButtons)
+        m_copy.setText(u"Copy");
     m_copy.layIn(m_copy.usedWidth());
 }
 
@@ -83,17 +84,21 @@ void CodeBlock::drawFigure(QPainter &painter, const QRectF &) const {
 }
 
 QList<Target> CodeBlock::buttons() const {
+    if (!theme().showsButtons)
+        return {};
     const QRectF area = m_copy.area().adjusted(-buttonReachX, -buttonReachY, buttonReachX, buttonReachY);
     return {{.kind = Target::Kind::copy, .name = u"Copy"_s, .copied = m_written, .areas = {area}}};
 }
 
 SpokenPart CodeBlock::spoken() const {
-    const Target copy = buttons().first();
     SpokenPart code{.role = QAccessible::Grouping,
                     .name = m_language.text().isEmpty() ? u"Code"_s : u"Code, "_s + m_language.text(),
                     .area = QRectF(0, 0, width(), height())};
-    code.parts.push_back(
-        {.role = QAccessible::Button, .name = copy.name, .area = copy.areas.first(), .target = copy});
+    for (const Target &button : buttons())
+        code.parts.push_back({.role = QAccessible::Button,
+                              .name = button.name,
+                              .area = button.areas.first(),
+                              .target = button});
     code.parts.push_back(spokenText(m_code));
     return code;
 }

@@ -35,6 +35,7 @@ struct DrawingTheme {
     int lineSpacing = 5; ///< between two lines of running text, added to their height
     /// Whether letters may give way to the pixels of a screen.
     QFont::HintingPreference hinting = QFont::PreferDefaultHinting;
+    bool showsButtons = true; ///< they can be pressed where this is drawn
 
     /// `tracking` comes between two letters, in pixels. Needs a QGuiApplication.
     QFont font(TextStep step, double tracking = 0) const;

@@ -1,5 +1,7 @@
 #include "pages/drawing/LinkAddress.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -7,6 +9,20 @@ namespace {
 /// The most that a host (RFC 1035, 2.3.4) and the address of a person (RFC 5321, 4.5.3.1.3) can have.
 constexpr qsizetype longestHost = 253;
 constexpr qsizetype longestMailbox = 254;
+
+/// The most that can stand for a host before its letters are turned into ASCII; of a longer one it takes time
+/// of its square to say that it is none.
+constexpr qsizetype longestAuthority = 1000;
+
+bool hasShortAuthority(QStringView link) {
+    const qsizetype slashes = link.indexOf(u"//"_s);
+    if (slashes < 0)
+        return true;
+    const QStringView authority = link.mid(slashes + 2);
+    const auto end = std::find_if(authority.begin(), authority.end(),
+                                  [](QChar letter) { return u"/?#\\"_s.contains(letter); });
+    return std::distance(authority.begin(), end) <= longestAuthority;
+}
 
 bool isShort(const QString &part, qsizetype longest) {
     return !part.isEmpty() && part.size() <= longest;
@@ -25,7 +41,7 @@ bool isLetter(const QUrl &url) {
 } // namespace
 
 std::optional<QUrl> linkAddress(const QString &link) {
-    if (link.isEmpty())
+    if (link.isEmpty() || !hasShortAuthority(link))
         return std::nullopt;
     const QUrl url(link.trimmed());
     if (isLetter(url))

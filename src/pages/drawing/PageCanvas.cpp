@@ -14,11 +14,17 @@ constexpr double barOpacity = 0.8;
 constexpr int footGap = 10;
 constexpr double dateTracking = 1;
 
+DrawingTheme themeOf(PageCanvas::Medium medium) {
+    DrawingTheme theme = paperTheme();
+    theme.showsButtons = medium == PageCanvas::Medium::screen;
+    return theme;
+}
+
 } // namespace
 
 PageCanvas::PageCanvas(const QString &title, const QString &markdown, int width,
-                       const std::optional<QDateTime> &date)
-    : MarkdownView(paperTheme()),
+                       const std::optional<QDateTime> &date, Medium medium)
+    : MarkdownView(themeOf(medium)),
       m_title(theme(), {.step = TextStep::pageTitle, .reading = TextPart::Reading::plain}) {
     m_title.setText(title);
     const int textWidth = width - 2 * margin;

@@ -10,9 +10,12 @@
 /// whatever the windows look like. Main thread; needs a QGuiApplication.
 class PageCanvas : public MarkdownView {
 public:
+    /// Where the paper lies: in a file nothing can be pressed.
+    enum class Medium { file, screen };
+
     /// `width` is that of the paper, in device-independent pixels; without a date there is no foot.
     PageCanvas(const QString &title, const QString &markdown, int width,
-               const std::optional<QDateTime> &date = {});
+               const std::optional<QDateTime> &date = {}, Medium medium = Medium::file);
 
     const QString &title() const { return m_title.text(); }
     QSizeF size() const { return {width(), height()}; }

@@ -27,6 +27,10 @@ TEST(LinkAddress, noNameStandsBeforeAHost) {
 TEST(LinkAddress, aLetterHasNothingButItsReceiver) {
     EXPECT_EQ(linkAddress(u"mailto:a@b.org?attach=/etc/passwd&body=x#y"_s), QUrl(u"mailto:a@b.org"_s));
     EXPECT_EQ(linkAddress(u"mailto:?to=a@b.org"_s), std::nullopt);
+    EXPECT_TRUE(linkAddress(u"https://example.org?"_s + QString(5000, u'a')));
+    EXPECT_TRUE(linkAddress(u"mailto:a@b.org?body="_s + QString(5000, u'a')));
+    EXPECT_EQ(linkAddress(u"https://a"_s + QString(1'000'000, u'\u0301')), std::nullopt)
+        << "and that without thinking about it for hours";
 }
 
 TEST(LinkAddress, aHostIsNoLongerThanOneCanBe) {

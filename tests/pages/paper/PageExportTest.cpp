@@ -68,6 +68,7 @@ TEST(PageExport, aPdfSaysWhatThePageSays) {
                                 u"x != 1 # -> never"_s,
                                 u"NOV 5, 2026"_s})
         EXPECT_TRUE(text.contains(said)) << said.toStdString() << " isn't in " << text.toStdString();
+    EXPECT_FALSE(text.contains(u"Copy"_s)) << "nobody can press a button of a file";
 }
 
 TEST(PageExport, allFontsOfAPdfAreInIt) {
