@@ -26,8 +26,8 @@ public:
     /// The text of the person's memory file.
     virtual QString memory() const = 0;
 
-    /// Takes over another text of the memory file and writes it.
-    virtual void saveMemory(const QString &text) = 0;
+    /// Adds a line for a fact to the memory file.
+    virtual void rememberFact(const QString &fact) = 0;
 
     /// Where the engine answers, and its key; nothing while there is no engine.
     virtual std::optional<QUrl> engineURL() const = 0;

@@ -2,7 +2,6 @@
 
 #include "conversation/Consent.h"
 #include "conversation/MessagePlaces.h"
-#include "records/Memory.h"
 #include "web/PageFetch.h"
 #include "web/WebURL.h"
 
@@ -92,7 +91,7 @@ Task<QString> remember(ToolCall call, TurnPoints::ToolContext context, std::stop
     if (!isAccepted)
         co_return memoryDeclined;
     if (context.host)
-        context.host->saveMemory(appendingMemoryFact(readMemory(), fact));
+        context.host->rememberFact(fact);
     co_return u"Saved to the user's memory file."_s;
 }
 

@@ -6,6 +6,7 @@
 #include "engine/EngineProcessBox.h"
 #include "platform/AtomicFile.h"
 #include "platform/Bundle.h"
+#include "platform/FileManager.h"
 #include "platform/KeepAwake.h"
 #include "platform/Notification.h"
 #include "records/CatalogSource.h"
@@ -103,9 +104,7 @@ Task<> AppState::start(std::stop_token stop) {
 }
 
 void AppState::finishWelcome() {
-    Settings settings = m_settings;
-    settings.didFinishWelcome = true;
-    saveSettings(settings);
+    changeSetting(&Settings::didFinishWelcome, true);
     resolveModel();
 }
 
@@ -126,17 +125,22 @@ std::optional<UpdateInfo> AppState::availableUpdate() const {
 }
 
 void AppState::dismissUpdate() {
-    const std::optional<UpdateInfo> info = m_updates.availableInfo();
-    if (!info)
-        return;
-    Settings settings = m_settings;
-    settings.dismissedUpdateVersion = info->version;
-    saveSettings(settings);
+    if (const std::optional<UpdateInfo> info = m_updates.availableInfo())
+        changeSetting(&Settings::dismissedUpdateVersion, info->version);
 }
 
 void AppState::saveMemory(const QString &text) {
     publish(m_memory, text, &AppState::memoryChanged);
-    writeMemory(text);
+    m_isMemoryUnsaved = !writeMemory(text);
+}
+
+void AppState::rememberFact(const QString &fact) {
+    // What couldn't be written is nowhere else.
+    saveMemory(appendingMemoryFact(m_isMemoryUnsaved ? m_memory : readMemory(), fact));
+}
+
+void AppState::revealMemory() const {
+    revealFile(memoryFile());
 }
 
 void AppState::setShowsWhySize(bool shows) {
@@ -165,6 +169,7 @@ void AppState::deleteEverything() {
     publish(m_diskNote, std::optional<QString>(), &AppState::diskNoteChanged);
     setShowsWhySize(false);
     publish(m_memory, QString(), &AppState::memoryChanged);
+    m_isMemoryUnsaved = false;
     m_chat.resetAll();
     setPhase(phase::NeedsInitialization{});
 }
@@ -174,6 +179,9 @@ void AppState::shutDown() {
     m_updates.stop();
     cancelWork();
     stopEngine();
+    // There may be room for it by now.
+    if (m_isMemoryUnsaved)
+        saveMemory(m_memory);
 }
 
 void AppState::stopEngine() {

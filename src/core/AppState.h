@@ -15,6 +15,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <type_traits>
 
 class Clock;
 class EngineProcessBox;
@@ -144,8 +145,16 @@ public:
     /// Takes over changed settings and writes them.
     void saveSettings(const Settings &settings) override;
 
+    /// Takes over a change of one setting and writes them all.
+    template<typename T>
+    void changeSetting(T Settings::*setting, const std::type_identity_t<T> &value);
+
     /// Takes over another text of the memory file and writes it.
-    void saveMemory(const QString &text) override;
+    void saveMemory(const QString &text);
+    void rememberFact(const QString &fact) override;
+
+    /// Shows the memory file in the file manager.
+    void revealMemory() const;
 
     /// Ends everything that runs, removes the whole application folder, and shows the start screen.
     void deleteEverything();
@@ -225,6 +234,7 @@ private:
     bool m_needsMoveToApplications = false;
     std::optional<QString> m_diskNote;
     QString m_memory;
+    bool m_isMemoryUnsaved = false; ///< the file couldn't be written
 
 #ifndef Q_MOC_RUN
     const Machine m_machine;
@@ -244,6 +254,13 @@ private:
     TaskHandle m_resolveTask;
     TaskHandle m_downloadTask;
 };
+
+template<typename T>
+void AppState::changeSetting(T Settings::*setting, const std::type_identity_t<T> &value) {
+    Settings settings = m_settings;
+    settings.*setting = value;
+    saveSettings(settings);
+}
 
 template<typename T>
 void AppState::publish(T &field, const T &value, Change changed) {

@@ -130,9 +130,7 @@ Task<> AppState::provide(ModelTier tier, std::stop_token stop) {
     } else {
         removeOtherModels(tier.filename);
         keepOutOfBackups();
-        Settings settings = m_settings;
-        settings.installed = installedFrom(tier);
-        saveSettings(settings);
+        changeSetting(&Settings::installed, installedFrom(tier));
         co_await startEngine(path, tier, stop);
         if (stop.stop_requested())
             co_return;
@@ -199,11 +197,9 @@ void AppState::takeProgress(const DownloadProgress &progress) {
 
 void AppState::deleteModel() {
     stopEngine();
-    Settings settings = m_settings;
-    if (settings.installed)
-        QFile::remove(modelsFolder() + u'/' + settings.installed->filename);
-    settings.installed.reset();
-    saveSettings(settings);
+    if (m_settings.installed)
+        QFile::remove(modelsFolder() + u'/' + m_settings.installed->filename);
+    changeSetting(&Settings::installed, std::nullopt);
     setActiveTier(std::nullopt);
     m_chat.setUpgradeBanner(std::nullopt);
     resolveModel();
@@ -239,9 +235,7 @@ void AppState::dismissUpgrade() {
     const auto tier = upgradeCandidate(m_report, m_catalog, m_settings);
     if (!tier)
         return;
-    Settings settings = m_settings;
-    settings.dismissedUpgradeTierId = tier->id;
-    saveSettings(settings);
+    changeSetting(&Settings::dismissedUpgradeTierId, tier->id);
 }
 
 void AppState::tryLighter() {

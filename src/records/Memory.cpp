@@ -10,7 +10,7 @@ QString readMemory() {
     return bytes.isValidUtf8() ? QString::fromUtf8(bytes) : QString();
 }
 
-void writeMemory(const QString &text) {
+bool writeMemory(const QString &text) {
     try {
         ensureFolder(applicationFolder());
     } catch (const FileError &) {
@@ -18,7 +18,9 @@ void writeMemory(const QString &text) {
     }
     try {
         writeAtomically(memoryFile(), text.toUtf8());
+        return true;
     } catch (const FileError &) {
+        return false;
     }
 }
 

@@ -5,8 +5,8 @@
 /// The text of memory.md, the person's memory file; any failure gives an empty string.
 QString readMemory();
 
-/// Writes memory.md atomically as UTF-8, creating the application folder first. Failures are swallowed.
-void writeMemory(const QString &text);
+/// Writes memory.md atomically as UTF-8, creating the application folder first. False if that fails.
+bool writeMemory(const QString &text);
 
 /// `existing` with one more line, "- " and the fact, both trimmed. No line feed ends the result.
 QString appendingMemoryFact(const QString &existing, const QString &fact);

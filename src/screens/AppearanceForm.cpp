@@ -33,16 +33,12 @@ AppearanceForm::AppearanceForm(AppState &app, const Look &look, QWidget *parent)
     text->addRow(u"Typeface"_s, m_typeFace);
     setSections({appearance, text});
 
-    const auto change = [&app](auto field, auto value) {
-        Settings settings = app.settings();
-        settings.*field = value;
-        app.saveSettings(settings);
-    };
-    connect(m_theme, &ThemePicker::picked, this, [=](Theme theme) { change(&Settings::theme, theme); });
+    connect(m_theme, &ThemePicker::picked, this,
+            [&app](Theme theme) { app.changeSetting(&Settings::theme, theme); });
     connect(m_textSize, &SegmentedPicker::picked, this,
-            [=](int index) { change(&Settings::textSize, textSizes.at(size_t(index))); });
+            [&app](int index) { app.changeSetting(&Settings::textSize, textSizes.at(size_t(index))); });
     connect(m_typeFace, &SegmentedPicker::picked, this,
-            [=](int index) { change(&Settings::typeFace, typeFaces.at(size_t(index))); });
+            [&app](int index) { app.changeSetting(&Settings::typeFace, typeFaces.at(size_t(index))); });
     connect(&app, &AppState::settingsChanged, this, &AppearanceForm::follow);
     follow();
 }

@@ -3,6 +3,7 @@
 #include "screens/Style.h"
 #include "screens/WordButton.h"
 
+#include <QDesktopServices>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -13,10 +14,14 @@ BannerColumn::BannerColumn(const Look &look, QWidget *parent) : QWidget(parent),
     column->setSpacing(style::spaceSmall);
     add(Banner::Tone::remark, &ChatScreenModel::moveHint);
     Banner *upgrade = add(Banner::Tone::offer, &ChatScreenModel::upgradeOffer);
+    Banner *update = add(Banner::Tone::offer, &ChatScreenModel::updateNotice);
     add(Banner::Tone::problem, &ChatScreenModel::memoryWarning);
     Banner *engine = add(Banner::Tone::problem, &ChatScreenModel::engineFailure);
     connect(upgrade->addButton(u"Download"_s), &WordButton::clicked, this, &BannerColumn::upgradeAccepted);
     connect(upgrade->addButton(u"Not now"_s), &WordButton::clicked, this, &BannerColumn::upgradeDismissed);
+    m_updateDownload = update->addButton(u"Download"_s);
+    connect(m_updateDownload, &WordButton::clicked, this, [this] { QDesktopServices::openUrl(m_updateURL); });
+    connect(update->addButton(u"Not now"_s), &WordButton::clicked, this, &BannerColumn::updateDismissed);
     connect(engine->addButton(u"Try again"_s), &WordButton::clicked, this, &BannerColumn::engineRetried);
 }
 
@@ -34,4 +39,6 @@ void BannerColumn::setModel(const ChatScreenModel &model) {
         hasText = hasText || !(model.*text).isEmpty();
     }
     setVisible(hasText);
+    m_updateURL = model.updateURL;
+    m_updateDownload->setVisible(!m_updateURL.isEmpty());
 }

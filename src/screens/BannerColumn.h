@@ -3,6 +3,8 @@
 #include "screens/Banner.h"
 #include "screens/ChatScreenModel.h"
 
+class WordButton;
+
 /// The banners over the chat, one below another. It isn't there while there is none.
 class BannerColumn : public QWidget {
     Q_OBJECT
@@ -16,6 +18,7 @@ public:
 Q_SIGNALS:
     void upgradeAccepted();
     void upgradeDismissed();
+    void updateDismissed();
     /// The person wants the engine to be started anew.
     void engineRetried();
 
@@ -26,4 +29,6 @@ private:
 
     const Look &m_look;
     QList<std::pair<Banner *, Text>> m_banners;
+    WordButton *m_updateDownload;
+    QUrl m_updateURL;
 };

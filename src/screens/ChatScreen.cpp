@@ -98,8 +98,10 @@ void ChatScreen::observe() {
     connect(&m_app, &AppState::settingsChanged, this, &ChatScreen::refresh);
     connect(&chat, &ChatController::upgradeBannerChanged, this, &ChatScreen::refresh);
     connect(&chat, &ChatController::memoryWarningChanged, this, &ChatScreen::refresh);
+    connect(&m_app.updates(), &UpdateChecker::statusChanged, this, &ChatScreen::refresh);
     connect(m_banners, &BannerColumn::upgradeAccepted, &m_app, &AppState::acceptUpgrade);
     connect(m_banners, &BannerColumn::upgradeDismissed, &m_app, &AppState::dismissUpgrade);
+    connect(m_banners, &BannerColumn::updateDismissed, &m_app, &AppState::dismissUpdate);
     connect(m_banners, &BannerColumn::engineRetried, &m_app, &AppState::resolveModel);
     connect(m_empty, &EmptyState::suggested, this, [this](const QString &text) { submit(text); });
     connect(&chat, &ChatController::showSearchHintChanged, this, &ChatScreen::refresh);
@@ -191,9 +193,7 @@ void ChatScreen::removeAttachment(const QUuid &id) {
 }
 
 void ChatScreen::setSpeed(ResponseSpeed speed) {
-    Settings settings = m_app.settings();
-    settings.responseSpeed = speed;
-    m_app.saveSettings(settings);
+    m_app.changeSetting(&Settings::responseSpeed, speed);
 }
 
 void ChatScreen::setThinkMode(ThinkMode mode) {
@@ -214,9 +214,7 @@ void ChatScreen::retryPage() {
 }
 
 void ChatScreen::enableSearch() {
-    Settings settings = m_app.settings();
-    settings.searchMode = SearchMode::always;
-    m_app.saveSettings(settings);
+    m_app.changeSetting(&Settings::searchMode, SearchMode::always);
     m_app.chat().dismissSearchHint();
     regenerate();
 }
@@ -260,6 +258,7 @@ void ChatScreen::refresh() {
                               .activeTier = m_app.activeTier(),
                               .needsMoveToApplications = m_app.needsMoveToApplications(),
                               .upgradeBanner = chat.upgradeBanner(),
+                              .availableUpdate = m_app.availableUpdate(),
                               .memoryWarning = chat.memoryWarning(),
                               .responseSpeed = m_app.settings().responseSpeed}));
     if (m_model.conversationID == before)

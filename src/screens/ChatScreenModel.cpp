@@ -2,6 +2,7 @@
 
 #include "conversation/DisplayText.h"
 #include "conversation/MessagePlaces.h"
+#include "screens/UpdateNotice.h"
 
 #include <QHash>
 
@@ -109,6 +110,10 @@ ChatScreenModel chatScreenModel(const ChatScreenState &state) {
         model.moveHint = u"Ostrelin is running from a temporary location. Move it to the Applications "
                          "folder, then open it from there."_s;
     model.upgradeOffer = state.upgradeBanner.value_or(QString());
+    if (state.availableUpdate) {
+        model.updateNotice = updateNotice(*state.availableUpdate);
+        model.updateURL = state.availableUpdate->downloadURL.value_or(QUrl());
+    }
     model.memoryWarning = state.memoryWarning.value_or(QString());
     if (state.engine.state == EngineStatus::State::failed)
         model.engineFailure = state.engine.failure;

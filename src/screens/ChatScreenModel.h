@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/UpdateInfo.h"
 #include "engine/EngineStatus.h"
 #include "records/Conversation.h"
 #include "records/ModelTier.h"
@@ -27,6 +28,7 @@ struct ChatScreenState {
     std::optional<ModelTier> activeTier;
     bool needsMoveToApplications = false;
     std::optional<QString> upgradeBanner;
+    std::optional<UpdateInfo> availableUpdate;
     std::optional<QString> memoryWarning;
     ResponseSpeed responseSpeed = ResponseSpeed::full;
 };
@@ -38,6 +40,8 @@ struct ChatScreenModel {
     StatusLamp lamp;
     QString moveHint; ///< the banners' texts; empty for no banner
     QString upgradeOffer;
+    QString updateNotice;
+    QUrl updateURL; ///< where the update can be had; empty if that isn't known
     QString memoryWarning;
     QString engineFailure;
     QList<MessageRowModel> rows; ///< empty in the empty state

@@ -6,17 +6,12 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-constexpr int widest =
-    style::settingsWidth - style::paneListWidth - 2 * style::panePadding - 2 * style::formPadding;
-}
-
 DataForm::DataForm(const Look &look, QWidget *parent) : SettingsForm(parent) {
     auto *section = new FormSection(look, u"Data"_s);
     auto *erase =
         new WordButton(look, u"Delete all my data related to Ostrelin (including my downloaded LLMs)"_s,
                        WordButton::Tone::destructive);
-    erase->setWidest(widest);
+    erase->setWidest(style::formWidth);
     connect(erase, &WordButton::clicked, this, &DataForm::eraseRequested);
     section->addButtons({erase});
     setSections({section});

@@ -29,6 +29,8 @@ protected:
                                 style::radiusCard);
         painter.setRenderHint(QPainter::Antialiasing, false);
         for (int row = 1; row < layout()->count(); ++row) {
+            if (layout()->itemAt(row)->isEmpty())
+                continue;
             const int top = layout()->itemAt(row)->geometry().top();
             painter.fillRect(style::formPadding, top, width() - 2 * style::formPadding, style::hairline,
                              m_look.palette().edge());
@@ -62,22 +64,31 @@ FormSection::FormSection(const Look &look, const QString &heading, QWidget *pare
     column->addWidget(m_card);
 }
 
-void FormSection::addRow(const QString &name, QWidget *control) {
+QWidget *FormSection::addRow(const QString &name, QWidget *control) {
     auto *row = new QHBoxLayout;
     row->setSpacing(style::spaceWide);
     row->addWidget(nameLabel(m_look, name));
     row->addStretch();
     row->addWidget(control);
-    addPart()->addLayout(row);
+    QVBoxLayout *part = addPart();
+    part->addLayout(row);
+    return part->parentWidget();
 }
 
-void FormSection::addTallRow(const QString &name, QWidget *control) {
+QWidget *FormSection::addTallRow(const QString &name, QWidget *control) {
     QVBoxLayout *part = addPart();
     part->addWidget(nameLabel(m_look, name));
     part->addWidget(control);
+    return part->parentWidget();
 }
 
-void FormSection::addValue(const QString &name, const QString &value) {
+QWidget *FormSection::addControl(QWidget *control) {
+    QVBoxLayout *part = addPart();
+    part->addWidget(control);
+    return part->parentWidget();
+}
+
+QWidget *FormSection::addValue(const QString &name, const QString &value) {
     auto *text = new TextView(
         m_look, {.text = TextStyle::callout, .ink = TextView::Ink::secondary, .alignment = Qt::AlignRight});
     text->setText(value);
@@ -85,16 +96,19 @@ void FormSection::addValue(const QString &name, const QString &value) {
     row->setSpacing(style::spaceWide);
     row->addWidget(nameLabel(m_look, name), 0, Qt::AlignTop);
     row->addWidget(text, 1);
-    addPart()->addLayout(row);
+    QVBoxLayout *part = addPart();
+    part->addLayout(row);
+    return part->parentWidget();
 }
 
-void FormSection::addText(const QString &text) {
+QWidget *FormSection::addText(const QString &text) {
     auto *view = new TextView(m_look, {.text = TextStyle::callout});
     view->setText(text);
-    addPart()->addWidget(view);
+    return addControl(view);
 }
 
-void FormSection::addButtons(const QList<QWidget *> &buttons, const QString &heading, const QString &remark) {
+QWidget *FormSection::addButtons(const QList<QWidget *> &buttons, const QString &heading,
+                                 const QString &remark) {
     QVBoxLayout *part = addPart();
     if (!heading.isEmpty())
         part->addWidget(nameLabel(m_look, heading));
@@ -107,6 +121,7 @@ void FormSection::addButtons(const QList<QWidget *> &buttons, const QString &hea
     for (QWidget *button : buttons)
         row->addWidget(button);
     part->addLayout(row);
+    return part->parentWidget();
 }
 
 QVBoxLayout *FormSection::addPart() {

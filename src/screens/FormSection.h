@@ -13,16 +13,21 @@ public:
     /// `look` must outlive this object.
     FormSection(const Look &look, const QString &heading, QWidget *parent = nullptr);
 
+    // Each gives the row, which may be hidden.
+
     /// A row with a name on the left and its control on the right.
-    void addRow(const QString &name, QWidget *control);
+    QWidget *addRow(const QString &name, QWidget *control);
     /// A row with a name above its control.
-    void addTallRow(const QString &name, QWidget *control);
+    QWidget *addTallRow(const QString &name, QWidget *control);
     /// A row with a name on the left and a text on the right that can be selected.
-    void addValue(const QString &name, const QString &value);
+    QWidget *addValue(const QString &name, const QString &value);
     /// A row of text.
-    void addText(const QString &text);
+    QWidget *addText(const QString &text);
     /// A row of buttons, under a heading and a remark where there are such.
-    void addButtons(const QList<QWidget *> &buttons, const QString &heading = {}, const QString &remark = {});
+    QWidget *addButtons(const QList<QWidget *> &buttons, const QString &heading = {},
+                        const QString &remark = {});
+    /// A row that is all control.
+    QWidget *addControl(QWidget *control);
 
 private:
     QVBoxLayout *addPart();

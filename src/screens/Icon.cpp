@@ -33,6 +33,8 @@ QString fileOf(Icon icon) {
         return u":/icons/globe.svg"_s;
     case Icon::information:
         return u":/icons/information.svg"_s;
+    case Icon::magnifier:
+        return u":/icons/magnifier.svg"_s;
     case Icon::page:
         return u":/icons/page.svg"_s;
     case Icon::palette:
@@ -43,6 +45,8 @@ QString fileOf(Icon icon) {
         return u":/icons/plus.svg"_s;
     case Icon::richPage:
         return u":/icons/rich-page.svg"_s;
+    case Icon::sparkles:
+        return u":/icons/sparkles.svg"_s;
     case Icon::stop:
         return u":/icons/stop.svg"_s;
     case Icon::trash:

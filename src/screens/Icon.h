@@ -18,11 +18,13 @@ enum class Icon {
     gear,
     globe,
     information,
+    magnifier,
     page,
     palette,
     paperclip,
     plus,
     richPage,
+    sparkles,
     stop,
     trash,
     warning

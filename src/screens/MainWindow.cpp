@@ -71,8 +71,9 @@ void MainWindow::addWindows() {
         return sideWindow(u"Pages"_s, new PageListView(m_look), {style::pagesWidth, style::pagesHeight});
     });
     m_windows.add(windowid::settings, [this] {
-        return sideWindow(u"Settings"_s, new SettingsView(m_app, m_look),
-                          {style::settingsWidth, style::settingsHeight});
+        auto *settings = new SettingsView(m_app, m_look);
+        connect(settings, &SettingsView::schedulesRequested, m_commands.schedules(), &QAction::trigger);
+        return sideWindow(u"Settings"_s, settings, {style::settingsWidth, style::settingsHeight});
     });
 }
 

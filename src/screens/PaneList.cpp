@@ -12,14 +12,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int nameLeft = style::rowSpacing + style::iconSize + style::rowSpacing;
+
 /// Draws a pane's row: its symbol, its name, and the marker of the chosen one.
 class PaneDelegate : public QStyledItemDelegate {
 public:
     PaneDelegate(const Look &look, PaneList &list) : QStyledItemDelegate(&list), m_look(look), m_list(list) {}
 
-    QSize sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const override {
-        const int text = QFontMetrics(m_look.font(TextStyle::callout)).height();
-        return {0, std::max(style::paneRowHeight, text + 2 * style::spaceSmall)};
+    QSize sizeHint(const QStyleOptionViewItem &, const QModelIndex &index) const override {
+        const QFontMetrics metrics(m_look.font(TextStyle::callout));
+        const int name = metrics.horizontalAdvance(index.data().toString());
+        return {nameLeft + name + style::spaceTiny,
+                std::max(style::paneRowHeight, metrics.height() + 2 * style::spaceSmall)};
     }
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
@@ -33,14 +37,14 @@ public:
                           : isLively ? palette.cardFill()
                                      : QColor(Qt::transparent));
         painter->drawRoundedRect(option.rect, style::radiusMark, style::radiusMark);
-        QRect inside = option.rect.adjusted(style::rowSpacing, 0, -style::rowSpacing, 0);
-        const double top = inside.top() + (inside.height() - style::iconSize) / 2.0;
+        const QRect &row = option.rect;
+        const double top = row.top() + (row.height() - style::iconSize) / 2.0;
         drawIcon(*painter, iconOf(settingsPanes.at(size_t(index.row()))),
-                 QRectF(inside.left(), top, style::iconSize, style::iconSize), palette.ink);
-        inside.setLeft(inside.left() + style::iconSize + style::rowSpacing);
+                 QRectF(row.left() + style::rowSpacing, top, style::iconSize, style::iconSize), palette.ink);
         painter->setFont(m_look.font(TextStyle::callout));
         painter->setPen(palette.ink);
-        painter->drawText(inside, Qt::AlignLeft | Qt::AlignVCenter, index.data().toString());
+        painter->drawText(row.adjusted(nameLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
+                          index.data().toString());
         if (isChosen && m_list.showsFocus())
             drawRing(*painter, option.rect, style::radiusMark, palette.accent);
     }

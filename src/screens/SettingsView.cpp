@@ -1,11 +1,15 @@
 #include "screens/SettingsView.h"
 
 #include "core/AppState.h"
+#include "screens/AboutForm.h"
 #include "screens/AppearanceForm.h"
 #include "screens/DataForm.h"
 #include "screens/Look.h"
+#include "screens/MemoryForm.h"
 #include "screens/ModelForm.h"
 #include "screens/PaneList.h"
+#include "screens/SchedulesForm.h"
+#include "screens/SearchForm.h"
 #include "screens/Sheet.h"
 #include "screens/Style.h"
 
@@ -27,9 +31,10 @@ SettingsView::SettingsView(AppState &app, const Look &look, QWidget *parent)
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     auto *left = new QVBoxLayout;
-    left->setContentsMargins(style::space, style::space, style::space + style::hairline, style::space);
+    constexpr int margin = style::spaceSmall;
+    left->setContentsMargins(margin, style::space, margin + style::hairline, style::space);
     left->addWidget(m_list);
-    m_list->setFixedWidth(style::paneListWidth - 2 * style::space - style::hairline);
+    m_list->setFixedWidth(style::paneListWidth - 2 * margin - style::hairline);
     row->addLayout(left);
     row->addLayout(m_panes, 1);
     addPanes();
@@ -42,10 +47,16 @@ SettingsView::SettingsView(AppState &app, const Look &look, QWidget *parent)
 void SettingsView::addPanes() {
     auto *dataForm = new DataForm(m_look, this);
     connect(dataForm, &DataForm::eraseRequested, this, [this] { m_confirmErase->setShown(true); });
+    auto *schedulesForm = new SchedulesForm(m_look, this);
+    connect(schedulesForm, &SchedulesForm::schedulesRequested, this, &SettingsView::schedulesRequested);
     // In the order of SettingsPane.
     m_panes->addWidget(new AppearanceForm(m_app, m_look, this));
+    m_panes->addWidget(new MemoryForm(m_app, m_look, this));
+    m_panes->addWidget(new SearchForm(m_app, m_look, this));
+    m_panes->addWidget(schedulesForm);
     m_panes->addWidget(new ModelForm(m_app, m_look, this));
     m_panes->addWidget(dataForm);
+    m_panes->addWidget(new AboutForm(m_app, m_look, this));
 }
 
 Sheet *SettingsView::makeConfirmation() {

@@ -16,6 +16,10 @@ public:
     /// Both must outlive this object.
     SettingsView(AppState &app, const Look &look, QWidget *parent = nullptr);
 
+Q_SIGNALS:
+    /// The person wants to see the window of scheduled runs.
+    void schedulesRequested();
+
 protected:
     void paintEvent(QPaintEvent *event) override;
 

@@ -112,9 +112,7 @@ void SidebarView::open(const QUuid &id) {
 }
 
 void SidebarView::setOffline(bool isOffline) {
-    Settings settings = m_app.settings();
-    settings.searchMode = searchModeOf(isOffline);
-    m_app.saveSettings(settings);
+    m_app.changeSetting(&Settings::searchMode, searchModeOf(isOffline));
 }
 
 void SidebarView::followConversation() {

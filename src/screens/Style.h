@@ -184,6 +184,9 @@ inline constexpr int paneRowHeight = 32;
 inline constexpr int panePadding = 24;
 inline constexpr int formPadding = 16;
 inline constexpr int formRowHeight = 44;
+/// What a form leaves to a row.
+inline constexpr int formWidth = settingsWidth - paneListWidth - 2 * panePadding - 2 * formPadding;
+inline constexpr int memoryEditorHeight = 220;
 inline constexpr int segmentPadding = 12;
 inline constexpr int segmentInset = 2;
 inline constexpr int swatchWidth = 28;

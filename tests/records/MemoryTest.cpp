@@ -4,6 +4,8 @@
 #include "records/Samples.h"
 #include "support/TemporaryApplicationFolder.h"
 
+#include <QDir>
+
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -37,6 +39,14 @@ TEST(Memory, bytesThatAreNotUtf8GiveAnEmptyString) {
         Samples::putFile(memoryFile(), bytes);
         EXPECT_EQ(readMemory(), QString());
     }
+}
+
+TEST(Memory, aWriteTellsWhetherItSucceeded) {
+    const TemporaryApplicationFolder folder;
+    EXPECT_TRUE(writeMemory(u"fact"_s));
+    QFile::remove(memoryFile());
+    ASSERT_TRUE(QDir().mkpath(memoryFile() + u"/in the way"_s));
+    EXPECT_FALSE(writeMemory(u"fact"_s));
 }
 
 TEST(Memory, aWriteThatFailsIsSwallowed) {

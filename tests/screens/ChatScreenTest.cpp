@@ -1,6 +1,7 @@
 #include "screens/ChatScreen.h"
 
 #include "screens/AppFixture.h"
+#include "screens/Browser.h"
 #include "screens/ComposerTextView.h"
 #include "screens/Label.h"
 #include "screens/MessageList.h"
@@ -8,6 +9,7 @@
 #include "screens/StatusDot.h"
 #include "screens/Style.h"
 #include "screens/Toast.h"
+#include "screens/UpdateNotice.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -184,10 +186,33 @@ TEST_F(ChatScreenTest, aBetterModelIsOfferedAndCanBeTurnedDown) {
     EXPECT_FALSE(buttonNamed(screen, u"Not now"_s));
 }
 
+TEST_F(ChatScreenTest, anUpdateIsToldOfUntilItIsDismissed) {
+    app.changeSetting(&Settings::searchMode, SearchMode::ask);
+    network.answerEach(
+        [](const ScriptedEngine::Request &) { return Script(200).raw(R"({"version": "99.1"})"); });
+    app.updates().check();
+    ASSERT_TRUE(eventually([this] { return shows(u"Ostrelin 99.1 is available."_s); }));
+    EXPECT_FALSE(buttonNamed(screen, u"Download"_s)) << "nobody knows where";
+    click(buttonNamed(screen, u"Not now"_s));
+    EXPECT_FALSE(buttonNamed(screen, u"Not now"_s));
+    EXPECT_EQ(loadSettings().dismissedUpdateVersion, u"99.1"_s);
+}
+
+TEST_F(ChatScreenTest, anUpdateWithAnAddressCanBeDownloaded) {
+    ChatScreenModel model = screen.model();
+    model.updateNotice = updateNotice({.version = u"0.2.0"_s});
+    model.updateURL = QUrl(u"https://ostrelin.example/get"_s);
+    screen.setModel(model);
+    const Browser browser;
+    click(buttonNamed(screen, u"Download"_s));
+    EXPECT_EQ(browser.opened, QList{QUrl(u"https://ostrelin.example/get"_s)});
+}
+
 TEST_F(ChatScreenTest, theBannersStandInTheirOrder) {
     ChatScreenModel model = screen.model();
     model.engineFailure = u"engine"_s;
     model.memoryWarning = u"memory"_s;
+    model.updateNotice = u"update"_s;
     model.upgradeOffer = u"upgrade"_s;
     model.moveHint = u"move"_s;
     screen.setModel(model);
@@ -197,7 +222,7 @@ TEST_F(ChatScreenTest, theBannersStandInTheirOrder) {
         if (text->isVisible())
             found.insert(text->mapTo(&screen, QPoint()).y(), text->text());
     }
-    EXPECT_EQ(found.values(), (QStringList{u"move"_s, u"upgrade"_s, u"memory"_s, u"engine"_s}));
+    EXPECT_EQ(found.values(), (QStringList{u"move"_s, u"upgrade"_s, u"update"_s, u"memory"_s, u"engine"_s}));
 }
 
 TEST_F(ChatScreenTest, itFollowsEverythingThatIsPublished) {

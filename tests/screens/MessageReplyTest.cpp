@@ -1,11 +1,10 @@
 #include "pages/drawing/MarkdownWidget.h"
 #include "screens/ActionLine.h"
+#include "screens/Browser.h"
 #include "screens/MessageRow.h"
 #include "screens/Screen.h"
 #include "screens/Style.h"
 #include "support/ManualClock.h"
-
-#include <QDesktopServices>
 
 using namespace Qt::StringLiterals;
 
@@ -14,20 +13,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int width = style::columnWidth + 2 * style::rowOutset;
-
-/// Takes the addresses that would go to the browser.
-class Browser : public QObject {
-    Q_OBJECT
-
-public:
-    Browser() { QDesktopServices::setUrlHandler(u"https"_s, this, "open"); }
-    ~Browser() override { QDesktopServices::unsetUrlHandler(u"https"_s); }
-
-    QList<QUrl> opened;
-
-public Q_SLOTS:
-    void open(const QUrl &address) { opened.append(address); }
-};
 
 class MessageReplyTest : public testing::Test {
 protected:
@@ -102,5 +87,3 @@ TEST_F(MessageReplyTest, theGuessOfAHeightIsNear) {
         EXPECT_GT(2 * guess, row->height()) << text.left(60).toStdString();
     }
 }
-
-#include "MessageReplyTest.moc"

@@ -1,13 +1,18 @@
+#include "records/Memory.h"
 #include "screens/AppFixture.h"
+#include "screens/CheckToggle.h"
 #include "screens/Label.h"
 #include "screens/ModelFormModel.h"
 #include "screens/PaneList.h"
 #include "screens/SettingsView.h"
 #include "screens/Sheet.h"
+#include "screens/TextEditor.h"
 #include "screens/TextView.h"
 #include "screens/ThemePicker.h"
 #include "screens/ThemeSwatch.h"
 
+#include <QDir>
+#include <QInputMethodEvent>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -39,6 +44,7 @@ protected:
     bool reads(const QString &text) const { return texts().contains(text); }
 
     PaneList *list() const { return view.findChild<PaneList *>(); }
+    TextEditor *editor() const { return view.findChild<TextEditor *>(); }
     Sheet *sheet() const { return view.findChild<Sheet *>(); }
     QPushButton *button(const QString &word) const { return buttonNamed(view, word); }
 
@@ -56,7 +62,8 @@ TEST_F(SettingsViewTest, itOpensOnTheFirstPane) {
     QStringList names;
     for (int row = 0; row < list()->count(); ++row)
         names.append(list()->item(row)->text());
-    EXPECT_EQ(names, (QStringList{u"Appearance"_s, u"Model"_s, u"Data"_s}));
+    EXPECT_EQ(names, (QStringList{u"Appearance"_s, u"Memory"_s, u"Web search"_s, u"Scheduled runs"_s,
+                                  u"Model"_s, u"Data"_s, u"About"_s}));
     EXPECT_TRUE(reads(u"Appearance"_s));
     EXPECT_TRUE(reads(u"Text"_s));
     EXPECT_FALSE(reads(u"Storage"_s));
@@ -65,11 +72,11 @@ TEST_F(SettingsViewTest, itOpensOnTheFirstPane) {
 TEST_F(SettingsViewTest, theListIsWalkedByKeysAndReadAloud) {
     list()->setFocus(Qt::TabFocusReason);
     QTest::keyClick(list(), Qt::Key_Down);
-    EXPECT_EQ(list()->pane(), SettingsPane::model);
-    EXPECT_TRUE(reads(u"Storage"_s));
+    EXPECT_EQ(list()->pane(), SettingsPane::memory);
+    EXPECT_TRUE(reads(u"Remember things"_s));
     EXPECT_EQ(spokenRole(list()), QAccessible::List);
     QTest::keyClick(list(), Qt::Key_End);
-    EXPECT_EQ(list()->pane(), SettingsPane::data);
+    EXPECT_EQ(list()->pane(), SettingsPane::about);
 }
 
 TEST_F(SettingsViewTest, aScreenReaderChoosesAPaneToo) {
@@ -157,6 +164,141 @@ TEST_F(SettingsViewTest, aChangeFromElsewhereShows) {
     EXPECT_TRUE(button(u"Small"_s)->isChecked());
 }
 
+TEST_F(SettingsViewTest, theMemoryFileFollowsEveryKeystroke) {
+    choose(SettingsPane::memory);
+    EXPECT_TRUE(reads(u"Ostrelin adds this to every chat. Edit it here or ask Ostrelin to update it."_s));
+    QString typed;
+    for (const QChar key : u"- likes tea"_s) {
+        QTest::keyClick(editor(), key.toLatin1());
+        typed += key;
+        EXPECT_EQ(readMemory(), typed);
+        EXPECT_EQ(app.memory(), typed);
+    }
+    QTest::keyClick(editor(), Qt::Key_Return);
+    QTest::keyClick(editor(), Qt::Key_Backspace);
+    QTest::keyClick(editor(), Qt::Key_Backspace);
+    EXPECT_EQ(readMemory(), u"- likes te"_s);
+}
+
+TEST_F(SettingsViewTest, whatIsPastedIntoTheMemoryIsKeptAsItIs) {
+    choose(SettingsPane::memory);
+    const QString text = u"- Grüße\n\n- 世界\u00a0👋\n"_s;
+    editor()->insertPlainText(text);
+    EXPECT_EQ(readMemory(), text);
+}
+
+TEST_F(SettingsViewTest, theEditorShowsTheFileAndDoesNotTouchIt) {
+    writeMemory(u"- a line\r\n- another\r\n"_s);
+    app.saveMemory(readMemory());
+    choose(SettingsPane::memory);
+    EXPECT_EQ(editor()->writtenText(), u"- a line\n- another\n"_s);
+    EXPECT_EQ(readMemory(), u"- a line\r\n- another\r\n"_s);
+}
+
+TEST_F(SettingsViewTest, aFactThatIsRememberedMeanwhileStandsBesideWhatIsTyped) {
+    choose(SettingsPane::memory);
+    editor()->setFocus();
+    QTest::keyClicks(editor(), u"- one- two"_s);
+    QTextCursor cursor = editor()->textCursor();
+    cursor.setPosition(5);
+    editor()->setTextCursor(cursor);
+    app.rememberFact(u"likes tea"_s);
+    EXPECT_EQ(editor()->writtenText(), u"- one- two\n- likes tea"_s);
+    EXPECT_EQ(editor()->textCursor().position(), 5) << "the person writes on where they were";
+    QTest::keyClicks(editor(), u"!"_s);
+    EXPECT_EQ(readMemory(), u"- one!- two\n- likes tea"_s);
+}
+
+TEST_F(SettingsViewTest, whatCannotBeWrittenIsKeptUntilItCan) {
+    choose(SettingsPane::memory);
+    QTest::keyClicks(editor(), u"tea"_s);
+    // Nothing can take the file's place.
+    QFile::remove(memoryFile());
+    ASSERT_TRUE(QDir().mkpath(memoryFile() + u"/full"_s));
+    QTest::keyClicks(editor(), u" and"_s);
+    app.rememberFact(u"likes milk"_s);
+    EXPECT_EQ(editor()->writtenText(), u"tea and\n- likes milk"_s);
+    ASSERT_TRUE(QDir(memoryFile()).removeRecursively());
+    app.shutDown();
+    EXPECT_EQ(readMemory(), u"tea and\n- likes milk"_s);
+}
+
+TEST_F(SettingsViewTest, whatIsBeingComposedIsKeptWhenTheWindowCloses) {
+    choose(SettingsPane::memory);
+    editor()->setFocus();
+    QInputMethodEvent composing(u"日本"_s, {});
+    QCoreApplication::sendEvent(editor(), &composing);
+    EXPECT_EQ(readMemory(), QString());
+    view.close();
+    EXPECT_EQ(readMemory(), u"日本"_s);
+}
+
+TEST_F(SettingsViewTest, clearingTheMemoryLeavesAnEmptyFileAndCanBeUndone) {
+    choose(SettingsPane::memory);
+    QTest::keyClicks(editor(), u"- likes tea"_s);
+    click(button(u"Clear"_s));
+    EXPECT_EQ(editor()->writtenText(), QString());
+    EXPECT_TRUE(QFile::exists(memoryFile()));
+    EXPECT_EQ(QFile(memoryFile()).size(), 0);
+    QTest::keyClick(editor(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(readMemory(), u"- likes tea"_s);
+}
+
+TEST_F(SettingsViewTest, theEditorIsThereWhileThingsAreRemembered) {
+    choose(SettingsPane::memory);
+    CheckToggle *toggle = view.findChild<CheckToggle *>();
+    EXPECT_EQ(spokenName(toggle), u"Remember things"_s);
+    EXPECT_TRUE(toggle->isChecked());
+    EXPECT_TRUE(button(u"Reveal in Finder"_s));
+    click(toggle);
+    EXPECT_FALSE(loadSettings().memoryEnabled);
+    EXPECT_FALSE(editor()->isVisible());
+    EXPECT_FALSE(button(u"Clear"_s));
+    EXPECT_FALSE(button(u"Reveal in Finder"_s));
+    click(toggle);
+    EXPECT_TRUE(loadSettings().memoryEnabled);
+    EXPECT_TRUE(editor()->isVisible());
+}
+
+TEST_F(SettingsViewTest, whenTheWebIsSearchedIsChosenByItsName) {
+    choose(SettingsPane::search);
+    EXPECT_TRUE(button(u"Off"_s)->isChecked());
+    EXPECT_TRUE(reads(
+        u"With web search off, your chats stay on this Mac. With web search on, each search query is sent "
+        "to DuckDuckGo, and pages Ostrelin opens can see this Mac's IP address."_s));
+    const std::pair<QString, SearchMode> choices[] = {{u"Ask each time"_s, SearchMode::ask},
+                                                      {u"Always allow"_s, SearchMode::always},
+                                                      {u"Off"_s, SearchMode::off}};
+    for (const auto &[word, mode] : choices) {
+        click(button(word));
+        EXPECT_EQ(loadSettings().searchMode, mode);
+    }
+    app.changeSetting(&Settings::searchMode, SearchMode::always);
+    EXPECT_TRUE(button(u"Always allow"_s)->isChecked()) << "also from elsewhere";
+}
+
+TEST_F(SettingsViewTest, aModelThatCannotSearchIsToldOfInstead) {
+    choose(SettingsPane::search);
+    ModelTier small = tent;
+    small.supportsTools = false;
+    app.beginDownload(small);
+    EXPECT_TRUE(reads(u"Web search needs a larger model."_s));
+    EXPECT_FALSE(button(u"Ask each time"_s));
+    app.deleteEverything();
+    EXPECT_FALSE(app.activeTier());
+    EXPECT_FALSE(reads(u"Web search needs a larger model."_s)) << "without a model nothing stands against it";
+    EXPECT_TRUE(button(u"Ask each time"_s));
+}
+
+TEST_F(SettingsViewTest, theWindowOfScheduledRunsIsAButtonAway) {
+    choose(SettingsPane::schedules);
+    EXPECT_TRUE(reads(
+        u"Run a prompt on a schedule, even while Ostrelin is closed. The result is saved as a chat."_s));
+    const QSignalSpy wishes(&view, &SettingsView::schedulesRequested);
+    click(button(u"Manage scheduled runs…"_s));
+    EXPECT_EQ(wishes.size(), 1);
+}
+
 TEST_F(SettingsViewTest, theModelsStorageIsTold) {
     choose(SettingsPane::model);
     for (const QString &text : {u"Storage"_s, u"House"_s, u"Size"_s, u"3.0 GB"_s, u"Location"_s,
@@ -237,6 +379,8 @@ TEST_F(SettingsViewTest, nothingIsCutOffAtAnySizeOfText) {
         settings.typeFace = face;
         app.saveSettings(settings);
         look.follow(settings);
+        QCoreApplication::processEvents();
+        EXPECT_LE(list()->sizeHintForColumn(0), list()->viewport()->width());
         for (const SettingsPane pane : settingsPanes) {
             choose(pane);
             for (const QPushButton *control : view.findChildren<QPushButton *>()) {

@@ -10,6 +10,7 @@
 #include "screens/OnboardingView.h"
 #include "screens/PageListView.h"
 #include "screens/PagePanel.h"
+#include "screens/PaneList.h"
 #include "screens/ScheduleListView.h"
 #include "screens/SettingsView.h"
 #include "screens/Sheet.h"
@@ -95,9 +96,13 @@ private:
             {u"sidebar"_s, {}, [this] { return sidebar(); }},
             {u"sidebar-smallest"_s, smallest, [this] { return sidebar(); }},
             {u"rename"_s, {}, [this] { return renaming(); }},
-            {u"settings-appearance"_s, settingsSize, [this] { return settings(0); }},
-            {u"settings-model"_s, settingsSize, [this] { return settings(1); }},
-            {u"settings-data"_s, settingsSize, [this] { return settings(2); }},
+            {u"settings-appearance"_s, settingsSize, [this] { return settings(SettingsPane::appearance); }},
+            {u"settings-memory"_s, settingsSize, [this] { return memorySettings(); }},
+            {u"settings-search"_s, settingsSize, [this] { return settings(SettingsPane::search); }},
+            {u"settings-schedules"_s, settingsSize, [this] { return settings(SettingsPane::schedules); }},
+            {u"settings-model"_s, settingsSize, [this] { return settings(SettingsPane::model); }},
+            {u"settings-data"_s, settingsSize, [this] { return settings(SettingsPane::data); }},
+            {u"settings-about"_s, settingsSize, [this] { return aboutSettings(); }},
             {u"settings-confirm"_s, settingsSize, [this] { return confirmation(); }},
             {u"schedules"_s, {640, 520}, [this] { return new ScheduleListView(look); }},
             {u"pages"_s, {900, 640}, [this] { return pages(); }},
@@ -131,6 +136,8 @@ private:
             {.engine = EngineStatus::failed(failure),
              .needsMoveToApplications = true,
              .upgradeBanner = u"Your Mac can run a smarter version of Ostrelin. Download (9.0 GB)?"_s,
+             .availableUpdate =
+                 UpdateInfo{.version = u"0.2.0"_s, .downloadURL = QUrl(u"https://ostrelin.invalid/"_s)},
              .memoryWarning =
                  u"Your Mac is running low on memory. Closing other apps will help, or switch to "
                  "a lighter model."_s}));
@@ -345,19 +352,39 @@ private:
         return view;
     }
 
-    QWidget *settings(int pane) {
+    QWidget *settings(SettingsPane pane) {
         auto *view = new SettingsView(app, look);
-        view->findChild<QListWidget *>()->setCurrentRow(pane);
-        // Where models lie for most people, rather than in the folder of this run.
+        view->findChild<PaneList *>()->setPane(pane);
+        // What most people see, rather than what is so in this run.
         for (TextView *text : view->findChildren<TextView *>()) {
             if (text->text() == modelsFolder())
                 text->setText(u"/home/you/.local/share/Ostrelin/models"_s);
+            if (text->text() == u"llama.cpp "_s)
+                text->setText(u"llama.cpp 0123456789abcdef0123456789abcdef01234567"_s);
         }
         return view;
     }
 
+    QWidget *memorySettings() {
+        app.saveMemory(u"- Lives in Tbilisi, and has a balcony that faces south\n"
+                       "- Likes tea better than coffee\n- Writes to a colleague in Lagos on Mondays"_s);
+        return settings(SettingsPane::memory);
+    }
+
+    /// With an update that has been found.
+    QWidget *aboutSettings() {
+        network.answerEach([](const ScriptedEngine::Request &) {
+            return Script(200).raw(
+                R"({"version": "0.2.0", "downloadURL": "https://ostrelin.invalid/download"})");
+        });
+        app.changeSetting(&Settings::searchMode, SearchMode::ask);
+        app.updates().check();
+        eventually([this] { return app.availableUpdate().has_value(); });
+        return settings(SettingsPane::about);
+    }
+
     QWidget *confirmation() {
-        QWidget *view = settings(2);
+        QWidget *view = settings(SettingsPane::data);
         view->findChild<Sheet *>()->setShown(true);
         return view;
     }

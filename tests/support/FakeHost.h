@@ -12,9 +12,9 @@ public:
     void saveSettings(const Settings &settings) override { fakeSettings = settings; }
     std::optional<ModelTier> activeTier() const override { return tier; }
     QString memory() const override { return memoryText; }
-    void saveMemory(const QString &text) override {
-        memoryText = text;
-        writeMemory(text);
+    void rememberFact(const QString &fact) override {
+        memoryText = appendingMemoryFact(readMemory(), fact);
+        writeMemory(memoryText);
     }
     std::optional<QUrl> engineURL() const override { return url; }
     QString engineKey() const override { return key; }
