@@ -9,4 +9,16 @@ class ChoiceButton : public LookButton {
 
 public:
     ChoiceButton(const Look &look, const QString &name, QWidget *parent = nullptr);
+
+    /// Shows a choice that comes from elsewhere.
+    void setChosen();
+
+Q_SIGNALS:
+    /// The person has chosen this one: by mouse, by keys, or through a screen reader.
+    void chosen();
+
+private:
+    void takeState(bool isChosen);
+
+    bool m_isFollowing = false;
 };

@@ -25,7 +25,7 @@ SegmentedPicker::SegmentedPicker(const Look &look, const QString &name, const QS
         const int index = int(m_segments.size());
         row->addWidget(segment);
         m_segments.append(segment);
-        connect(segment, &SegmentButton::clicked, this, [this, index] { Q_EMIT picked(index); });
+        connect(segment, &SegmentButton::chosen, this, [this, index] { Q_EMIT picked(index); });
     }
     connect(&look, &Look::changed, this, qOverload<>(&QWidget::update));
 }
@@ -37,7 +37,7 @@ int SegmentedPicker::current() const {
 }
 
 void SegmentedPicker::setCurrent(int index) {
-    m_segments.at(index)->setChecked(true);
+    m_segments.at(index)->setChosen();
 }
 
 void SegmentedPicker::paintEvent(QPaintEvent *) {

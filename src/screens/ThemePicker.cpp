@@ -16,12 +16,12 @@ ThemePicker::ThemePicker(const Look &look, QWidget *parent) : QWidget(parent) {
         auto *swatch = new ThemeSwatch(look, theme, this);
         row->addWidget(swatch, 1);
         m_swatches.append(swatch);
-        connect(swatch, &ThemeSwatch::clicked, this, [this, theme] { Q_EMIT picked(theme); });
+        connect(swatch, &ThemeSwatch::chosen, this, [this, theme] { Q_EMIT picked(theme); });
     }
 }
 
 void ThemePicker::setTheme(Theme theme) {
-    swatch(theme)->setChecked(true);
+    swatch(theme)->setChosen();
 }
 
 QString ThemePicker::spokenName() const {

@@ -155,6 +155,20 @@ TEST_F(SettingsViewTest, sizeAndTypefaceAreChosenByTheirNames) {
     EXPECT_TRUE(reads(u"Typeface"_s));
 }
 
+TEST_F(SettingsViewTest, aScreenReaderChoosesAThemeAndASize) {
+    const auto choose = [this](const QString &name) {
+        QAccessible::queryAccessibleInterface(button(name))
+            ->actionInterface()
+            ->doAction(QAccessibleActionInterface::toggleAction());
+    };
+    choose(u"Pink"_s);
+    EXPECT_EQ(loadSettings().theme, Theme::pink);
+    choose(u"Small"_s);
+    EXPECT_EQ(loadSettings().textSize, TextSize::small);
+    choose(u"Small"_s);
+    EXPECT_TRUE(button(u"Small"_s)->isChecked()) << "one is always chosen";
+}
+
 TEST_F(SettingsViewTest, aChangeFromElsewhereShows) {
     Settings settings = app.settings();
     settings.theme = Theme::pink;
