@@ -7,7 +7,14 @@
 #include <optional>
 
 /// What an object of a window is, in the numbers of AT-SPI's AtspiRole.
-enum class AccessibleRole : quint32 { checkBox = 7, label = 29, listItem = 32, pushButton = 43, text = 61 };
+enum class AccessibleRole : quint32 {
+    checkBox = 7,
+    label = 29,
+    listItem = 32,
+    pushButton = 43,
+    radioButton = 44,
+    text = 61
+};
 
 /// Another program's window, read and driven as assistive technology does it: by AT-SPI over the
 /// accessibility bus, through the names that are read aloud. It knows only what is showing. Main

@@ -1,0 +1,177 @@
+#include "e2e/ConnectionWatch.h"
+#include "e2e/WindowFixture.h"
+#include "platform/AtomicFile.h"
+#include "records/Coder.h"
+#include "records/Folders.h"
+#include "records/Memory.h"
+#include "records/Settings.h"
+#include "support/EnvironmentVariable.h"
+#include "support/ScriptedEngine.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The window of the settings, and what is served where the program asks for anything.
+class WindowSettings : public WindowFixture {
+protected:
+    WindowSettings() {
+        catalog.answer(Script(404));
+        versions.answer(Script(200).raw(R"({"version": "99.1"})"));
+        searchPage.answer(Script(404));
+    }
+
+    void openSettings(const QString &pane) {
+        if (!window().shows(pane, AccessibleRole::listItem)) {
+            ASSERT_TRUE(window().press(u"Settings"_s));
+            ASSERT_TRUE(window().waitFor(pane, AccessibleRole::listItem));
+        }
+        ASSERT_TRUE(window().press(pane, AccessibleRole::listItem));
+    }
+
+    void choose(const QString &word) {
+        ASSERT_TRUE(window().waitFor(word, AccessibleRole::radioButton));
+        ASSERT_TRUE(window().press(word, AccessibleRole::radioButton));
+    }
+
+    bool isChosen(const QString &word) {
+        return window().waitFor(word, AccessibleRole::radioButton) &&
+               window().isChosen(word, AccessibleRole::radioButton);
+    }
+
+    void endProgram() {
+        program.signal(SIGTERM);
+        ASSERT_TRUE(program.waitForEnd());
+        EXPECT_TRUE(program.endedOrderly()) << program.output().toStdString();
+    }
+
+    /// The port that the engine was started on.
+    quint16 enginePort() const {
+        QFile file(u"/proc/%1/cmdline"_s.arg(program.enginePid()));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        const QByteArrayList arguments = file.readAll().split('\0');
+        return arguments.value(arguments.indexOf("--port") + 1).toUShort();
+    }
+
+    static quint16 portOf(const ScriptedEngine &server) { return quint16(server.url().port()); }
+
+    ScriptedEngine catalog;
+    ScriptedEngine versions;
+    ScriptedEngine searchPage;
+    EnvironmentVariable catalogAddress{"OSTRELIN_CATALOGURL", catalog.url().toEncoded() + "/catalog.json"};
+    EnvironmentVariable versionAddress{"OSTRELIN_VERSIONURL", versions.url().toEncoded() + "/version.json"};
+    EnvironmentVariable searchAddress{"OSTRELIN_SEARCHURL", searchPage.url().toEncoded() + "/html/"};
+};
+
+/// The settings file of a person who has changed everything, with this value at that key.
+QByteArray settingsWith(const QString &key, const QJsonValue &value) {
+    Settings settings;
+    settings.searchMode = SearchMode::always;
+    settings.responseSpeed = ResponseSpeed::calm;
+    settings.memoryEnabled = false;
+    settings.didFinishWelcome = true;
+    settings.theme = Theme::pink;
+    settings.schedulesEnabled = true;
+    settings.textSize = TextSize::small;
+    settings.typeFace = TypeFace::serif;
+    QJsonObject object = encode(settings).toObject();
+    object.insert(key, value);
+    return QJsonDocument(object).toJson();
+}
+
+} // namespace
+
+TEST_F(WindowSettings, eachChoiceSurvivesARestart) {
+    startProgram();
+    openSettings(u"Appearance"_s);
+    choose(u"Pink"_s);
+    choose(u"Extra large"_s);
+    choose(u"Serif"_s);
+    openSettings(u"Web search"_s);
+    choose(u"Ask each time"_s);
+    openSettings(u"Memory"_s);
+    ASSERT_TRUE(window().setText(u"Memory"_s, u"- Likes tea"_s));
+    EXPECT_TRUE(eventually([] { return readMemory() == u"- Likes tea"_s; }));
+    ASSERT_TRUE(window().press(u"Remember things"_s, AccessibleRole::checkBox));
+    EXPECT_TRUE(window().waitUntilGone(u"Memory"_s, AccessibleRole::text));
+    endProgram();
+
+    startProgram();
+    openSettings(u"Appearance"_s);
+    for (const QString &word : {u"Pink"_s, u"Extra large"_s, u"Serif"_s})
+        EXPECT_TRUE(isChosen(word)) << word.toStdString();
+    openSettings(u"Web search"_s);
+    EXPECT_TRUE(isChosen(u"Ask each time"_s));
+    openSettings(u"Memory"_s);
+    ASSERT_TRUE(window().waitFor(u"Remember things"_s, AccessibleRole::checkBox));
+    EXPECT_FALSE(window().isChosen(u"Remember things"_s, AccessibleRole::checkBox));
+    EXPECT_FALSE(window().shows(u"Memory"_s, AccessibleRole::text));
+    ASSERT_TRUE(window().press(u"Remember things"_s, AccessibleRole::checkBox));
+    ASSERT_TRUE(window().waitFor(u"Memory"_s, AccessibleRole::text));
+    EXPECT_EQ(window().text(u"Memory"_s), u"- Likes tea"_s);
+}
+
+TEST_F(WindowSettings, oneDamagedKeyMakesAllOfThemTheDefaults) {
+    const QStringList keys =
+        encode(Settings()).toObject().keys() +
+        QStringList{u"installed"_s, u"dismissedUpgradeTierId"_s, u"dismissedUpdateVersion"_s};
+    ASSERT_EQ(keys.size(), 11);
+    for (const QString &key : keys) {
+        writeAtomically(settingsFile(), settingsWith(key, QJsonArray{42}));
+        ASSERT_TRUE(program.start());
+        EXPECT_TRUE(window().waitFor(u"Get started"_s, AccessibleRole::pushButton)) << key.toStdString();
+        endProgram();
+        EXPECT_EQ(loadSettings(), Settings()) << key.toStdString();
+    }
+}
+
+TEST_F(WindowSettings, withWebSearchOffItConnectsToNothingButItsEngine) {
+    ASSERT_EQ(loadSettings().searchMode, SearchMode::off);
+    ASSERT_TRUE(program.start());
+    const ConnectionWatch watch(program.pid());
+    ASSERT_TRUE(program.waitUntilReady());
+    QElapsedTimer sinceReady;
+    sinceReady.start();
+    const quint16 engine = enginePort();
+    const ConnectionWatch engineWatch(program.enginePid());
+    send(u"Search the web for okra harvest in Tbilisi"_s);
+    ASSERT_TRUE(waitForText());
+    ASSERT_TRUE(program.waitForReply());
+    openSettings(u"About"_s);
+    EXPECT_TRUE(
+        window().waitFor(u"Update checks are off while Offline Mode is on."_s, AccessibleRole::label));
+    // The first check for updates would come after twenty seconds.
+    ASSERT_TRUE(eventually([&] { return sinceReady.elapsed() > 23'000; }, 30'000));
+    endProgram();
+    EXPECT_FALSE(watch.seen().isEmpty());
+    // The list of models is asked for at each start.
+    EXPECT_EQ(watch.besides({engine, portOf(catalog)}), QStringList());
+    EXPECT_FALSE(engineWatch.seen().isEmpty());
+    EXPECT_EQ(engineWatch.besides({engine}), QStringList());
+    EXPECT_TRUE(versions.requests().isEmpty());
+    EXPECT_TRUE(searchPage.requests().isEmpty());
+}
+
+TEST_F(WindowSettings, withWebSearchOnAnUpdateIsFoundAndTheConnectionSeen) {
+    versions.forgetAnswers();
+    versions.answer(Script(200).pause(200).raw(R"({"version": "99.1"})"));
+    startProgram();
+    const ConnectionWatch watch(program.pid());
+    openSettings(u"Web search"_s);
+    choose(u"Always allow"_s);
+    openSettings(u"About"_s);
+    ASSERT_TRUE(window().waitFor(u"Check for updates"_s, AccessibleRole::pushButton));
+    ASSERT_TRUE(window().press(u"Check for updates"_s));
+    ASSERT_TRUE(window().waitFor(u"Ostrelin 99.1 is available."_s, AccessibleRole::label));
+    EXPECT_FALSE(watch.besides({enginePort(), portOf(catalog)}).isEmpty()) << "the watch sees nothing";
+    ASSERT_TRUE(window().press(u"Not now"_s));
+    EXPECT_TRUE(eventually([] { return loadSettings().dismissedUpdateVersion == u"99.1"_s; }));
+}
