@@ -1,6 +1,7 @@
 #include "screens/PageCardButton.h"
 
 #include "screens/Look.h"
+#include "screens/ShownTitle.h"
 #include "screens/Style.h"
 
 #include <QFontMetrics>
@@ -24,7 +25,7 @@ constexpr double edgeOpacity = 0.15;
 // The button itself has no text: an ampersand in it would be a key to press.
 PageCardButton::PageCardButton(const Look &look, const QString &title, QWidget *parent)
     : RowButton(look, QString(), parent),
-      m_title(title.simplified()) {
+      m_title(shownTitle(title, u"Page")) {
     setAccessibleName(m_title);
     setAccessibleDescription(u"Open page"_s);
     setToolTip(u"Open page"_s);

@@ -4,13 +4,17 @@
 #include "pages/drawing/Focus.h"
 #include "screens/HouseStyle.h"
 #include "screens/Look.h"
+#include "screens/PlainTip.h"
+#include "screens/ShownTitle.h"
 #include "screens/Style.h"
 
 #include <QContextMenuEvent>
+#include <QHelpEvent>
 #include <QMenu>
 #include <QPainter>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
+#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -23,9 +27,13 @@ QUuid idOf(const QListWidgetItem *item) {
     return item ? item->data(idRole).toUuid() : QUuid();
 }
 
-/// A row without the gap to the next one.
+/// A row without the gap to the next one, and where its text stands.
 QRect framed(const QRect &row) {
     return row.adjusted(0, 0, 0, -style::chatRowGap);
+}
+QRect inside(const QRect &frame) {
+    return frame.adjusted(style::chatRowPadding, style::pageRowPaddingY, -style::chatRowPadding,
+                          -style::pageRowPaddingY);
 }
 
 } // namespace
@@ -53,27 +61,34 @@ public:
             painter->setBrush(isChosen ? palette.marker() : palette.cardFill());
             painter->drawRoundedRect(frame, style::radiusMark, style::radiusMark);
         }
-        drawLines(*painter, option.direction, frame, index);
+        drawLines(*painter, option.direction, inside(frame), index);
         if (m_list.showsFocus() && index == m_list.currentIndex())
             drawRing(*painter, frame, style::radiusMark, palette.accent);
         painter->restore();
     }
 
+    bool helpEvent(QHelpEvent *event, QAbstractItemView *, const QStyleOptionViewItem &option,
+                   const QModelIndex &index) override {
+        const QString title = index.data().toString();
+        const int width = QFontMetrics(font(TextStyle::callout)).horizontalAdvance(title);
+        const bool fits = width <= inside(framed(option.rect)).width();
+        QToolTip::showText(event->globalPos(), fits ? QString() : plainTip(title), &m_list, option.rect);
+        return true;
+    }
+
 private:
     QFont font(TextStyle style) const { return m_list.m_look.font(style); }
 
-    void drawLines(QPainter &painter, Qt::LayoutDirection direction, const QRect &frame,
+    void drawLines(QPainter &painter, Qt::LayoutDirection direction, const QRect &place,
                    const QModelIndex &index) const {
         const Palette &palette = m_list.m_look.palette();
-        const QRect inside = frame.adjusted(style::chatRowPadding, style::pageRowPaddingY,
-                                            -style::chatRowPadding, -style::pageRowPaddingY);
         const auto drawLine = [&](const QString &text, TextStyle step, const QColor &ink,
                                   Qt::Alignment edge) {
             painter.setFont(font(step));
             painter.setPen(ink);
-            const QString shown = painter.fontMetrics().elidedText(text, Qt::ElideRight, inside.width());
+            const QString shown = painter.fontMetrics().elidedText(text, Qt::ElideRight, place.width());
             painter.drawText(
-                inside, int(QStyle::visualAlignment(direction, Qt::AlignLeft | edge)) | Qt::TextSingleLine,
+                place, int(QStyle::visualAlignment(direction, Qt::AlignLeft | edge)) | Qt::TextSingleLine,
                 shown);
         };
         drawLine(index.data().toString(), TextStyle::callout, palette.ink, Qt::AlignTop);
@@ -107,7 +122,7 @@ void PageList::setPages(const QList<PageSummary> &pages) {
     const int row = currentRow();
     clear();
     for (const PageSummary &page : pages) {
-        const QString title = page.title.simplified();
+        const QString title = shownTitle(page.title, u"Page");
         const QString date = shownDateAndTime(page.updatedAt);
         auto *item = new QListWidgetItem(title, this);
         item->setData(idRole, page.id);
@@ -133,6 +148,14 @@ void PageList::openMenu(const QListWidgetItem *item, const QPoint &place) {
     menu->popup(place);
 }
 
+QItemSelectionModel::SelectionFlags PageList::selectionCommand(const QModelIndex &index,
+                                                               const QEvent *event) const {
+    // The right button opens the menu, and only that.
+    const bool isRight = event && event->isSinglePointEvent() &&
+                         static_cast<const QSinglePointEvent *>(event)->button() == Qt::RightButton;
+    return isRight ? QItemSelectionModel::NoUpdate : QListWidget::selectionCommand(index, event);
+}
+
 void PageList::focusInEvent(QFocusEvent *event) {
     if (!isPassing(event->reason()))
         m_showsFocus = isKeyboardReason(event->reason());
@@ -144,6 +167,8 @@ void PageList::keyPressEvent(QKeyEvent *event) {
     const bool opensMenu = event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier;
     if (opensMenu && currentItem())
         openMenu(currentItem(), viewport()->mapToGlobal(visualItemRect(currentItem()).center()));
+    else if (event->matches(QKeySequence::Delete) && !event->isAutoRepeat() && chosenItem())
+        Q_EMIT deleteRequested(idOf(chosenItem()));
     else
         QListWidget::keyPressEvent(event);
 }

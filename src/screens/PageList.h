@@ -6,8 +6,8 @@
 
 class Look;
 
-/// The list of saved pages, one of which may be chosen. The arrow keys choose; a row's menu comes by mouse,
-/// by the menu key and by Shift+F10.
+/// The list of saved pages, one of which may be chosen. The arrow keys choose, and the Delete key deletes the
+/// chosen one; a row's menu comes by mouse, by the menu key and by Shift+F10.
 class PageList : public QListWidget {
     Q_OBJECT
 
@@ -28,6 +28,8 @@ Q_SIGNALS:
     void deleteRequested(const QUuid &id);
 
 protected:
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index,
+                                                         const QEvent *event) const override;
     void focusInEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;

@@ -1,13 +1,11 @@
 #include "screens/ShownTitle.h"
 
-#include "records/Conversation.h"
-
 #include <algorithm>
 
-QString shownTitle(const QString &title) {
+QString shownTitle(const QString &title, QStringView otherwise) {
     const auto leavesATrace = [](QChar unit) {
         return unit.isLetterOrNumber() || unit.isPunct() || unit.isSymbol() || unit.isSurrogate();
     };
     const bool isToBeSeen = std::any_of(title.begin(), title.end(), leavesATrace);
-    return isToBeSeen ? title.simplified() : defaultTitle.toString();
+    return isToBeSeen ? title.simplified() : otherwise.toString();
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QString>
+#include "records/Conversation.h"
 
-/// A chat's title as a window shows it: on one line, and never so that there is nothing to see, to read
-/// aloud or to click.
-QString shownTitle(const QString &title);
+/// A title of a chat or a page as a window shows it: on one line, and `otherwise` where there would be
+/// nothing to see, to read aloud or to click.
+QString shownTitle(const QString &title, QStringView otherwise = defaultTitle);

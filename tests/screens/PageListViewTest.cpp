@@ -5,13 +5,17 @@
 #include "screens/PageList.h"
 #include "screens/PageSheet.h"
 #include "screens/PageView.h"
+#include "screens/SavedFile.h"
 #include "screens/Screen.h"
 #include "support/Await.h"
 #include "support/TemporaryApplicationFolder.h"
 
 #include <QContextMenuEvent>
 #include <QDir>
+#include <QHelpEvent>
 #include <QMenu>
+#include <QTextDocumentFragment>
+#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -43,15 +47,23 @@ protected:
     }
 
     QMenu *menuOf(int row) const {
-        const QPoint place = list()->visualItemRect(list()->item(row)).center();
+        const QPoint place = middleOf(row);
         QContextMenuEvent event(QContextMenuEvent::Mouse, place, list()->viewport()->mapToGlobal(place));
         QCoreApplication::sendEvent(list()->viewport(), &event);
         return list()->findChild<QMenu *>();
     }
 
-    void clickRow(int row) const {
-        QTest::mouseClick(list()->viewport(), Qt::LeftButton, {},
-                          list()->visualItemRect(list()->item(row)).center());
+    QPoint middleOf(int row) const { return list()->visualItemRect(list()->item(row)).center(); }
+
+    void clickRow(int row, Qt::MouseButton button = Qt::LeftButton) const {
+        QTest::mouseClick(list()->viewport(), button, {}, middleOf(row));
+    }
+
+    /// The tool tip of a row as it is read; empty if there is none.
+    QString tipOf(int row) const {
+        QHelpEvent event(QEvent::ToolTip, middleOf(row), list()->viewport()->mapToGlobal(middleOf(row)));
+        QCoreApplication::sendEvent(list()->viewport(), &event);
+        return QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText();
     }
 
     const TemporaryApplicationFolder folder;
@@ -147,6 +159,59 @@ TEST_F(PageListViewTest, keysOpenTheMenu) {
     list()->setFocus();
     QTest::keyClick(list(), Qt::Key_F10, Qt::ShiftModifier);
     EXPECT_TRUE(list()->findChild<QMenu *>());
+}
+
+TEST_F(PageListViewTest, aRightPressOpensNoPage) {
+    saved(u"old"_s, 0);
+    const PageDocument recent = saved(u"new"_s, 10);
+    open();
+    clickRow(1, Qt::RightButton);
+    EXPECT_EQ(shown(), std::nullopt);
+    clickRow(0);
+    clickRow(1, Qt::RightButton);
+    EXPECT_EQ(shown(), recent);
+    EXPECT_TRUE(list()->item(0)->isSelected());
+}
+
+TEST_F(PageListViewTest, theDeleteKeyDeletesTheChosenPage) {
+    saved(u"old"_s, 0);
+    const PageDocument recent = saved(u"new"_s, 10);
+    open();
+    list()->setFocus();
+    QTest::keyClick(list(), Qt::Key_Delete);
+    EXPECT_EQ(list()->count(), 2) << "none was chosen";
+    clickRow(0);
+    QTest::keyClick(list(), Qt::Key_Delete);
+    QTest::keyClick(list(), Qt::Key_Delete);
+    EXPECT_EQ(titles(), QStringList{u"old"_s});
+    EXPECT_EQ(loadPage(recent.id), std::nullopt);
+}
+
+TEST_F(PageListViewTest, onlyATitleThatIsCutHasATip) {
+    saved(u"short"_s, 20);
+    const QString markup = u"<img src='http://example.org/'> &amp; "_s.repeated(3);
+    saved(markup, 10);
+    saved(u"word "_s.repeated(200), 0);
+    open();
+    EXPECT_EQ(tipOf(0), QString());
+    EXPECT_EQ(tipOf(1), markup.simplified());
+    EXPECT_TRUE(tipOf(2).endsWith(u'…'));
+    EXPECT_LT(tipOf(2).size(), 400);
+}
+
+TEST_F(PageListViewTest, aTitleOfNothingIsStillToBeSeen) {
+    saved(u"\u200b\u2060"_s, 0);
+    open();
+    EXPECT_EQ(titles(), QStringList{u"Page"_s});
+}
+
+TEST_F(PageListViewTest, aFileIsAsWideAsItIsToBe) {
+    const QTemporaryDir files;
+    saved(u"Tea"_s, 0);
+    open();
+    clickRow(0);
+    EXPECT_EQ(savedByPressing(*view, u"Save as PDF"_s, files).mediaBoxWidth(), 680);
+    EXPECT_EQ(savedByPressing(*view, u"Save as image"_s, files).pictureWidth(), 1360);
 }
 
 TEST_F(PageListViewTest, whatIsSavedMeanwhileShowsWhenTheWindowComesUpAgain) {

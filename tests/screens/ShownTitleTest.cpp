@@ -15,6 +15,11 @@ TEST(ShownTitleTest, whereThereIsNothingToSeeItIsANewChat) {
         EXPECT_EQ(shownTitle(title), u"New chat"_s);
 }
 
+TEST(ShownTitleTest, orWhatItIsToldToBe) {
+    EXPECT_EQ(shownTitle(u"\u200b"_s, u"Page"), u"Page"_s);
+    EXPECT_EQ(shownTitle(u" Tea "_s, u"Page"), u"Tea"_s);
+}
+
 TEST(ShownTitleTest, everyScriptAndSymbolIsSomethingToSee) {
     for (const QString &title : {u"?"_s, u"7"_s, u"€"_s, u"عنوان"_s, u"家計"_s, u"🌱"_s})
         EXPECT_EQ(shownTitle(title), title);
