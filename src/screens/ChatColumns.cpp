@@ -95,12 +95,14 @@ void ChatColumns::takeArrival() {
     m_inspector->settle();
     refresh();
     place(panelWidth());
+    if (!m_isPanelShown)
+        Q_EMIT panelGone();
 }
 
-void ChatColumns::takeDrag() {
+void ChatColumns::takeDrag(int, int edge) {
     if (!m_sidebar->isHidden())
         m_sidebarWidth = m_sidebar->width();
-    if (m_isPanelShown && m_inspector->isSettled())
+    if (edge == indexOf(m_inspector) && m_isPanelShown && m_inspector->isSettled())
         m_draggedWidth = m_inspector->width();
 }
 

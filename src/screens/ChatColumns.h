@@ -26,6 +26,10 @@ public:
     /// Lets the panel come to its ideal width, or to the one that the person gave it, or go.
     void setPanelShown(bool isShown);
 
+Q_SIGNALS:
+    /// The panel is out of sight.
+    void panelGone();
+
 protected:
     QSplitterHandle *createHandle() override;
     void resizeEvent(QResizeEvent *event) override;
@@ -35,7 +39,7 @@ private:
     void place(int panelWidth);
     void fitSidebar();
     void takeArrival();
-    void takeDrag();
+    void takeDrag(int place, int edge);
 
     const Look &m_look;
     QWidget *m_sidebar;

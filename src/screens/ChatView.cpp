@@ -1,6 +1,7 @@
 #include "screens/ChatView.h"
 
 #include "core/AppState.h"
+#include "pages/PageStore.h"
 #include "screens/ChatColumns.h"
 #include "screens/ChatScreen.h"
 #include "screens/PagePanel.h"
@@ -10,6 +11,8 @@
 #include "screens/Style.h"
 
 #include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
 
 ChatView::ChatView(AppState &app, const Look &look, Clock &clock, QWidget *parent)
     : QWidget(parent),
@@ -27,7 +30,8 @@ ChatView::ChatView(AppState &app, const Look &look, Clock &clock, QWidget *paren
     ChatController &chat = app.chat();
     connect(&chat, &ChatController::pageDraftChanged, this, &ChatView::showPageDraft);
     connect(m_panel, &PagePanel::closeRequested, &chat, &ChatController::closePageDraft);
-    connect(m_panel, &PagePanel::saveRequested, &chat, &ChatController::savePageDraft);
+    connect(m_panel, &PagePanel::saveRequested, this, &ChatView::savePageDraft);
+    connect(m_columns, &ChatColumns::panelGone, m_panel, [this] { m_panel->setDocument(std::nullopt); });
     connect(m_screen, &ChatScreen::pagesRequested, this, &ChatView::pagesRequested);
     connect(m_sidebar, &SidebarView::settingsRequested, this, &ChatView::settingsRequested);
     connect(m_sidebar, &SidebarView::chatOpened, m_screen, &ChatScreen::focusComposer);
@@ -45,6 +49,16 @@ void ChatView::showPageDraft() {
     else if (m_panel->isAncestorOf(window()->focusWidget()))
         m_screen->focusComposer();
     m_columns->setPanelShown(draft.has_value());
+}
+
+void ChatView::savePageDraft() {
+    ChatController &chat = m_app.chat();
+    if (!chat.pageDraft())
+        return;
+    const QUuid id = chat.pageDraft()->id;
+    chat.savePageDraft();
+    if (loadPage(id))
+        m_screen->showToast(u"Saved"_s);
 }
 
 void ChatView::hideEvent(QHideEvent *event) {

@@ -32,6 +32,7 @@ protected:
 
 private:
     void showPageDraft();
+    void savePageDraft();
 
     AppState &m_app;
     SidebarView *m_sidebar;

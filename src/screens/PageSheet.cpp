@@ -75,6 +75,10 @@ void PageSheet::setPage(const PageDocument &page) {
         m_paper->setFocus();
 }
 
+void PageSheet::clear() {
+    delete std::exchange(m_paper, nullptr);
+}
+
 void PageSheet::takeFocusOrder() {
     m_paper->setFocusPolicy(Qt::StrongFocus);
     setFocusProxy(nullptr);

@@ -18,8 +18,9 @@ public:
 
     /// Shows another page from its head on.
     void setPage(const PageDocument &page);
+    void clear();
 
-    /// The paper; null before there is a page.
+    /// The paper; null while there is no page.
     MarkdownWidget *paper() const { return m_paper; }
     double scale() const;
 

@@ -55,6 +55,8 @@ void PageView::setDocument(const std::optional<PageDocument> &document) {
     m_document = document;
     if (document)
         m_sheet->setPage(*document);
+    else
+        m_sheet->clear();
     m_stack->setCurrentIndex(document ? 1 : 0);
     update();
 }

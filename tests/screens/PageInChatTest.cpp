@@ -6,9 +6,12 @@
 #include "screens/ComposerTextView.h"
 #include "screens/InspectorColumn.h"
 #include "screens/PagePanel.h"
+#include "screens/PageView.h"
 #include "screens/SidebarView.h"
 #include "screens/Style.h"
+#include "screens/Toast.h"
 
+#include <QDir>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -36,6 +39,16 @@ protected:
         view.resize(width, 700);
         QCoreApplication::processEvents();
         return {panel()->width(), view.screen()->width()};
+    }
+
+    static constexpr int sidebarEdge = 1;
+    static constexpr int panelEdge = 2;
+    void drag(int number, int distance) {
+        auto *edge = view.findChild<ChatColumns *>()->handle(number);
+        const QPoint start = edge->rect().center();
+        QTest::mousePress(edge, Qt::LeftButton, {}, start);
+        QTest::mouseMove(edge, start + QPoint(distance, 0));
+        QTest::mouseRelease(edge, Qt::LeftButton, {}, start + QPoint(distance, 0));
     }
 
     Look look;
@@ -87,18 +100,55 @@ TEST_F(StillPageInChatTest, theSidebarIsBackInAWindowThatHasRoomForAll) {
 
 TEST_F(StillPageInChatTest, aWidthThatThePersonGaveStays) {
     openPage();
-    auto *columns = view.findChild<ChatColumns *>();
-    auto *edge = columns->handle(2);
-    const QPoint start = edge->rect().center();
-    QTest::mousePress(edge, Qt::LeftButton, {}, start);
-    QTest::mouseMove(edge, start + QPoint(300, 0));
-    QTest::mouseRelease(edge, Qt::LeftButton, {}, start + QPoint(300, 0));
+    drag(panelEdge, 300);
     const int given = panel()->width();
     EXPECT_NEAR(given, 600, 4);
     EXPECT_EQ(widthsAt(1900).width(), given);
     app.chat().closePageDraft();
     openPage();
     EXPECT_EQ(panel()->width(), given);
+}
+
+TEST_F(StillPageInChatTest, theSidebarsEdgeGivesThePanelNoWidth) {
+    openPage();
+    ASSERT_EQ(widthsAt(1300).width(), 1300 - 248 - 380 - 2);
+    drag(sidebarEdge, -40);
+    EXPECT_NEAR(view.sidebar()->width(), 208, 4);
+    EXPECT_EQ(widthsAt(1800).width(), 900) << "what it wants";
+}
+
+TEST_F(StillPageInChatTest, thePanelIsAtMostAsWideAsItMayBe) {
+    openPage();
+    widthsAt(2600);
+    drag(panelEdge, -1200);
+    EXPECT_EQ(panel()->width(), 1400);
+}
+
+TEST_F(StillPageInChatTest, aPanelThatHasGoneKeepsNoPage) {
+    openPage();
+    EXPECT_TRUE(panel()->findChild<PageView *>()->document());
+    app.chat().closePageDraft();
+    EXPECT_FALSE(panel()->findChild<PageView *>()->document());
+    openPage();
+    app.deleteEverything();
+    EXPECT_FALSE(panel()->findChild<PageView *>()->document());
+}
+
+TEST_F(StillPageInChatTest, whatWasSavedIsSaidToBe) {
+    openPage();
+    click(button(u"Save"_s));
+    EXPECT_EQ(view.findChild<Toast *>()->text(), u"Saved"_s);
+}
+
+TEST_F(StillPageInChatTest, whatCouldNotBeSavedIsNot) {
+    ensurePagesFolder();
+    ASSERT_TRUE(QDir(pagesFolder()).removeRecursively());
+    QFile inTheWay(pagesFolder());
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    openPage();
+    click(button(u"Save"_s));
+    EXPECT_EQ(view.findChild<Toast *>()->text(), QString());
+    EXPECT_FALSE(panel()->isVisible());
 }
 
 TEST_F(StillPageInChatTest, closingLosesThePageAndSavingKeepsIt) {
@@ -158,7 +208,9 @@ TEST_F(PageInChatTest, thePanelGlidesInAndOutWithItsPageLaidOnce) {
     widths.clear();
     app.chat().closePageDraft();
     EXPECT_TRUE(panel()->isVisible()) << "it went at once";
+    EXPECT_TRUE(panel()->findChild<PageView *>()->document()) << "a page that goes is seen going";
     ASSERT_TRUE(eventually([&] { return !panel()->isVisible(); }));
+    EXPECT_FALSE(panel()->findChild<PageView *>()->document());
     EXPECT_TRUE(std::is_sorted(widths.rbegin(), widths.rend()));
 }
 

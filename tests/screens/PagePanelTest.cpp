@@ -4,6 +4,7 @@
 #include "screens/Label.h"
 #include "screens/PageSheet.h"
 #include "screens/PageView.h"
+#include "screens/SavedFile.h"
 #include "screens/Screen.h"
 
 #include <QFileDialog>
@@ -119,6 +120,42 @@ TEST_F(PagePanelTest, savingAsAFileAsksForAPlaceAndLeavesThePanel) {
     EXPECT_TRUE(dialog->selectedFiles().value(0).endsWith(u"/Tea.pdf"_s));
     EXPECT_EQ(closed.size() + saved.size(), 0);
     EXPECT_TRUE(buttonNamed(panel, u"Save as PDF"_s));
+}
+
+TEST_F(PagePanelTest, aFileIsAsWideAsItIsToBe) {
+    const QTemporaryDir files;
+    panel.setDocument(page);
+    EXPECT_EQ(savedByPressing(panel, u"Save as PDF"_s, files).mediaBoxWidth(), 640);
+    EXPECT_EQ(savedByPressing(panel, u"Save as image"_s, files).pictureWidth(), 1280);
+}
+
+TEST_F(PagePanelTest, headerAndFooterHaveTheirInnerSpace) {
+    panel.setDocument(page);
+    QCoreApplication::processEvents();
+    const auto frameOf = [this](const QString &name) {
+        const QPushButton *button = buttonNamed(panel, name);
+        return QRect(button->mapTo(&panel, QPoint()), button->size());
+    };
+    const auto *paper = panel.findChild<PageSheet *>();
+    const QRect sheet(paper->mapTo(&panel, QPoint()), paper->size());
+    const auto *head = panel.findChild<Label *>();
+    EXPECT_EQ(head->mapTo(&panel, QPoint()).x(), 10);
+    const QRect save = frameOf(u"Save"_s);
+    EXPECT_EQ(save.top(), 10);
+    EXPECT_EQ(panel.width() - 1 - save.right(), 10);
+    EXPECT_EQ(sheet.top() - 1 - save.bottom(), 10 + 1) << "with the divider";
+    const QRect pdf = frameOf(u"Save as PDF"_s);
+    EXPECT_EQ(pdf.left(), 10);
+    EXPECT_EQ(pdf.top() - 1 - sheet.bottom(), 10 + 1) << "with the divider";
+    EXPECT_EQ(panel.height() - 1 - pdf.bottom(), 10);
+}
+
+TEST_F(PagePanelTest, aPageThatIsGoneIsNotKept) {
+    panel.setDocument(page);
+    panel.setDocument(std::nullopt);
+    EXPECT_FALSE(panel.findChild<PageSheet *>()->paper());
+    panel.setDocument(page);
+    EXPECT_TRUE(panel.findChild<PageSheet *>()->paper());
 }
 
 TEST_F(PagePanelTest, itIsNeverNarrowerThanItsButtons) {
