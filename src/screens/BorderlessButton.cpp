@@ -6,6 +6,10 @@
 #include <QFontMetrics>
 #include <QPainter>
 
+BorderlessButton::BorderlessButton(const Look &look, const QString &name, QWidget *parent, Tone tone)
+    : RowButton(look, name, parent),
+      m_tone(tone) {}
+
 void BorderlessButton::setOpacity(double opacity) {
     m_opacity = opacity;
     update();
@@ -20,7 +24,8 @@ void BorderlessButton::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setOpacity(m_opacity);
     const Palette &palette = look().palette();
-    painter.setPen(byState(palette.secondaryInk(), palette.ink, palette.secondaryInk()));
+    const QColor rest = m_tone == Tone::action ? palette.linkInk() : palette.secondaryInk();
+    painter.setPen(byState(rest, palette.ink, rest));
     painter.setFont(look().font(TextStyle::callout));
     painter.drawText(rect(), Qt::AlignCenter, text());
     drawFocusRing(painter, rect(), style::radiusMark);

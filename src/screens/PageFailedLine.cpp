@@ -16,7 +16,7 @@ const QString text = u"Couldn't build the page."_s;
 PageFailedLine::PageFailedLine(const Look &look, QWidget *parent)
     : RowPart(parent),
       m_look(look),
-      m_retry(new BorderlessButton(look, u"Try again"_s, this)) {
+      m_retry(new BorderlessButton(look, u"Try again"_s, this, BorderlessButton::Tone::action)) {
     m_retry->setAccessibleDescription(text);
     connect(m_retry, &LookButton::clicked, this, &PageFailedLine::retried);
     connect(m_retry, &LookButton::focusChanged, this, &RowPart::focusChanged);
