@@ -1,6 +1,6 @@
 #include "conversation/PageReply.h"
-#include "conversation/TurnFixture.h"
 #include "conversation/Turn.h"
+#include "conversation/TurnFixture.h"
 #include "conversation/TurnServices.h"
 #include "pages/PageStore.h"
 
@@ -50,6 +50,24 @@ TEST_F(PageTurn, anAcceptedPageBecomesADraft) {
     EXPECT_EQ(chat->pageDraft()->createdAt, clock.now());
     EXPECT_EQ(opened.count(), 1);
     EXPECT_TRUE(listPages().isEmpty()) << "nobody has saved it";
+}
+
+TEST_F(PageTurn, aPageThatIsFinishedBehindAnotherChatBecomesADraftToo) {
+    engine.answer(Script().content(page.first(12)).hold().content(page.sliced(12)).finish(u"stop"_s).done());
+    const Conversation first = *chat->conversation();
+    TaskHandle turn;
+    turn.start([&](std::stop_token stop) {
+        return generate(chat.get(), first, {.question = UserMessage{u"Page"_s, {}}, .pageAccepted = true},
+                        stop);
+    });
+    ASSERT_TRUE(eventually([&] { return messages().size() == 2 && !last().content.isEmpty(); }));
+    chat->newChat();
+    engine.goOn();
+    ASSERT_TRUE(eventually([&] { return !turn.isRunning(); }));
+    EXPECT_NE(chat->conversation()->id, first.id);
+    ASSERT_TRUE(chat->pageDraft());
+    EXPECT_EQ(chat->pageDraft()->markdown, snapshot.markdown);
+    EXPECT_EQ(ChatStore().load(first.id)->messages.last().page, snapshot);
 }
 
 TEST_F(PageTurn, aPageThatFailsIsAskedForOnceMoreAndThenGivenUp) {

@@ -108,6 +108,24 @@ TEST(FirstUnknownDirective, directivesAndLanguagesAreKnown) {
             << name.toStdString();
 }
 
+TEST(FirstUnknownDirective, everyDirectiveAndEveryLanguageIsKnown) {
+    const QStringList directives =
+        u"metric chart line donut progress callout timeline sources flow compare cards spec subtitle "
+        "divider"_s.split(u' ');
+    const QStringList languages =
+        u"python py swift js javascript ts typescript jsx tsx json yaml yml toml ini xml html css scss sass "
+        "bash sh shell zsh fish powershell ps1 sql graphql go golang rust ruby rb java kotlin scala c cpp "
+        "c++ csharp cs php perl lua r matlab julia dart elixir haskell clojure objc assembly asm dockerfile "
+        "makefile diff patch http regex latex tex markdown md text txt plaintext csv tsv log env "
+        "properties"_s.split(u' ');
+    ASSERT_EQ(directives.size(), 14);
+    ASSERT_EQ(languages.size(), 72);
+    for (const QString &name : directives + languages) {
+        EXPECT_EQ(firstUnknownDirective(u"```"_s + name), std::nullopt) << name.toStdString();
+        EXPECT_EQ(firstUnknownDirective(u"```"_s + name + u'?'), name + u'?') << name.toStdString();
+    }
+}
+
 TEST(FirstUnknownDirective, anythingElseIsTold) {
     EXPECT_EQ(firstUnknownDirective(u"```c#"), u"c#"_s);
     EXPECT_EQ(firstUnknownDirective(u"```page"), u"page"_s);
