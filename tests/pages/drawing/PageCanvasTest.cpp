@@ -1,6 +1,9 @@
 #include "pages/drawing/PageCanvas.h"
 
 #include "pages/drawing/Drawn.h"
+#include "pages/drawing/Typefaces.h"
+
+#include <cmath>
 
 #include <gtest/gtest.h>
 
@@ -16,6 +19,15 @@ QImage pictured(const PageCanvas &canvas) {
     QPainter painter(&image);
     canvas.draw(painter, QRectF({}, canvas.size()));
     return image;
+}
+
+int pixelsOf(const QImage &picture, const QColor &color) {
+    int count = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x)
+            count += picture.pixel(x, y) == color.rgb();
+    }
+    return count;
 }
 
 /// The rows of a picture in which something stands, as their first and their last.
@@ -35,7 +47,61 @@ QList<std::pair<int, int>> inkedRows(const QImage &image) {
     return rows;
 }
 
+/// Where that line of text has its ink if its head is at `top`.
+QRect inkOf(const QString &line, const QFont &font, int top) {
+    QImage picture(640, 300, QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    painter.setFont(font);
+    painter.drawText(32, top + QFontMetrics(font).ascent(), line);
+    painter.end();
+    return inkIn(picture).translated(pictureMargin, pictureMargin);
+}
+
+/// Where the ink of the rows from `top` to `bottom` is.
+QRect inkBetween(const QImage &picture, int top, int bottom) {
+    return inkIn(picture.copy(0, top, picture.width(), bottom - top))
+        .translated(pictureMargin, pictureMargin + top);
+}
+
+void expectNear(const QRect &one, const QRect &other) {
+    EXPECT_NEAR(one.left(), other.left(), 1);
+    EXPECT_NEAR(one.top(), other.top(), 1);
+    EXPECT_NEAR(one.right(), other.right(), 1);
+    EXPECT_NEAR(one.bottom(), other.bottom(), 1);
+}
+
 } // namespace
+
+TEST(PageCanvas, theTitleIsLargeAndHasSerifs) {
+    QFont font(serifFamily());
+    font.setPixelSize(30);
+    font.setWeight(QFont::DemiBold);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    const QImage picture = pictured(PageCanvas(u"Green tea"_s, QString(), 640));
+    const int bar = inkedRows(picture).last().first;
+    EXPECT_EQ(bar, 32 + QFontMetrics(font).height() + 12);
+    expectNear(inkBetween(picture, 0, bar), inkOf(u"Green tea"_s, font, 32));
+}
+
+TEST(PageCanvas, theDateStandsInSmallCapitalsAtTheFoot) {
+    QFont font(monospacedFamily());
+    font.setPixelSize(10);
+    font.setWeight(QFont::DemiBold);
+    font.setLetterSpacing(QFont::AbsoluteSpacing, 1);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    const PageCanvas canvas(u"Tea"_s, u"---"_s, 640, date);
+    const QImage picture = pictured(canvas);
+    const auto rows = inkedRows(picture);
+    const int hairline = rows.at(rows.size() - 2).first;
+    const int top = hairline + 1 + 10;
+    EXPECT_EQ(picture.height(), top + std::ceil(QFontMetricsF(font).height()) + 32);
+    expectNear(inkBetween(picture, hairline + 1, picture.height()), inkOf(u"NOV 5, 2026"_s, font, top));
+    EXPECT_GT(pixelsOf(picture.copy(0, top, 640, 32), paperTheme().secondary), 0);
+    EXPECT_EQ(picture.pixel(32, hairline), laidOn(Qt::white, paperTheme().shade(0.12)));
+    EXPECT_EQ(picture.pixel(607, hairline), picture.pixel(32, hairline));
+    EXPECT_EQ(picture.pixel(608, hairline), qRgb(255, 255, 255));
+}
 
 TEST(PageCanvas, itIsAsWideAsToldAndWhite) {
     const PageCanvas canvas(u"Tea"_s, u"text"_s, 640, date);
