@@ -10,6 +10,20 @@
 #include <algorithm>
 #include <cmath>
 
+namespace {
+
+/// The text with "\n" between lines, as an editor keeps it.
+QString withPlainLines(QString text) {
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    for (QChar &character : text) {
+        if (character == u'\r' || character == QChar::ParagraphSeparator || character == QChar::LineSeparator)
+            character = u'\n';
+    }
+    return text;
+}
+
+} // namespace
+
 TextEditor::TextEditor(const Look &look, TextStyle style, const QString &name, QWidget *parent)
     : QTextEdit(parent),
       m_look(look),
@@ -28,12 +42,7 @@ TextEditor::TextEditor(const Look &look, TextStyle style, const QString &name, Q
 
 QString TextEditor::writtenText() const {
     // Not toPlainText(), which makes blanks of no-break spaces.
-    QString text = document()->toRawText();
-    for (QChar &character : text) {
-        if (character == QChar::ParagraphSeparator || character == QChar::LineSeparator)
-            character = u'\n';
-    }
-    return text;
+    return withPlainLines(document()->toRawText());
 }
 
 void TextEditor::setWrittenText(const QString &text) {
@@ -41,7 +50,8 @@ void TextEditor::setWrittenText(const QString &text) {
         setPlainText(text);
 }
 
-void TextEditor::changeWrittenText(const QString &text) {
+void TextEditor::changeWrittenText(const QString &wanted) {
+    const QString text = withPlainLines(wanted);
     const QString before = writtenText();
     const auto firstThatDiffers = std::mismatch(before.begin(), before.end(), text.begin(), text.end());
     const auto start = int(firstThatDiffers.first - before.begin());

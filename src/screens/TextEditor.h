@@ -24,7 +24,7 @@ public:
 
     /// The same by changing no more than the part that differs: the cursor stays where it is, and the change
     /// can be undone.
-    void changeWrittenText(const QString &text);
+    void changeWrittenText(const QString &wanted);
 
     /// The height that all lines take.
     int naturalHeight() const;

@@ -46,14 +46,22 @@ TEST_F(TextEditorTest, anyTextBecomesAnyOther) {
     const auto text = [&random] {
         QString made;
         for (int length = random.bounded(9); length > 0; --length)
-            made += u"aab\n"_s.at(random.bounded(4));
+            made += u"aab\n\r"_s.at(random.bounded(5));
         return made;
     };
     for (int round = 0; round < 3000; ++round) {
         const QString before = editor.writtenText();
         const QString after = text();
         editor.changeWrittenText(after);
-        ASSERT_EQ(editor.writtenText(), after) << before.toStdString();
+        ASSERT_EQ(editor.writtenText(), QString(after).replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n'))
+            << before.toStdString();
+    }
+}
+
+TEST_F(TextEditorTest, linesMayEndInOtherWays) {
+    for (int round = 0; round < 2; ++round) {
+        editor.changeWrittenText(u"one\r\ntwo\rthree\u2028four\u2029five\r\n"_s);
+        EXPECT_EQ(editor.writtenText(), u"one\ntwo\nthree\nfour\nfive\n"_s);
     }
 }
 
