@@ -4,6 +4,10 @@
 
 #include <QString>
 
+/// Asks for leave to show notifications, where a system wants that to be asked; the person's answer comes
+/// later and isn't told. Main thread.
+void askToNotify();
+
 #ifndef Q_MOC_RUN
 /// Shows a notification on the desktop, with a sound; both texts are plain. It is on its way when this
 /// returns. The task ends when the desktop has answered, after five seconds, or once `stop` is requested: a

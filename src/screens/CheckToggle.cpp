@@ -11,6 +11,9 @@ namespace {
 constexpr int ringRoom = style::focusRing + style::focusGap;
 constexpr double inset = (style::switchHeight - style::switchThumb) / 2.0;
 
+/// How much of a switch that can't be turned is to be seen.
+constexpr double disabledOpacity = 0.4;
+
 } // namespace
 
 CheckToggle::CheckToggle(const Look &look, const QString &name, QWidget *parent)
@@ -54,6 +57,8 @@ void CheckToggle::paintEvent(QPaintEvent *) {
     painter.setRenderHint(QPainter::Antialiasing);
     const Palette &palette = look().palette();
     const double on = m_on.value();
+    const double opacity = isEnabled() ? 1 : disabledOpacity;
+    painter.setOpacity(opacity);
     painter.setPen(Qt::NoPen);
     painter.setBrush(mixed(palette.switchOff(), palette.switchOn(), on));
     painter.drawRoundedRect(box(), style::switchHeight / 2.0, style::switchHeight / 2.0);
@@ -61,7 +66,7 @@ void CheckToggle::paintEvent(QPaintEvent *) {
     painter.drawEllipse(thumb());
     QRectF sign(0, 0, style::switchCheck, style::switchCheck);
     sign.moveCenter(thumb().center());
-    painter.setOpacity(on);
+    painter.setOpacity(opacity * on);
     drawIcon(painter, Icon::check, sign, palette.onThumb());
     painter.setOpacity(1);
     drawFocusRing(painter, rect(), height() / 2.0);

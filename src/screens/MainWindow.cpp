@@ -17,7 +17,7 @@
 
 using namespace Qt::StringLiterals;
 
-MainWindow::MainWindow(AppState &app, Clock &clock) : m_app(app) {
+MainWindow::MainWindow(AppState &app, Clock &clock) : m_app(app), m_clock(clock) {
     // The settings are read here already, so that the first picture has the person's own colours.
     m_look.follow(loadSettings());
     setWindowTitle(u"Ostrelin"_s);
@@ -64,7 +64,7 @@ void MainWindow::connectCommands() {
 
 void MainWindow::addWindows() {
     m_windows.add(windowid::schedules, [this] {
-        return sideWindow(u"Scheduled Runs"_s, new ScheduleListView(m_look),
+        return sideWindow(u"Scheduled Runs"_s, new ScheduleListView(m_app, m_look, m_clock),
                           {style::schedulesWidth, style::schedulesHeight});
     });
     m_windows.add(windowid::pages, [this] {

@@ -42,6 +42,7 @@ private:
     void followPhase();
 
     AppState &m_app;
+    Clock &m_clock;
     Look m_look;
     ReducedMotion m_reducedMotion;
     Commands m_commands;

@@ -3,6 +3,7 @@
 #include "screens/Label.h"
 #include "screens/Look.h"
 #include "screens/Shadow.h"
+#include "screens/SheetBody.h"
 #include "screens/Style.h"
 #include "screens/TextView.h"
 
@@ -62,10 +63,25 @@ void Sheet::addField(const QString &name, QWidget *field) {
     takeFirst(field);
 }
 
+void Sheet::addBody(QWidget *fields, QWidget *first) {
+    m_texts->addWidget(new SheetBody(fields, m_page));
+    takeFirst(first);
+}
+
+void Sheet::setPageWidth(int width) {
+    m_page->setFixedWidth(width);
+}
+
 WordButton *Sheet::addButton(const QString &word, WordButton::Tone tone) {
     auto *button = new WordButton(m_look, word, tone, m_page);
     m_buttons->addWidget(button);
     takeFirst(button);
+    return button;
+}
+
+WordButton *Sheet::addLeadingButton(const QString &word, WordButton::Tone tone) {
+    auto *button = new WordButton(m_look, word, tone, m_page);
+    m_buttons->insertWidget(0, button);
     return button;
 }
 
@@ -154,11 +170,14 @@ bool Sheet::focusNextPrevChild(bool next) {
         from = m_first;
     if (!from)
         return true;
+    const auto isStop = [this](const QWidget *widget) {
+        return m_page->isAncestorOf(widget) && widget->isVisible() && widget->isEnabled() &&
+               (widget->focusPolicy() & Qt::TabFocus) && !widget->focusProxy();
+    };
     QWidget *to = from;
     do {
         to = next ? to->nextInFocusChain() : to->previousInFocusChain();
-    } while (to != from &&
-             !(m_page->isAncestorOf(to) && to->isVisible() && (to->focusPolicy() & Qt::TabFocus)));
+    } while (to != from && !isStop(to));
     to->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return true;
 }

@@ -26,8 +26,18 @@ public:
     /// Adds a field under its name, and takes it.
     void addField(const QString &name, QWidget *field);
 
+    /// Adds fields that scroll where the window is too low for them, and takes them. `first` is the one of
+    /// them that has the focus first.
+    void addBody(QWidget *fields, QWidget *first);
+
+    /// How wide the page is.
+    void setPageWidth(int width);
+
     /// Adds a button after those that are there; the sheet closes by the owner's word alone.
     WordButton *addButton(const QString &word, WordButton::Tone tone = WordButton::Tone::quiet);
+
+    /// Adds one at the other end of the row.
+    WordButton *addLeadingButton(const QString &word, WordButton::Tone tone);
 
     /// Shows the sheet, or takes it away.
     void setShown(bool isShown);

@@ -201,6 +201,15 @@ inline constexpr int schedulesWidth = 640;
 inline constexpr int schedulesHeight = 520;
 inline constexpr int schedulesMinimumWidth = 520;
 inline constexpr int schedulesMinimumHeight = 420;
+inline constexpr int scheduleRowPadding = 14;
+inline constexpr int scheduleEditorWidth = 460;
+inline constexpr int promptEditorHeight = 96;
+/// What a date or a time leaves to its arrows, where their middle is from the edge, and how far apart they
+/// are.
+inline constexpr int dateArrows = 32;
+inline constexpr int dateArrow = 13;
+inline constexpr int dateArrowsApart = 5;
+inline constexpr int weekdayButton = 36;
 inline constexpr int pagesMinimumWidth = 360;
 inline constexpr int pagesMinimumHeight = 420;
 inline constexpr int pagesWidth = 900;

@@ -45,6 +45,8 @@ void WordButton::paintEvent(QPaintEvent *) {
 
 QColor WordButton::fill() const {
     const Palette &palette = look().palette();
+    if (!isEnabled())
+        return palette.quietFill();
     switch (m_tone) {
     case Tone::quiet:
         return byState(palette.quietFill(), palette.livelyFill(), palette.pressedFill());
@@ -58,6 +60,8 @@ QColor WordButton::fill() const {
 }
 
 QColor WordButton::ink() const {
+    if (!isEnabled())
+        return look().palette().secondaryInk();
     switch (m_tone) {
     case Tone::quiet:
         return look().palette().ink;

@@ -1,4 +1,5 @@
 #include "pages/PageStore.h"
+#include "schedules/ScheduleStore.h"
 #include "screens/AppFixture.h"
 #include "screens/ChatList.h"
 #include "screens/ChatScreen.h"
@@ -104,7 +105,16 @@ private:
             {u"settings-data"_s, settingsSize, [this] { return settings(SettingsPane::data); }},
             {u"settings-about"_s, settingsSize, [this] { return aboutSettings(); }},
             {u"settings-confirm"_s, settingsSize, [this] { return confirmation(); }},
-            {u"schedules"_s, {640, 520}, [this] { return new ScheduleListView(look); }},
+            {u"schedules"_s, schedulesSize, [this] { return schedules(); }},
+            {u"schedules-empty"_s, schedulesSize, [this] { return emptySchedules(); }},
+            {u"schedule-editor"_s, {640, 600}, [this] { return scheduleEditor(u"Edit"_s); }},
+            {u"schedule-editor-once"_s, {640, 600}, [this] { return scheduleEditor(u"New"_s); }},
+            {u"schedule-editor-smallest"_s,
+             {style::schedulesMinimumWidth, style::schedulesMinimumHeight},
+             [this] { return scheduleEditor(u"Edit"_s); }},
+            {u"schedules-smallest"_s,
+             {style::schedulesMinimumWidth, style::schedulesMinimumHeight},
+             [this] { return schedules(); }},
             {u"pages"_s, {900, 640}, [this] { return pages(); }},
             {u"pages-smallest"_s,
              {style::pagesMinimumWidth, style::pagesMinimumHeight},
@@ -285,6 +295,48 @@ private:
         return view;
     }
 
+    QWidget *emptySchedules() {
+        saveSchedules({});
+        return new ScheduleListView(app, look, clock);
+    }
+
+    /// One of each kind; the weekly one also runs in the background, and the single one is turned off.
+    QWidget *schedules() {
+        saveSchedules(
+            {{.id = QUuid::createUuid(),
+              .title = u"Morning overview"_s,
+              .prompt = u"What is new in the world of tea? Three short points, and a link for each."_s,
+              .recurrence = ScheduleRecurrence::weekly,
+              .hour = 8,
+              .minute = 30,
+              .weekdays = {2, 4, 6},
+              .enabled = true,
+              .runInBackground = true},
+             {.id = QUuid::createUuid(),
+              .prompt = u"Write one sentence to begin the day with."_s,
+              .hour = 7,
+              .enabled = true},
+             {.id = QUuid::createUuid(),
+              .title = u"Before the flight"_s,
+              .prompt = u"List what I should pack for four days in Lisbon in November."_s,
+              .recurrence = ScheduleRecurrence::once,
+              .hour = 9,
+              .onceDate = QDateTime(QDate(2026, 11, 24), QTime(17, 45))}});
+        app.scheduler().reload();
+        return new ScheduleListView(app, look, clock);
+    }
+
+    /// The sheet behind the first button of that word; a new schedule is made one that runs once.
+    QWidget *scheduleEditor(const QString &word) {
+        QWidget *view = schedules();
+        QTimer::singleShot(0, view, [view, word] {
+            click(buttonNamed(*view, word));
+            if (word == u"New"_s)
+                click(buttonNamed(*view, u"Once"_s));
+        });
+        return view;
+    }
+
     QWidget *pagePanel() {
         auto *panel = new PagePanel(look);
         panel->setDocument(page(u"Household budget"_s, 0));
@@ -403,6 +455,8 @@ private:
                                             : screen.size);
         window.show();
         QCoreApplication::processEvents();
+        // What came up only now has a place only now.
+        QCoreApplication::processEvents();
         const double scale = m_options.value(u"scale"_s).toDouble();
         QImage image(window.size() * scale, QImage::Format_RGB32);
         image.setDevicePixelRatio(scale);
@@ -445,6 +499,7 @@ private:
 
     const QCommandLineParser &m_options;
     const QSize smallest{style::contentMinimumWidth, style::contentMinimumHeight};
+    const QSize schedulesSize{style::schedulesWidth, style::schedulesHeight};
     const QSize settingsSize{style::settingsWidth, style::settingsHeight};
     const QString failure =
         u"The engine ended before it was ready.\nllama_model_load: error loading model: tensor 'blk.12' is "

@@ -32,6 +32,10 @@ QDBusMessage notifyCall(const QString &title, const QString &body) {
 
 } // namespace
 
+void askToNotify() {
+    // A desktop shows them unasked, and the person turns them off in its settings.
+}
+
 Task<> postNotification(QString title, QString body, std::stop_token stop) {
     const QDBusConnection bus = sessionBus();
     if (!bus.isConnected())
