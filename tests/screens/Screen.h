@@ -36,6 +36,8 @@ inline void click(QWidget *widget) {
 
 /// Shows a window and waits until it stands there with the focus.
 inline void present(QWidget &window) {
+    // The pointer of a test that comes first rests where the window will stand.
+    QCursor::setPos(10'000, 10'000);
     window.show();
     window.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
