@@ -76,7 +76,8 @@ QString displayName(TypeFace typeFace) {
 }
 
 QFont fontOf(TextStyle style, const TextPreferences &preferences) {
-    QFont font(family(preferences.typeFace));
+    QFont font;
+    font.setFamilies(withEmoji(family(preferences.typeFace)));
     font.setPixelSize(sizeOf(style, bodySize(preferences.size)));
     font.setWeight(weightOf(style));
     if (style == TextStyle::wordmark)

@@ -83,20 +83,25 @@ bool isMonospaced(TextStep step) {
 } // namespace
 
 QFont DrawingTheme::font(TextStep step, double tracking) const {
-    QFont font(family.isEmpty() ? sansFamily() : family);
+    QFont font;
+    font.setFamilies(withEmoji(familyOf(step)));
     font.setPixelSize(sizeOf(step, bodySize));
     font.setWeight(weightOf(step));
     font.setLetterSpacing(QFont::AbsoluteSpacing, std::max(tracking, least));
     font.setHintingPreference(hinting);
     font.setItalic(step == TextStep::quote);
-    if (hasSerifs(step))
-        font.setFamily(serifFamily());
-    if (isMonospaced(step)) {
-        font.setFamily(monospacedFamily());
-        // Arrows stay the signs that were written.
+    // Arrows stay the signs that were written.
+    if (isMonospaced(step))
         font.setStyleStrategy(QFont::PreferNoShaping);
-    }
     return font;
+}
+
+const QString &DrawingTheme::familyOf(TextStep step) const {
+    if (hasSerifs(step))
+        return serifFamily();
+    if (isMonospaced(step))
+        return monospacedFamily();
+    return family.isEmpty() ? sansFamily() : family;
 }
 
 QColor DrawingTheme::shade(double opacity) const {

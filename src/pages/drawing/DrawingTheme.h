@@ -46,6 +46,9 @@ struct DrawingTheme {
     QColor tint(QStringView name, const QColor &otherwise) const;
 
     bool operator==(const DrawingTheme &) const = default;
+
+private:
+    const QString &familyOf(TextStep step) const;
 };
 
 /// Dark text on white, whatever the windows look like, and laid alike in every size.

@@ -172,7 +172,7 @@ QTextCharFormat TextPart::formatOf(InlineStyles styles) const {
     if (styles.testFlag(InlineStyle::strikethrough))
         format.setFontStrikeOut(true);
     if (styles.testFlag(InlineStyle::code)) {
-        format.setFontFamilies(QStringList(monospacedFamily()));
+        format.setFontFamilies(withEmoji(monospacedFamily()));
         format.setProperty(QTextFormat::FontPixelSize, std::max(m_font.pixelSize() - 1, leastCodeSize));
     }
     return format;

@@ -28,3 +28,8 @@ const QString &monospacedFamily() {
         firstInstalled(u"JetBrains Mono"_s, QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
     return family;
 }
+
+QStringList withEmoji(const QString &family) {
+    static const QString emoji = firstInstalled(u"Noto Color Emoji"_s, QString());
+    return emoji.isEmpty() ? QStringList{family} : QStringList{family, emoji};
+}
