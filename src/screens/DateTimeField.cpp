@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QSignalBlocker>
 #include <QTextCharFormat>
+#include <QToolButton>
 #include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
@@ -26,6 +27,17 @@ void drawChevron(QPainter &painter, const QPoint &middle, double angle, const QC
     painter.rotate(angle);
     drawIcon(painter, Icon::chevron, sign, ink);
     painter.restore();
+}
+
+QIcon chevronIcon(double angle, const QColor &ink) {
+    constexpr int sharpest = 3;
+    QPixmap picture(style::iconSize * sharpest, style::iconSize * sharpest);
+    picture.fill(Qt::transparent);
+    picture.setDevicePixelRatio(sharpest);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawChevron(painter, {style::iconSize / 2, style::iconSize / 2}, angle, ink);
+    return picture;
 }
 
 } // namespace
@@ -78,8 +90,11 @@ void DateTimeField::takeLook() {
     QPalette colors = toolkitPalette(m_look.palette());
     colors.setColor(QPalette::Base, Qt::transparent);
     setPalette(colors);
-    if (m_kind == Kind::time)
-        return;
+    if (m_kind == Kind::date)
+        takeLookInCalendar();
+}
+
+void DateTimeField::takeLookInCalendar() {
     calendarWidget()->setFont(m_look.font(TextStyle::control));
     calendarWidget()->setPalette(toolkitPalette(m_look.palette()));
     // No day of the week is redder than the others.
@@ -87,6 +102,13 @@ void DateTimeField::takeLook() {
     day.setForeground(m_look.palette().ink);
     for (int weekday = Qt::Monday; weekday <= Qt::Sunday; ++weekday)
         calendarWidget()->setWeekdayTextFormat(Qt::DayOfWeek(weekday), day);
+    // By the names that Qt gives them (qcalendarwidget.cpp), since it has its own icons there.
+    constexpr double quarterTurn = 90;
+    for (const auto &[name, angle] : {std::pair(u"qt_calendar_prevmonth"_s, quarterTurn),
+                                      std::pair(u"qt_calendar_nextmonth"_s, -quarterTurn)}) {
+        if (auto *button = calendarWidget()->findChild<QToolButton *>(name))
+            button->setIcon(chevronIcon(angle, m_look.palette().onAccent()));
+    }
 }
 
 void DateTimeField::paintEvent(QPaintEvent *) {

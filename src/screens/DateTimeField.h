@@ -32,6 +32,7 @@ protected:
 private:
     void addCalendar();
     void takeLook();
+    void takeLookInCalendar();
     void drawArrows(QPainter &painter) const;
 
     const Look &m_look;
