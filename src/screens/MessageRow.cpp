@@ -138,7 +138,8 @@ int MessageRow::layParts(int width) {
     }
     if (m_extras) {
         const int height = m_extras->layIn(width + 2 * style::rowOutset);
-        m_extras->setGeometry(0, topOfNext(style::partGap, height), width + 2 * style::rowOutset, height);
+        m_extras->setGeometry(0, topOfNext(m_extras->gapAbove(), height), width + 2 * style::rowOutset,
+                              height);
     }
     if (hasFoot(m_model)) {
         const int top = topOfNext(style::footGap, style::footHeight);

@@ -145,12 +145,21 @@ int ReplyExtrasView::layIn(int width) {
     for (RowPart *part : parts()) {
         // A page's card has the room for its ring in itself.
         const int outset = part == m_page ? style::rowOutset : 0;
-        bottom += bottom > 0 ? style::partGap : 0;
+        bottom += bottom > 0 ? gapOver(part) : 0;
         const int height = part->layIn(inner + 2 * outset);
         part->setGeometry(style::rowOutset - outset, bottom, inner + 2 * outset, height);
         bottom += height;
     }
     return bottom;
+}
+
+int ReplyExtrasView::gapAbove() const {
+    const QList<RowPart *> all = parts();
+    return all.isEmpty() ? 0 : gapOver(all.first());
+}
+
+int ReplyExtrasView::gapOver(const RowPart *part) const {
+    return part == m_failedPage ? style::footGap : style::partGap;
 }
 
 QList<RowPart *> ReplyExtrasView::parts() const {

@@ -20,6 +20,9 @@ public:
     int layIn(int width) override;
     QList<QWidget *> stops() const override;
 
+    /// The space that belongs between what stands above and the first part.
+    int gapAbove() const;
+
     /// A guess of what layIn() gives.
     static int estimatedHeight(const Look &look, const ReplyExtras &extras);
 
@@ -41,6 +44,7 @@ private:
     void answer(const PendingMemory &asked, int place);
     void replace(RowPart *&part, RowPart *other);
     QList<RowPart *> parts() const;
+    int gapOver(const RowPart *part) const;
 
     const Look &m_look;
     ReplyExtras m_extras;

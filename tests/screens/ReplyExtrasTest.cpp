@@ -304,6 +304,16 @@ TEST_F(ReplyExtrasTest, aPageThatFailedIsTriedAgain) {
     EXPECT_EQ(retried.count(), 1);
 }
 
+TEST_F(ReplyExtrasTest, thePageThatFailedStandsCloseToItsReply) {
+    const auto gap = [this](const QWidget *part) {
+        return part->mapTo(&row, QPoint()).y() - row.textView()->textArea().bottom() - 1;
+    };
+    show({.hasFailedPage = true});
+    EXPECT_EQ(gap(part<PageFailedLine>()), 4);
+    show({.search = searched({})});
+    EXPECT_EQ(gap(part<SearchChip>()), style::partGap);
+}
+
 TEST_F(ReplyExtrasTest, theKeyboardComesToEveryPart) {
     present(row);
     show({.search = searched(sources),
