@@ -43,5 +43,5 @@ inline bool drawsTheSame(const MessageRowModel &one, const MessageRowModel &othe
     return one.kind == other.kind && one.isStreaming == other.isStreaming &&
            one.canRegenerate == other.canRegenerate && isSame(one.text, other.text) &&
            isSame(one.reasoning, other.reasoning) && one.attachments == other.attachments &&
-           one.extras == other.extras;
+           drawsTheSame(one.extras, other.extras);
 }

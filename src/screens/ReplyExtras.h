@@ -19,3 +19,11 @@ struct ReplyExtras {
     bool asks() const { return !std::holds_alternative<std::monostate>(asked); }
     bool operator==(const ReplyExtras &) const = default;
 };
+
+/// True if both draw the same. Pages that share their characters aren't compared.
+inline bool drawsTheSame(const ReplyExtras &one, const ReplyExtras &other) {
+    const bool isSamePage = one.page && other.page && one.page->title == other.page->title &&
+                            one.page->markdown.isSharedWith(other.page->markdown);
+    return one.search == other.search && (isSamePage || one.page == other.page) &&
+           one.hasFailedPage == other.hasFailedPage && one.asked == other.asked;
+}

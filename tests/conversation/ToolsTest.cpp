@@ -143,36 +143,20 @@ TEST_F(ToolsTest, aSearchThatIsAskedForWaitsForTheAnswer) {
 
 TEST_F(ToolsTest, alwaysIsRememberedAndTheNextSearchIsNotAskedFor) {
     host.fakeSettings.searchMode = SearchMode::ask;
-    engine.answer(Script()
-                      .call({{u"index"_s, 0},
-                             {u"id"_s, u"a"_s},
-                             {u"function"_s, QJsonObject{{u"name"_s, u"web_search"_s},
-                                                         {u"arguments"_s, u"{\"query\":\"one\"}"_s}}}})
-                      .call({{u"index"_s, 1},
-                             {u"id"_s, u"b"_s},
-                             {u"function"_s, QJsonObject{{u"name"_s, u"web_search"_s},
-                                                         {u"arguments"_s, u"{\"query\":\"two\"}"_s}}}})
-                      .finish(u"tool_calls"_s)
-                      .done());
+    engine.answer(twoCalls(u"web_search"_s, {u"a"_s, u"b"_s}));
     engine.answer(Script::reply({u"So."_s}));
     chat->send(u"Go"_s);
     ASSERT_TRUE(asks());
     chat->consent().resolveSearch(PermissionChoice::always);
     ASSERT_TRUE(waitForTurn());
-    EXPECT_EQ(queries, (QStringList{u"one"_s, u"two"_s}));
+    EXPECT_EQ(queries, (QStringList{u"q0"_s, u"q1"_s}));
     EXPECT_EQ(host.fakeSettings.searchMode, SearchMode::always);
-    EXPECT_EQ(messages().at(1).searchEvent->query, u"two"_s) << "a message shows its last search";
+    EXPECT_EQ(messages().at(1).searchEvent->query, u"q1"_s) << "a message shows its last search";
 }
 
 TEST_F(ToolsTest, twoSearchesThatAreAskedForComeOneAfterAnother) {
     host.fakeSettings.searchMode = SearchMode::ask;
-    Script both;
-    for (int index = 0; index < 2; ++index)
-        both.call({{u"index"_s, index},
-                   {u"id"_s, u"c%1"_s.arg(index)},
-                   {u"function"_s, QJsonObject{{u"name"_s, u"web_search"_s},
-                                               {u"arguments"_s, u"{\"query\":\"q%1\"}"_s.arg(index)}}}});
-    engine.answer(both.finish(u"tool_calls"_s).done());
+    engine.answer(twoCalls(u"web_search"_s, {u"a"_s, u"b"_s}));
     engine.answer(Script::reply({u"So."_s}));
     chat->send(u"Go"_s);
     for (const QString &query : {u"q0"_s, u"q1"_s}) {
@@ -340,13 +324,7 @@ TEST_F(ToolsTest, aFactOfNothingIsNeverAskedFor) {
 }
 
 TEST_F(ToolsTest, twoFactsOfOneReplyAreTwoCards) {
-    Script both;
-    for (int index = 0; index < 2; ++index)
-        both.call({{u"index"_s, index},
-                   {u"id"_s, u"c%1"_s.arg(index)},
-                   {u"function"_s, QJsonObject{{u"name"_s, u"remember"_s},
-                                               {u"arguments"_s, u"{\"fact\":\"f%1\"}"_s.arg(index)}}}});
-    engine.answer(both.finish(u"tool_calls"_s).done());
+    engine.answer(twoCalls(u"remember"_s, {u"a"_s, u"b"_s}));
     engine.answer(Script::reply({u"So."_s}));
     chat->send(u"Go"_s);
     for (const QString &fact : {u"f0"_s, u"f1"_s}) {

@@ -1,18 +1,10 @@
-#include "screens/MessageList.h"
-
 #include "screens/ActionLine.h"
-#include "screens/MessageRow.h"
-#include "screens/Screen.h"
+#include "screens/MessageListFixture.h"
 #include "screens/Spring.h"
 #include "screens/Style.h"
-#include "screens/ThinkingBox.h"
-#include "screens/ThinkingDisclosure.h"
-#include "screens/ThinkingHead.h"
 #include "screens/TypingIndicator.h"
-#include "support/ManualClock.h"
 
 #include <QLineEdit>
-#include <QScrollBar>
 #include <QSignalSpy>
 #include <QVBoxLayout>
 
@@ -21,77 +13,7 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-namespace {
-
-using Kind = MessageRowModel::Kind;
-
-QString paragraphs(int count) {
-    return QString(u"Some words that stand in a line of their own.\n"_s).repeated(count).trimmed();
-}
-
-class MessageListTest : public testing::Test {
-protected:
-    MessageListTest() : list(look, clock) {
-        list.resize(800, 600);
-        present(list);
-    }
-
-    void append(Kind kind, const QString &text) { rows.append({QUuid::createUuid(), kind, text}); }
-
-    void fill(int count, int lines = 3) {
-        for (int row = 0; row < count; ++row)
-            append(row % 2 == 0 ? Kind::user : Kind::assistant, paragraphs(lines));
-        update();
-    }
-
-    void update() { list.setRows(chat, rows); }
-
-    void setLook(Theme theme, TextSize size) {
-        Settings settings;
-        settings.theme = theme;
-        settings.textSize = size;
-        look.follow(settings);
-        QCoreApplication::processEvents();
-    }
-
-    /// Questions, and replies with more thinking than fits the box.
-    void fillWithThinking(int count) {
-        for (int pair = 0; pair < count; ++pair) {
-            append(Kind::user, u"And?"_s);
-            append(Kind::assistant, paragraphs(3));
-            rows.last().reasoning = paragraphs(30);
-        }
-        update();
-    }
-
-    ThinkingDisclosure *thinking(int index) { return row(index)->thinkingDisclosure(); }
-    QPushButton *head(int index) { return thinking(index)->findChild<ThinkingHead *>(); }
-    QPushButton *box(int index) { return thinking(index)->findChild<ThinkingBox *>(); }
-
-    /// The first row whose thinking is wholly in sight.
-    int firstInSight() {
-        for (int index = 0; index < rows.size(); ++index) {
-            if (row(index) && thinking(index) && topOf(index) >= 0)
-                return index;
-        }
-        return -1;
-    }
-
-    QScrollBar &bar() { return *list.verticalScrollBar(); }
-    bool isAtEnd() { return bar().value() == bar().maximum(); }
-    MessageRow *row(int index) { return list.rowWidget(rows.at(index).id); }
-
-    /// Where a row stands in the viewport.
-    int topOf(int index) { return row(index)->y(); }
-
-    StillLook look;
-    ManualClock clock;
-    MessageList list;
-    QUuid chat = QUuid::createUuid();
-    QList<MessageRowModel> rows;
-};
-
-} // namespace
+using MessageListTest = MessageListFixture;
 
 TEST_F(MessageListTest, aChatIsShownFromItsEnd) {
     fill(60);
@@ -303,25 +225,6 @@ TEST_F(MessageListTest, anotherLookLaysEverythingAnew) {
     EXPECT_TRUE(isAtEnd());
 }
 
-TEST_F(MessageListTest, anotherLookLeavesTheRowsAsThePersonHasThem) {
-    fillWithThinking(4);
-    const int index = int(rows.size()) - 1;
-    click(box(index));
-    SelectableWidget *text = row(index)->textView();
-    text->setFocus(Qt::TabFocusReason);
-    text->selectAll();
-    for (const Theme theme : themes) {
-        for (const TextSize size : {TextSize::extraLarge, TextSize::small}) {
-            setLook(theme, size);
-            ASSERT_EQ(row(index)->textView(), text);
-            EXPECT_EQ(thinking(index)->stage(), ThinkingStage::expanded);
-            EXPECT_EQ(list.window()->focusWidget(), text);
-            EXPECT_TRUE(text->showsFocus());
-            EXPECT_EQ(text->selectedText(), rows.at(index).text);
-        }
-    }
-}
-
 TEST_F(MessageListTest, anotherLookGivesEveryRowTheHeightThatItTakesThere) {
     fillWithThinking(4);
     setLook(Theme::nearBlack, TextSize::extraLarge);
@@ -402,140 +305,6 @@ TEST_F(MessageListTest, aScreenReaderHearsWhoSpeaks) {
     EXPECT_EQ(spokenName(row(0)), u"You"_s);
     EXPECT_EQ(spokenName(row(1)), u"Ostrelin"_s);
     EXPECT_EQ(spokenName(row(0)->textView()), rows.at(0).text);
-}
-
-TEST_F(MessageListTest, thinkingStandsAboveTheReplyAndNoEmptyText) {
-    append(Kind::assistant, {});
-    rows[0].isStreaming = true;
-    rows[0].reasoning = u"hm"_s;
-    update();
-    ASSERT_TRUE(thinking(0));
-    EXPECT_FALSE(row(0)->textView());
-    const auto *dots = row(0)->findChild<TypingIndicator *>();
-    EXPECT_EQ(dots->y(), thinking(0)->geometry().bottom() + 1 + style::footGap);
-    rows[0].text = u"Hello"_s;
-    update();
-    EXPECT_EQ(row(0)->textView()->textArea().y(), thinking(0)->geometry().bottom() + 1 + style::partGap);
-    EXPECT_NEAR(row(0)->height(), MessageRow::estimatedHeight(look, rows.at(0), row(0)->width()), 2);
-}
-
-TEST_F(MessageListTest, theHeadOfTheThinkingStaysUnderThePointer) {
-    fillWithThinking(10);
-    bar().setValue(bar().maximum() / 2);
-    const int index = firstInSight();
-    const auto headAt = [&] { return thinking(index)->mapTo(list.viewport(), QPoint()).y(); };
-    const int before = headAt();
-    for (QPushButton *button : {box(index), head(index), head(index), head(index)}) {
-        click(button);
-        EXPECT_EQ(headAt(), before);
-        EXPECT_FALSE(list.followsEnd());
-    }
-}
-
-TEST_F(MessageListTest, atTheEndTheHeadStaysWhereItCan) {
-    fillWithThinking(10);
-    const int index = int(rows.size()) - 1;
-    const auto headAt = [&] { return thinking(index)->mapTo(list.viewport(), QPoint()).y(); };
-    const int before = headAt();
-    click(box(index));
-    EXPECT_EQ(headAt(), before);
-    EXPECT_FALSE(list.followsEnd()) << "the end is out of sight";
-    click(head(index));
-    EXPECT_EQ(headAt(), before);
-    EXPECT_TRUE(list.followsEnd());
-    click(head(index));
-    EXPECT_TRUE(isAtEnd()) << "there is nothing below it that could come up";
-}
-
-TEST_F(MessageListTest, thinkingThatGrowsAboveTheSightMovesNothing) {
-    append(Kind::assistant, paragraphs(60));
-    rows[0].isStreaming = true;
-    rows[0].reasoning = paragraphs(40);
-    update();
-    click(box(0));
-    bar().setValue(row(0)->textView()->y() + 200);
-    const auto textAt = [this] { return row(0)->textView()->mapTo(list.viewport(), QPoint()).y(); };
-    const int before = textAt();
-    rows[0].reasoning = paragraphs(55);
-    update();
-    EXPECT_EQ(textAt(), before);
-    // Without the pointer, as a screen reader presses.
-    head(0)->click();
-    EXPECT_EQ(textAt(), before);
-    rows[0].reasoning = QString();
-    update();
-    EXPECT_EQ(textAt(), before);
-}
-
-TEST_F(MessageListTest, whatIsLeftOfTheThinkingStaysInSight) {
-    append(Kind::assistant, paragraphs(60));
-    rows[0].reasoning = paragraphs(100);
-    update();
-    bar().setValue(0);
-    click(box(0));
-    bar().setValue(thinking(0)->height() / 2);
-    click(box(0));
-    EXPECT_EQ(thinking(0)->mapTo(list.viewport(), QPoint()).y(), 0);
-    EXPECT_EQ(thinking(0)->height(), ThinkingDisclosure::initialHeight(look));
-}
-
-TEST_F(MessageListTest, aRowThatWasScrolledAwayStartsAnew) {
-    fillWithThinking(60);
-    const int index = int(rows.size()) - 1;
-    click(box(index));
-    bar().setValue(0);
-    ASSERT_FALSE(row(index));
-    bar().setValue(bar().maximum());
-    ASSERT_TRUE(thinking(index));
-    EXPECT_EQ(thinking(index)->stage(), ThinkingStage::box);
-}
-
-TEST_F(MessageListTest, aRowThatHasJustLeftTheSightStartsAnewToo) {
-    fillWithThinking(20);
-    bar().setValue(bar().maximum() / 2);
-    const int index = firstInSight();
-    click(box(index));
-    const auto next = index + 1;
-    const auto scrollBy = [this](int way) { bar().setValue(bar().value() + way); };
-    // Beyond the upper edge, then back; then beyond the lower one.
-    for (const int sign : {1, -1}) {
-        while (row(index)->geometry().intersects(list.viewport()->rect())) {
-            MessageRow *anchor = sign > 0 ? row(next) : row(index - 1);
-            const int before = anchor->y();
-            scrollBy(sign * 40);
-            ASSERT_EQ(anchor->y(), before - sign * 40) << "nothing in sight jumps";
-        }
-        ASSERT_TRUE(row(index)) << "it is still near";
-        EXPECT_EQ(thinking(index)->stage(), ThinkingStage::box);
-        EXPECT_EQ(row(index)->height(), row(index)->layIn(row(index)->width()));
-        while (!list.viewport()->rect().contains(row(index)->geometry()))
-            scrollBy(-sign * 40);
-        EXPECT_EQ(thinking(index)->stage(), ThinkingStage::box);
-        click(box(index));
-        EXPECT_EQ(thinking(index)->stage(), ThinkingStage::expanded);
-    }
-}
-
-TEST_F(MessageListTest, aRowOfWhichSomethingIsInSightStaysAsItIs) {
-    fillWithThinking(20);
-    bar().setValue(bar().maximum() / 2);
-    const int index = firstInSight();
-    click(box(index));
-    bar().setValue(bar().value() + row(index)->geometry().bottom() - 5);
-    bar().setValue(bar().value() - 100);
-    EXPECT_EQ(thinking(index)->stage(), ThinkingStage::expanded);
-}
-
-TEST_F(MessageListTest, whatAScreenReaderUnfoldsOutOfSightStaysSo) {
-    fillWithThinking(20);
-    const auto outOfSight = [this](int index) {
-        return row(index) && thinking(index) && row(index)->geometry().bottom() < 0;
-    };
-    int index = int(rows.size()) - 1;
-    while (!outOfSight(index))
-        --index;
-    box(index)->click();
-    EXPECT_EQ(thinking(index)->stage(), ThinkingStage::expanded);
 }
 
 TEST_F(MessageListTest, tabLeadsThroughTheRowAndOut) {
