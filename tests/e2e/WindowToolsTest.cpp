@@ -44,6 +44,13 @@ protected:
         return std::nullopt;
     }
 
+    /// Sends a text, and presses the answer on the card that comes.
+    void askAndAnswer(const QString &text, const QString &answer) {
+        send(text);
+        ASSERT_TRUE(window().waitFor(answer, AccessibleRole::pushButton));
+        ASSERT_TRUE(window().press(answer));
+    }
+
     /// Saves the page that is shown under that name in the files' folder, through the dialog.
     void saveAs(const QString &button, const QString &name) {
         ASSERT_TRUE(window().waitFor(button, AccessibleRole::pushButton));
@@ -90,9 +97,7 @@ TEST_F(WindowTools, aSearchIsAllowedOnce) {
 
 TEST_F(WindowTools, aSearchIsAllowedForever) {
     startProgram();
-    send(question);
-    ASSERT_TRUE(window().waitFor(u"Always allow"_s, AccessibleRole::pushButton));
-    ASSERT_TRUE(window().press(u"Always allow"_s));
+    askAndAnswer(question, u"Always allow"_s);
     ASSERT_TRUE(window().waitFor(u"Searched: okra harvest in Tbilisi"_s, AccessibleRole::pushButton));
     ASSERT_TRUE(program.waitForReply());
     EXPECT_EQ(loadSettings().searchMode, SearchMode::always);
@@ -104,9 +109,7 @@ TEST_F(WindowTools, aSearchIsAllowedForever) {
 
 TEST_F(WindowTools, aSearchIsTurnedDown) {
     startProgram();
-    send(question);
-    ASSERT_TRUE(window().waitFor(u"Don't search"_s, AccessibleRole::pushButton));
-    ASSERT_TRUE(window().press(u"Don't search"_s));
+    askAndAnswer(question, u"Don't search"_s);
     ASSERT_TRUE(window().waitFor(u"Not searched: okra harvest in Tbilisi"_s, AccessibleRole::pushButton));
     ASSERT_TRUE(program.waitForReply());
     EXPECT_TRUE(searchPage.requests().isEmpty());
@@ -174,18 +177,14 @@ TEST_F(WindowTools, aFactIsKeptAndTheNextChatKnowsIt) {
 
 TEST_F(WindowTools, aFactIsTurnedDown) {
     startProgram();
-    send(u"Remember that I like kumquats"_s);
-    ASSERT_TRUE(window().waitFor(u"Not now"_s, AccessibleRole::pushButton));
-    ASSERT_TRUE(window().press(u"Not now"_s));
+    askAndAnswer(u"Remember that I like kumquats"_s, u"Not now"_s);
     ASSERT_TRUE(program.waitForReply());
     EXPECT_EQ(readMemory(), QString());
 }
 
 TEST_F(WindowTools, aPageIsTurnedDown) {
     startProgram();
-    send(u"Make a page about falconry"_s);
-    ASSERT_TRUE(window().waitFor(u"No"_s, AccessibleRole::pushButton));
-    ASSERT_TRUE(window().press(u"No"_s));
+    askAndAnswer(u"Make a page about falconry"_s, u"No"_s);
     ASSERT_TRUE(program.waitForReply());
     for (const Message &message : savedChat().messages)
         EXPECT_FALSE(message.page);
@@ -193,9 +192,7 @@ TEST_F(WindowTools, aPageIsTurnedDown) {
 
 TEST_F(WindowTools, aPageIsAgreedOnSavedListedExportedAndDeleted) {
     startProgram();
-    send(u"Make a page about falconry"_s);
-    ASSERT_TRUE(window().waitFor(u"Yes"_s, AccessibleRole::pushButton));
-    ASSERT_TRUE(window().press(u"Yes"_s));
+    askAndAnswer(u"Make a page about falconry"_s, u"Yes"_s);
     ASSERT_TRUE(program.waitForReply());
     ASSERT_TRUE(window().waitFor(u"Save as PDF"_s, AccessibleRole::pushButton)) << "the page doesn't stand";
     const std::optional<PageSnapshot> page = savedChat().messages.last().page;
@@ -230,9 +227,7 @@ TEST_F(WindowTools, aPageIsAgreedOnSavedListedExportedAndDeleted) {
 
 TEST_F(WindowTools, aPageIsOpenedFromItsCardOnceMore) {
     startProgram();
-    send(u"Make a page about falconry"_s);
-    ASSERT_TRUE(window().waitFor(u"Yes"_s, AccessibleRole::pushButton));
-    ASSERT_TRUE(window().press(u"Yes"_s));
+    askAndAnswer(u"Make a page about falconry"_s, u"Yes"_s);
     ASSERT_TRUE(program.waitForReply());
     ASSERT_TRUE(window().waitFor(u"Save as PDF"_s, AccessibleRole::pushButton));
     const QString title = savedChat().messages.last().page->title;
