@@ -66,6 +66,8 @@ void EngineManager::stop() {
 }
 
 Task<> EngineManager::launch(QString modelPath, qint64 contextLength, std::stop_token stop) {
+    if (stop.stop_requested())
+        throw Cancelled();
     const auto binary = findServerBinary(QProcessEnvironment::systemEnvironment(), mainBundleFolder());
     if (!binary)
         throw EngineError(EngineError::Kind::missingBinary);

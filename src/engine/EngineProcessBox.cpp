@@ -11,6 +11,14 @@
 
 using namespace std::chrono_literals;
 
+namespace {
+
+bool isServer(qint64 processIdentifier) {
+    return processPath(processIdentifier).contains(QLatin1String("llama-server"));
+}
+
+} // namespace
+
 EngineProcessBox &EngineProcessBox::shared() {
     static EngineProcessBox box;
     return box;
@@ -72,22 +80,27 @@ void EngineProcessBox::terminate() {
         if (process->isRunning())
             process->kill();
     }
-    if (!m_pidFile.isEmpty())
+    // Another program may have put its own server's id there meanwhile.
+    const std::optional<qint32> named = processInPidFile();
+    const bool isOurs = process && named == process->processIdentifier();
+    if (!m_pidFile.isEmpty() && (!named || isOurs || !isServer(*named)))
         QFile::remove(m_pidFile);
 }
 
 void EngineProcessBox::killStaleServer() const {
-    const std::optional<QByteArray> text = readFile(m_pidFile);
-    if (!text)
+    const std::optional<qint32> pid = processInPidFile();
+    if (!pid)
         return;
-    bool isNumber = false;
-    const qint32 pid = text->trimmed().toInt(&isNumber);
-    if (!isNumber)
-        return;
-    if (processPath(pid).contains(QLatin1String("llama-server"))) {
-        terminateProcess(pid);
+    if (isServer(*pid)) {
+        terminateProcess(*pid);
         std::this_thread::sleep_for(300ms);
-        killProcess(pid);
+        killProcess(*pid);
     }
     QFile::remove(m_pidFile);
+}
+
+std::optional<qint32> EngineProcessBox::processInPidFile() const {
+    bool isNumber = false;
+    const qint32 pid = readFile(m_pidFile).value_or(QByteArray()).trimmed().toInt(&isNumber);
+    return isNumber ? std::optional(pid) : std::nullopt;
 }

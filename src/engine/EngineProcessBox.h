@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <mutex>
+#include <optional>
 
 /// The hold on the engine's child process that everybody can reach: whoever ends the program ends the
 /// child through it, from any thread and without an event loop.
@@ -32,7 +33,8 @@ public:
     bool expectsExit() const;
 
     /// Ends the child: SIGTERM, up to three seconds of waiting on the calling thread, SIGKILL. Then
-    /// removes the pid file, also where there was no child. The child stays held.
+    /// removes the pid file, also where there was no child, but not one that names a server of another
+    /// program's. The child stays held.
     void terminate();
 
     /// Ends the server that an earlier run left behind, if the pid file names one that is still there:
@@ -41,6 +43,9 @@ public:
     void killStaleServer() const;
 
 private:
+    /// Nothing if there is no file, or no number in it.
+    std::optional<qint32> processInPidFile() const;
+
     mutable std::mutex m_lock;
     std::shared_ptr<ChildProcess> m_process;
     bool m_expectingExit = false;

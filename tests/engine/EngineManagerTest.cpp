@@ -227,6 +227,18 @@ TEST_F(Manager, aCancelledStartEndsItsServer) {
     EXPECT_FALSE(box.isRunning());
 }
 
+TEST_F(Manager, aStartThatIsCancelledAfterItsFirstServerLaunchesNoSecondOne) {
+    behave("exit broken");
+    std::stop_source stop;
+    QObject::connect(&engine, &EngineManager::statusChanged, &engine, [&] {
+        if (engine.status().state == State::stopped)
+            stop.request_stop();
+    });
+    recordStates();
+    EXPECT_THROW(start(stop.get_token()), Cancelled);
+    EXPECT_EQ(states, (QList{State::starting, State::stopped}));
+}
+
 TEST_F(Manager, aCancelledStartLeavesTheServerOfTheNextOneAlone) {
     behave("loading 1000");
     ManualClock standing;

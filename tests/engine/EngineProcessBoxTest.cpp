@@ -84,6 +84,19 @@ TEST_F(ProcessBox, terminateRemovesThePidFileAlsoWithoutAChild) {
     EXPECT_TRUE(box.expectsExit());
 }
 
+TEST_F(ProcessBox, terminateLeavesTheFileThatNamesTheServerOfAnotherProgram) {
+    const auto anothers = startServer();
+    for (const bool hasChild : {false, true}) {
+        if (hasChild)
+            box.launch(aServer());
+        const QByteArray text = QByteArray::number(anothers->processIdentifier());
+        writeAtomically(pidFile, text);
+        box.terminate();
+        EXPECT_EQ(readFile(pidFile), text);
+        EXPECT_TRUE(anothers->isRunning());
+    }
+}
+
 TEST_F(ProcessBox, aStubbornChildIsKilledAfterThreeSeconds) {
     box.launch(aServer(u"stubborn"_s));
     std::this_thread::sleep_for(std::chrono::milliseconds(200));
