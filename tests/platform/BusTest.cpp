@@ -1,7 +1,9 @@
 #include "platform/linux/Bus.h"
 
+#include "platform/linux/BusGreeting.h"
 #include "support/EnvironmentVariable.h"
 #include "support/PrivateBus.h"
+#include "support/SilentBus.h"
 
 #include <QDir>
 #include <QFile>
@@ -51,4 +53,28 @@ TEST(SessionBus, theConnectionIsSharedAndNeededOnlyWhereThereIsABus) {
         const EnvironmentVariable address("DBUS_SESSION_BUS_ADDRESS", value);
         EXPECT_FALSE(sessionBus().isConnected()) << value;
     }
+}
+
+TEST(SessionBus, oneThatNeverAnswersIsNone) {
+    const SilentBus bus;
+    const EnvironmentVariable address("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
+    for (int count = 0; count < 3; ++count)
+        EXPECT_FALSE(sessionBus().isConnected());
+}
+
+TEST(BusGreeting, theFirstSocketThatIsThereCounts) {
+    const PrivateBus bus;
+    const SilentBus silent;
+    EXPECT_TRUE(answersGreeting(bus.address()));
+    EXPECT_TRUE(answersGreeting(bus.address() + u",guid=0123"_s));
+    EXPECT_TRUE(answersGreeting(u"unix:path=/nowhere/bus;"_s + bus.address()));
+    EXPECT_FALSE(answersGreeting(u"unix:path=/nowhere/bus;"_s + silent.address()));
+    EXPECT_TRUE(answersGreeting(QString(bus.address()).replace(u"bus"_s, u"%62us"_s)));
+}
+
+TEST(BusGreeting, whatNamesNoSocketIsNotJudged) {
+    for (const QString &address : {QString(), u";"_s, u"nonsense"_s, u"unix:"_s, u"unix:path"_s,
+                                   u"unix:path="_s, u"unix:tmpdir=/tmp"_s, u"unix:abstract=nobody-is-there"_s,
+                                   u"tcp:host=localhost,port=1"_s, u"unix:path=/"_s + QString(200, u'x')})
+        EXPECT_TRUE(answersGreeting(address)) << address.toStdString();
 }

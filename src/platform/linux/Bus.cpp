@@ -1,7 +1,10 @@
 #include "platform/linux/Bus.h"
 
+#include "platform/linux/BusGreeting.h"
+
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 
 using namespace Qt::StringLiterals;
 
@@ -25,6 +28,8 @@ QDBusConnection connectionTo(const QString &address) {
     if (address.isEmpty() || known.isConnected())
         return known;
     QDBusConnection::disconnectFromBus(name);
+    if (!isTalkative(address))
+        return known;
     return QDBusConnection::connectToBus(address, name);
 }
 
@@ -36,6 +41,13 @@ QString sessionBusAddress() {
     const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
     const QString path = folder + "/bus"_L1;
     return !folder.isEmpty() && QFileInfo::exists(path) ? addressOf(path) : QString();
+}
+
+bool isTalkative(const QString &address) {
+    static QSet<QString> silent;
+    if (!silent.contains(address) && !answersGreeting(address))
+        silent.insert(address);
+    return !silent.contains(address);
 }
 
 QDBusConnection sessionBus() {

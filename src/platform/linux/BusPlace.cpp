@@ -104,7 +104,7 @@ BusPlace::~BusPlace() {
 
 InstancePlace::Claim BusPlace::claim(const StartTokens &tokens, QDeadlineTimer deadline) {
     const QString address = sessionBusAddress();
-    if (address.isEmpty())
+    if (address.isEmpty() || !isTalkative(address))
         return Claim::nowhere;
     QDBusConnection bus = QDBusConnection::connectToBus(address, connectionName);
     // Before the name, so that nobody who sees that finds nothing behind it.

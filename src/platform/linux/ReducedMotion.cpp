@@ -38,7 +38,7 @@ class ReducedMotion::Desktop : public QObject {
     Q_OBJECT
 
 public:
-    explicit Desktop(ReducedMotion *owner) : m_owner(owner), m_bus(QDBusConnection::sessionBus()) {
+    explicit Desktop(ReducedMotion *owner) : m_owner(owner), m_bus(sessionBus()) {
         m_bus.connect(service, path, interface, u"SettingChanged"_s, this,
                       SLOT(settingChanged(QString, QString, QDBusVariant)));
         read(standardGroup, standardKey, [this] { read(gnomeGroup, gnomeKey, [] {}); });
