@@ -5,6 +5,7 @@
 #include "engine/EngineManager.h"
 #include "platform/AtomicFile.h"
 #include "platform/Bundle.h"
+#include "platform/FolderLock.h"
 #include "records/CatalogSource.h"
 #include "records/ChatStore.h"
 #include "records/Folders.h"
@@ -21,6 +22,10 @@ namespace {
 
 constexpr int maxReplyTokens = 2048;
 
+/// How long runs that gave way may take to be gone, and how often that is looked at.
+constexpr std::chrono::seconds longestLeave(3);
+constexpr std::chrono::milliseconds betweenLooks(50);
+
 /// What is to be run, and on which model.
 struct Assignment {
     Schedule schedule;
@@ -28,6 +33,17 @@ struct Assignment {
     ModelTier tier;
     QString modelPath;
 };
+
+/// Whether no other instance of the program runs. Others that are about to leave are waited for.
+Task<bool> isAlone(HeadlessSurroundings around, std::stop_token stop) {
+    const auto deadline = around.clock.elapsed() + longestLeave;
+    while (around.anotherInstanceRuns()) {
+        if (stop.stop_requested() || around.clock.elapsed() > deadline)
+            co_return false;
+        co_await around.clock.sleep(betweenLooks, stop);
+    }
+    co_return true;
+}
 
 bool makeFolders() {
     try {
@@ -109,7 +125,12 @@ Task<> tellFailure(const HeadlessSurroundings &around, std::stop_token stop) {
 } // namespace
 
 Task<> runHeadlessSchedule(QUuid id, HeadlessSurroundings around, std::stop_token stop) {
-    if (around.anotherInstanceRuns())
+    // Runs that begin at once see each other. The one that has the folder goes on, when the others have left.
+    const FolderLock turn(applicationFolder());
+    if (!turn.isHeld())
+        co_return;
+    const bool alone = co_await isAlone(around, stop);
+    if (!alone)
         co_return;
     if (!makeFolders()) {
         co_await tellFailure(around, stop);

@@ -1,6 +1,7 @@
 #include "schedules/HeadlessRun.h"
 
 #include "platform/AtomicFile.h"
+#include "platform/FolderLock.h"
 #include "records/ChatStore.h"
 #include "records/Coder.h"
 #include "records/Folders.h"
@@ -235,6 +236,25 @@ TEST_F(HeadlessRunTest, whileAnotherInstanceRunsNothingIsTouched) {
     EXPECT_TRUE(told.isEmpty());
     EXPECT_FALSE(wasStarted());
     EXPECT_EQ(readFile(enginePidFile()), "of the other one");
+    expectNothingKept();
+}
+
+TEST_F(HeadlessRunTest, anotherRunThatLeavesIsWaitedFor) {
+    ScriptedEngine engine;
+    engine.answer(answer(u"The weather."_s));
+    int looks = 0;
+    others = [&looks] { return ++looks < 4; };
+    runOn(engine);
+    EXPECT_EQ(told, QStringList{u"Morning: Your scheduled run is ready."_s});
+}
+
+TEST_F(HeadlessRunTest, ofRunsThatBeginAtOnceOneGoesOn) {
+    const FolderLock takenByAnotherRun(applicationFolder());
+    int looks = 0;
+    others = [&looks] { return ++looks < 4; };
+    run();
+    EXPECT_TRUE(told.isEmpty());
+    EXPECT_FALSE(wasStarted());
     expectNothingKept();
 }
 
