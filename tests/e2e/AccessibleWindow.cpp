@@ -3,7 +3,10 @@
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusVariant>
+#include <QElapsedTimer>
 #include <QTest>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -54,6 +57,20 @@ QList<std::pair<QString, QString>> references(const QVariantList &answer) {
 AccessibleWindow::AccessibleWindow(qint64 processIdentifier)
     : m_processIdentifier(processIdentifier),
       m_bus(accessibilityBus()) {}
+
+bool AccessibleWindow::answers() {
+    return connectToProgram() && property(root, accessible, u"ChildCount"_s).isValid();
+}
+
+QStringList AccessibleWindow::names(AccessibleRole role) {
+    QStringList names;
+    visit(root, [&](const Item &item) {
+        if (item.role == role)
+            names.append(item.name);
+        return Walk::goOn;
+    });
+    return names;
+}
 
 bool AccessibleWindow::shows(const QString &name, AccessibleRole role) {
     return find(name, role).has_value();
@@ -226,7 +243,11 @@ QVariantList AccessibleWindow::callService(const QString &service, const QString
 
 QVariantList AccessibleWindow::call(const QString &path, const QString &interface, const QString &method,
                                     const QVariantList &arguments) {
-    return callService(m_service, path, interface, method, arguments);
+    QElapsedTimer timer;
+    timer.start();
+    const QVariantList answer = callService(m_service, path, interface, method, arguments);
+    m_slowestAnswer = std::max(m_slowestAnswer, timer.elapsed());
+    return answer;
 }
 
 QVariant AccessibleWindow::property(const QString &path, const QString &interface, const QString &name) {

@@ -24,6 +24,16 @@ public:
     /// The windows of that process. Nothing happens before the first question.
     explicit AccessibleWindow(qint64 processIdentifier);
 
+    /// True if the program answers at all.
+    bool answers();
+
+    /// How long the program has taken at most for an answer, in milliseconds; one that didn't come within
+    /// five seconds counts as those.
+    qint64 slowestAnswer() const { return m_slowestAnswer; }
+
+    /// The names of all objects of that role that are showing, from the top to the bottom.
+    QStringList names(AccessibleRole role);
+
     /// True if an object with that name and role is showing.
     bool shows(const QString &name, AccessibleRole role);
 
@@ -89,4 +99,5 @@ private:
     qint64 m_processIdentifier;
     QDBusConnection m_bus;
     QString m_service;
+    qint64 m_slowestAnswer = 0;
 };

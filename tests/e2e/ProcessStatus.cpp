@@ -34,13 +34,15 @@ qint64 processorTicks(qint64 processIdentifier) {
                                       : -1;
 }
 
+qint64 parentOf(qint64 processIdentifier) {
+    return statFields(processIdentifier).value(parent).toLongLong();
+}
+
 QList<qint64> childrenOf(qint64 processIdentifier) {
     QList<qint64> children;
     for (const QString &name : QDir(u"/proc"_s).entryList(QDir::Dirs)) {
         const qint64 candidate = name.toLongLong();
-        const QList<QByteArray> fields = statFields(candidate);
-        if (fields.size() > parent && fields.at(parent).toLongLong() == processIdentifier &&
-            isAlive(candidate))
+        if (candidate > 0 && parentOf(candidate) == processIdentifier && isAlive(candidate))
             children.append(candidate);
     }
     return children;

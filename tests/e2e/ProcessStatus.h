@@ -10,6 +10,9 @@ bool isAlive(qint64 processIdentifier);
 /// The processor time that it has used so far, in the kernel's ticks (mostly 10 ms); -1 if it is gone.
 qint64 processorTicks(qint64 processIdentifier);
 
+/// Its parent; 0 if it is gone.
+qint64 parentOf(qint64 processIdentifier);
+
 /// The living processes of which `processIdentifier` is the parent.
 QList<qint64> childrenOf(qint64 processIdentifier);
 

@@ -17,7 +17,7 @@ RunningProgram::RunningProgram(const QString &executable) : m_executable(executa
 QProcessEnvironment RunningProgram::environment() const {
     auto environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"HOME"_s, m_home.path());
-    environment.insert(u"XDG_CONFIG_HOME"_s, m_home.filePath(u"config"_s));
+    environment.insert(u"XDG_CONFIG_HOME"_s, configurationFolder());
     environment.insert(u"XDG_CACHE_HOME"_s, m_home.filePath(u"cache"_s));
     environment.insert(u"XDG_STATE_HOME"_s, m_home.filePath(u"state"_s));
     environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
@@ -61,6 +61,18 @@ qint64 RunningProgram::enginePid() const {
 void RunningProgram::signal(int number) const {
     if (pid() > 0)
         ::kill(static_cast<pid_t>(pid()), number);
+}
+
+bool RunningProgram::chooseFromMenu(const QString &name, int entry) {
+    constexpr int returnKey = 0xff0d;
+    constexpr int downKey = 0xff54;
+    if (!focusTopLevelWindow(pid()) || !m_window->askForMenu(name, AccessibleRole::listItem))
+        return false;
+    // A menu is no part of the window's tree, and takes the keys only once it is there.
+    QTest::qWait(500);
+    for (int step = 0; step < entry; ++step)
+        m_window->typeKey(downKey);
+    return m_window->typeKey(returnKey);
 }
 
 bool RunningProgram::closeWindow() const {

@@ -25,6 +25,9 @@ public:
     /// Waits until no reply is being written.
     bool waitForReply(int milliseconds = 60'000);
 
+    /// Its folder for what the desktop keeps.
+    QString configurationFolder() const { return m_home.filePath(QStringLiteral("config")); }
+
     qint64 pid() const { return m_process.processId(); }
 
     /// The program's engine process; 0 if there is none.
@@ -35,6 +38,10 @@ public:
 
     /// Sends a signal of signal(7).
     void signal(int number) const;
+
+    /// Opens the menu of the list item of that name and chooses an entry of it, counted from 1. False if no
+    /// such item shows.
+    bool chooseFromMenu(const QString &name, int entry);
 
     /// Closes the window as a window manager does. False if there is no window.
     bool closeWindow() const;

@@ -1,4 +1,3 @@
-#include "e2e/TopLevelWindow.h"
 #include "e2e/WindowFixture.h"
 #include "records/ChatStore.h"
 #include "records/Settings.h"
@@ -6,9 +5,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int returnKey = 0xff0d;
-constexpr int downKey = 0xff54;
 
 class WindowSidebar : public WindowFixture {
 protected:
@@ -18,19 +14,8 @@ protected:
         return eventually([&] { return window().isChosen(title, AccessibleRole::listItem); });
     }
 
-    /// Chooses an entry of the menu of a chat, counted from 1.
-    void chooseFromMenu(const QString &title, int entry) {
-        ASSERT_TRUE(focusTopLevelWindow(program.pid()));
-        ASSERT_TRUE(window().askForMenu(title, AccessibleRole::listItem));
-        // A menu is no part of the window's tree, and takes the keys only once it is there.
-        letPass(500);
-        for (int step = 0; step < entry; ++step)
-            ASSERT_TRUE(window().typeKey(downKey));
-        ASSERT_TRUE(window().typeKey(returnKey));
-    }
-
     void rename(const QString &title, const QString &newTitle) {
-        chooseFromMenu(title, 1);
+        ASSERT_TRUE(program.chooseFromMenu(title, 1));
         ASSERT_TRUE(window().waitFor(u"Title"_s, AccessibleRole::text));
         EXPECT_EQ(window().text(u"Title"_s), title);
         ASSERT_TRUE(window().setText(u"Title"_s, newTitle));
@@ -59,7 +44,7 @@ TEST_F(WindowSidebar, aChatIsBegunRenamedAndDeleted) {
     EXPECT_FALSE(window().isChosen(u"Garden plans"_s, AccessibleRole::listItem));
     ASSERT_TRUE(opens(u"Garden plans"_s));
     EXPECT_TRUE(isOpen(u"Garden plans"_s));
-    chooseFromMenu(u"New chat"_s, 2);
+    ASSERT_TRUE(program.chooseFromMenu(u"New chat"_s, 2));
     ASSERT_TRUE(window().waitUntilGone(u"New chat"_s, AccessibleRole::listItem));
     EXPECT_EQ(titlesOnDisk(), QStringList(u"Garden plans"_s));
 }

@@ -1,33 +1,16 @@
+#include "e2e/OwnDisplay.h"
 #include "e2e/OwnSite.h"
 #include "support/OwnNetwork.h"
 
 #include <QCoreApplication>
 
-#include <cstdio>
 #include <cstdlib>
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-/// The tests of the window never touch the display that somebody works at: the program starts itself
-/// anew on one of its own.
-static void moveToOwnDisplay(char **argv) {
-    constexpr const char *mark = "OSTRELIN_TEST_DISPLAY";
-    if (std::getenv(mark))
-        return;
-    setenv(mark, "1", 1);
-    std::vector<char *> command{const_cast<char *>(WITH_DISPLAY)};
-    for (; *argv; ++argv)
-        command.push_back(*argv);
-    command.push_back(nullptr);
-    execv(WITH_DISPLAY, command.data());
-    std::perror(WITH_DISPLAY);
-    std::exit(1);
-}
-
-/// Nor do they leave the machine: they have a network of their own, in which there is one site, where the
-/// system lets them. Who needs the site looks for the mark.
+/// The tests of the window don't leave the machine: they have a network of their own, in which there is one
+/// site, where the system lets them. Who needs the site looks for the mark.
 static void moveToOwnNetwork() {
     if (!std::getenv(ownNetworkMark))
         setenv(ownNetworkMark, enterOwnNetwork({siteAddress}, siteNames) ? "1" : "0", 1);

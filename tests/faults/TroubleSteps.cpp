@@ -1,0 +1,187 @@
+/// The steps of a run that are troubles: what ends, damages or holds up the program, its engine or its disk.
+
+#include "faults/Damage.h"
+#include "faults/FaultRun.h"
+#include "faults/Finding.h"
+#include "faults/Loopback.h"
+#include "records/Folders.h"
+
+#include <QDir>
+#include <QTest>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+void FaultRun::killEngine() {
+    const qint64 engine = m_patient.program().enginePid();
+    if (engine <= 0)
+        return note(u"there is no engine"_s);
+    ::kill(static_cast<pid_t>(engine), SIGKILL);
+    QTest::qWait(m_dice.upTo(1000));
+}
+
+void FaultRun::tryAgain() {
+    pressIfShown(u"Try again"_s);
+}
+
+void FaultRun::startAgain() {
+    m_replies = m_dice.oneIn(2) ? PatientProgram::Replies::neverEnd : PatientProgram::Replies::end;
+    m_patient.start(m_replies);
+    m_patient.waitUntilSettled();
+}
+
+void FaultRun::killProgram() {
+    setToWork();
+    m_patient.kill();
+    startAgain();
+}
+
+void FaultRun::killDuringStart() {
+    constexpr int longestStart = 2000;
+    m_patient.kill();
+    for (int times = m_dice.upTo(2); times >= 0; --times) {
+        m_patient.start(PatientProgram::Replies::end);
+        QTest::qWait(m_dice.upTo(longestStart));
+        m_patient.kill();
+    }
+    startAgain();
+}
+
+void FaultRun::endProgram() {
+    if (m_dice.oneIn(3)) {
+        note(u"with a frozen engine"_s);
+        m_patient.freezeEngine();
+    }
+    setToWork();
+    const int way = m_dice.pick(QList{SIGTERM, SIGINT, 0});
+    m_patient.end([&] {
+        if (way == 0)
+            m_patient.program().closeWindow();
+        else
+            m_patient.program().signal(way);
+    });
+    startAgain();
+}
+
+void FaultRun::startSecond() {
+    RunningProgram second(m_executable);
+    require(second.start(), u"the second program can't be started"_s);
+    require(second.waitForEnd() && second.endedOrderly(), u"the second program didn't end in order"_s);
+}
+
+void FaultRun::fillDisk() {
+    m_patient.disk().fill(m_dice.pick(QList<qint64>{0, 0, 4096, 16'384, 65'536}));
+}
+
+void FaultRun::freeDisk() {
+    m_patient.disk().free();
+}
+
+void FaultRun::freezeEngine() {
+    constexpr int longest = 4000;
+    m_patient.freezeEngine();
+    setToWork();
+    QTest::qWait(m_dice.upTo(longest));
+    m_patient.check();
+    m_patient.thawEngine();
+}
+
+void FaultRun::cutNetwork() {
+    constexpr int longest = 3000;
+    takeLoopbackDown();
+    setToWork();
+    QTest::qWait(m_dice.upTo(longest));
+    m_patient.check();
+    bringLoopbackUp();
+}
+
+void FaultRun::startOnProtectedDisk() {
+    m_patient.kill();
+    m_patient.disk().protect();
+    startAgain();
+    setToWork();
+    m_patient.kill();
+    m_patient.disk().unprotect();
+    startAgain();
+}
+
+void FaultRun::startWithoutFolder() {
+    m_patient.kill();
+    const QString folder =
+        m_dice.pick(QStringList{applicationFolder(), chatsFolder(), modelsFolder(), pagesFolder()});
+    const QString aside = m_patient.disk().path() + u"/aside"_s;
+    m_patient.disk().free();
+    QFile::rename(folder, aside);
+    if (m_dice.oneIn(2))
+        QFile(folder).open(QIODevice::WriteOnly);
+    note(QFileInfo(folder).fileName());
+    m_patient.files().lookAway([this] {
+        startAgain();
+        setToWork();
+        m_patient.kill();
+    });
+    QDir(folder).removeRecursively();
+    QFile::remove(folder);
+    QFile::rename(aside, folder);
+    startAgain();
+}
+
+void FaultRun::interruptDownload() {
+    constexpr int download = 3000;
+    m_patient.kill();
+    m_patient.disk().free();
+    QFile::remove(PatientProgram::modelFile());
+    for (int times = m_dice.upTo(2); times >= 0; --times) {
+        m_patient.start(PatientProgram::Replies::end);
+        QTest::qWait(m_dice.upTo(download));
+        m_patient.kill();
+    }
+    startAgain();
+}
+
+QString FaultRun::someFile() {
+    QStringList files{settingsFile(),
+                      chatIndexFile(),
+                      memoryFile(),
+                      schedulesFile(),
+                      enginePidFile(),
+                      PatientProgram::modelFile(),
+                      PatientProgram::modelFile() + u".partial"_s,
+                      m_patient.program().configurationFolder() + u"/Ostrelin/windows.ini"_s};
+    // Chats are the most, and the most is in them.
+    for (int more = 0; more < 4; ++more) {
+        for (const QString &folder : {chatsFolder(), pagesFolder()}) {
+            const QFileInfoList entries = QDir(folder).entryInfoList({u"*-*.json"_s}, QDir::Files);
+            if (!entries.isEmpty())
+                files.append(m_dice.pick(entries).filePath());
+        }
+    }
+    return m_dice.pick(files);
+}
+
+void FaultRun::damageSomeFile() {
+    const QString path = someFile();
+    const QString damaged = damage(path, m_dice);
+    note(QFileInfo(path).fileName() + u": "_s + damaged);
+    m_patient.files().excuse(path);
+}
+
+void FaultRun::damageWhileClosed() {
+    if (m_dice.oneIn(2))
+        m_patient.kill();
+    else
+        m_patient.end([this] { m_patient.program().signal(SIGTERM); });
+    for (int more = m_dice.upTo(2); more >= 0; --more)
+        damageSomeFile();
+    startAgain();
+}
+
+void FaultRun::damageWhileOpen() {
+    damageSomeFile();
+    setToWork();
+}
+
+void FaultRun::bringToOrder() {
+    m_patient.bringToOrder();
+}
