@@ -8,7 +8,6 @@
 #include "platform/Bundle.h"
 #include "platform/FileManager.h"
 #include "platform/KeepAwake.h"
-#include "platform/Notification.h"
 #include "records/CatalogSource.h"
 #include "records/Folders.h"
 #include "records/Memory.h"
@@ -137,6 +136,10 @@ void AppState::saveMemory(const QString &text) {
 void AppState::rememberFact(const QString &fact) {
     // What couldn't be written is nowhere else.
     saveMemory(appendingMemoryFact(m_isMemoryUnsaved ? m_memory : readMemory(), fact));
+}
+
+void AppState::askToNotify() const {
+    m_machine.askToNotify();
 }
 
 void AppState::revealMemory() const {

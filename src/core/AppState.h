@@ -8,6 +8,7 @@
 #include "engine/DownloadProgress.h"
 #include "engine/EngineManager.h"
 #include "engine/ModelDownloader.h"
+#include "platform/Notification.h"
 #include "schedules/Scheduler.h"
 
 #include <QObject>
@@ -36,6 +37,7 @@ public:
         /// What the scheduler asks of it.
         std::function<void(QList<Schedule>)> syncAgents;
         std::function<Task<>(QString title, QString body, std::stop_token stop)> postNotification;
+        std::function<void()> askToNotify = ::askToNotify;
     };
 
     /// The same on a machine of the caller's.
@@ -152,6 +154,9 @@ public:
     /// Takes over another text of the memory file and writes it.
     void saveMemory(const QString &text);
     void rememberFact(const QString &fact) override;
+
+    /// Asks the person for leave to show notifications, where the system wants that.
+    void askToNotify() const;
 
     /// Shows the memory file in the file manager.
     void revealMemory() const;

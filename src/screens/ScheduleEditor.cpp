@@ -1,7 +1,6 @@
 #include "screens/ScheduleEditor.h"
 
 #include "platform/Clock.h"
-#include "platform/Notification.h"
 #include "schedules/WallClock.h"
 #include "screens/CheckToggle.h"
 #include "screens/DateTimeField.h"
@@ -177,6 +176,5 @@ void ScheduleEditor::keyPressEvent(QKeyEvent *event) {
 void ScheduleEditor::save() {
     m_draft.weekdays = {m_weekdays.begin(), m_weekdays.end()};
     Q_EMIT saved(m_draft);
-    askToNotify();
     setShown(false);
 }

@@ -1,7 +1,6 @@
 #include "screens/ScheduleListView.h"
 
 #include "core/AppState.h"
-#include "platform/Notification.h"
 #include "screens/Label.h"
 #include "screens/QuietState.h"
 #include "screens/RowArea.h"
@@ -74,7 +73,7 @@ QWidget *ScheduleListView::makeList() {
 void ScheduleListView::showEvent(QShowEvent *event) {
     if (!event->spontaneous()) {
         m_app.scheduler().reload();
-        askToNotify();
+        m_app.askToNotify();
     }
     QWidget::showEvent(event);
 }
@@ -143,6 +142,7 @@ void ScheduleListView::save(Schedule draft) {
         draft.lastChatId = present->lastChatId;
     }
     m_app.scheduler().upsert(draft);
+    m_app.askToNotify();
 }
 
 void ScheduleListView::turn(const QUuid &id, bool isOn) {

@@ -19,7 +19,7 @@ ScheduleRow::ScheduleRow(const Look &look, const ScheduleRowModel &model, QWidge
       m_look(look),
       m_name(new Label(look, TextStyle::title, Label::Ink::main, Label::Fit::elided, this)),
       m_prompt(new Label(look, TextStyle::callout, Label::Ink::secondary, Label::Fit::elided, this)),
-      m_summary(new Label(look, TextStyle::caption, Label::Ink::secondary, Label::Fit::elided, this)),
+      m_summary(new Label(look, TextStyle::caption, Label::Ink::secondary, Label::Fit::wrapped, this)),
       m_run(new WordButton(look, u"Run now"_s, WordButton::Tone::quiet, this)),
       m_edit(new WordButton(look, u"Edit"_s, WordButton::Tone::quiet, this)),
       m_toggle(new CheckToggle(look, {}, this)) {

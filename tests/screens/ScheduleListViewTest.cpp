@@ -127,6 +127,7 @@ protected:
     std::mutex mutex;
     QList<QList<Schedule>> synced;
     QStringList told;
+    int asked = 0; ///< how often for leave to notify
     AppState own{
         box, clock,
         AppState::Machine{.measure = [this](std::stop_token) { return measuredHere(machine); },
@@ -137,7 +138,8 @@ protected:
                                   synced.append(schedules);
                               },
                           .postNotification = [this](QString title, QString body,
-                                                     std::stop_token) { return tell(told, title, body); }}};
+                                                     std::stop_token) { return tell(told, title, body); },
+                          .askToNotify = [this] { ++asked; }}};
     StillLook look;
     std::unique_ptr<ScheduleListView> view;
 
@@ -182,6 +184,54 @@ TEST_F(ScheduleListViewTest, whatIsOnTheDiskIsReadWhenItOpens) {
     view->show();
     settle();
     EXPECT_EQ(names(), QStringList(u"Morning"_s));
+}
+
+TEST_F(ScheduleListViewTest, leaveToNotifyIsAskedWhenItOpensAndWhenOneIsSaved) {
+    open({morning});
+    EXPECT_EQ(asked, 1);
+    press(u"Edit"_s);
+    press(u"Cancel"_s);
+    click(rows().first()->findChild<CheckToggle *>());
+    EXPECT_EQ(asked, 1);
+    press(u"Edit"_s);
+    press(u"Save"_s);
+    EXPECT_EQ(asked, 2);
+}
+
+TEST_F(ScheduleListViewTest, onlyTheNameOfALineHasTheMainInk) {
+    open({morning});
+    const auto ink = [this](const QString &text) {
+        for (const Label *label : rows().first()->findChildren<Label *>()) {
+            if (label->text() == text)
+                return label->palette().color(QPalette::WindowText);
+        }
+        return QColor();
+    };
+    EXPECT_EQ(ink(u"Morning"_s), look.palette().ink);
+    EXPECT_EQ(ink(u"What is new?"_s), look.palette().secondaryInk());
+    EXPECT_EQ(ink(u"Daily · 08:30"_s), look.palette().secondaryInk());
+}
+
+TEST_F(ScheduleListViewTest, theSummaryIsWholeInTheSmallestWindowAtAnySizeOfText) {
+    open({evening});
+    for (const TextSize size : textSizes) {
+        Settings settings;
+        settings.textSize = size;
+        look.follow(settings);
+        view->resize(view->minimumSize());
+        settle();
+        const auto labels = rows().first()->findChildren<Label *>();
+        const auto summary = std::find_if(labels.begin(), labels.end(), [](const Label *label) {
+            return label->text().startsWith(u"Weekly"_s);
+        });
+        ASSERT_NE(summary, labels.end());
+        const QRect room((*summary)->contentsRect());
+        const QRect text = (*summary)->fontMetrics().boundingRect(
+            QRect(0, 0, room.width(), QWIDGETSIZE_MAX), (*summary)->wordWrap() ? Qt::TextWordWrap : 0,
+            (*summary)->text());
+        EXPECT_LE(text.width(), room.width());
+        EXPECT_LE(text.height(), room.height());
+    }
 }
 
 TEST_F(ScheduleListViewTest, theSwitchGoesToTheDiskAndToTheSystem) {
@@ -278,6 +328,11 @@ TEST_F(ScheduleListViewTest, newBeginsWithADailyRunAtNine) {
           u"Runs in the background need this Mac at the scheduled time. Ostrelin posts a notification when "
           "the run is ready."_s})
         EXPECT_TRUE(reads(text)) << text.toStdString();
+    const auto labels = editor()->findChildren<Label *>();
+    const auto remark = std::find_if(labels.begin(), labels.end(), [](const Label *label) {
+        return label->text().startsWith(u"Runs in the background"_s);
+    });
+    EXPECT_EQ((*remark)->font(), look.font(TextStyle::caption));
 }
 
 TEST_F(ScheduleListViewTest, aNewOneIsWrittenWithKeysAlone) {
