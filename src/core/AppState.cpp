@@ -133,9 +133,15 @@ void AppState::saveMemory(const QString &text) {
     m_isMemoryUnsaved = !writeMemory(text);
 }
 
-void AppState::rememberFact(const QString &fact) {
+void AppState::refreshMemory() {
     // What couldn't be written is nowhere else.
-    saveMemory(appendingMemoryFact(m_isMemoryUnsaved ? m_memory : readMemory(), fact));
+    if (!m_isMemoryUnsaved)
+        publish(m_memory, readMemory(), &AppState::memoryChanged);
+}
+
+void AppState::rememberFact(const QString &fact) {
+    refreshMemory();
+    saveMemory(appendingMemoryFact(m_memory, fact));
 }
 
 void AppState::askToNotify() const {

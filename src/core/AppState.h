@@ -153,6 +153,10 @@ public:
 
     /// Takes over another text of the memory file and writes it.
     void saveMemory(const QString &text);
+
+    /// Takes over what another program has written into the memory file, unless it couldn't be written here.
+    void refreshMemory();
+
     void rememberFact(const QString &fact) override;
 
     /// Asks the person for leave to show notifications, where the system wants that.

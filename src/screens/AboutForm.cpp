@@ -22,8 +22,12 @@ AboutForm::AboutForm(AppState &app, const Look &look, QWidget *parent)
       m_engine(new TextView(look, {.text = TextStyle::caption})),
       m_licences(new TextView(look, {.text = TextStyle::callout, .ink = TextView::Ink::secondary})),
       m_updates(new TextView(look, {.text = TextStyle::callout})),
+      m_check(new WordButton(look, u"Check for updates"_s)),
       m_download(new WordButton(look, u"Download"_s)) {
+    // To be copied into a question for help, also by those who have no mouse.
+    m_engine->setFocusPolicy(Qt::StrongFocus);
     setSections({makeSection(look)});
+    connect(m_check, &WordButton::clicked, &app.updates(), &UpdateChecker::check);
     connect(m_download, &WordButton::clicked, this,
             [this] { QDesktopServices::openUrl(m_model.downloadURL); });
     connect(&app, &AppState::settingsChanged, this, &AboutForm::follow);
@@ -39,21 +43,19 @@ FormSection *AboutForm::makeSection(const Look &look) {
     section->addControl(m_engine);
     section->addControl(m_licences);
     m_offline = section->addText(u"Update checks are off while Offline Mode is on."_s);
-    m_online = section->addControl(makeUpdates(look));
+    m_online = section->addControl(makeUpdates());
     return section;
 }
 
-QWidget *AboutForm::makeUpdates(const Look &look) {
+QWidget *AboutForm::makeUpdates() {
     auto *updates = new QWidget;
     auto *column = new QVBoxLayout(updates);
     column->setContentsMargins({});
     column->setSpacing(style::spaceSmall);
-    auto *check = new WordButton(look, u"Check for updates"_s);
-    connect(check, &WordButton::clicked, &m_app.updates(), &UpdateChecker::check);
     m_download->setWidest(style::formWidth);
     auto *line = new QHBoxLayout;
     line->setSpacing(style::space);
-    line->addWidget(check, 0, Qt::AlignTop);
+    line->addWidget(m_check, 0, Qt::AlignTop);
     line->addWidget(m_updates, 1, Qt::AlignVCenter);
     column->addLayout(line);
     column->addWidget(m_download, 0, Qt::AlignLeft);
@@ -76,6 +78,8 @@ void AboutForm::follow() {
     m_offline->setVisible(!m_model.canCheck);
     m_online->setVisible(m_model.canCheck);
     m_updates->setText(m_model.updates);
+    // What is told of where the focus is gets read aloud.
+    m_check->setAccessibleDescription(m_model.updates);
     if (!m_model.downloading.isEmpty())
         m_download->setName(m_model.downloading);
     m_download->setVisible(!m_model.downloading.isEmpty());

@@ -19,7 +19,7 @@ public:
 
 private:
     FormSection *makeSection(const Look &look);
-    QWidget *makeUpdates(const Look &look);
+    QWidget *makeUpdates();
     AboutFormModel currentModel() const;
     void follow();
 
@@ -32,5 +32,6 @@ private:
     QWidget *m_offline = nullptr; ///< the row that is there while nothing is asked
     QWidget *m_online = nullptr;  ///< the row that is there otherwise
     TextView *m_updates;
+    WordButton *m_check;
     WordButton *m_download;
 };

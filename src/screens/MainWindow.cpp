@@ -34,6 +34,7 @@ MainWindow::MainWindow(AppState &app, Clock &clock) : m_app(app), m_clock(clock)
     connect(&m_look, &Look::changed, this, &MainWindow::takeLook);
     connect(&app, &AppState::settingsChanged, this, &MainWindow::followSettings);
     connect(&app, &AppState::phaseChanged, this, &MainWindow::followPhase);
+    connect(qApp, &QGuiApplication::applicationStateChanged, this, &MainWindow::followApplication);
     connect(root, &RootView::settingsRequested, m_commands.settings(), &QAction::trigger);
     connect(root, &RootView::pagesRequested, m_commands.pages(), &QAction::trigger);
     connect(root, &RootView::appeared, &m_reducedMotion, &ReducedMotion::watch);
@@ -73,7 +74,9 @@ void MainWindow::addWindows() {
     m_windows.add(windowid::settings, [this] {
         auto *settings = new SettingsView(m_app, m_look);
         connect(settings, &SettingsView::schedulesRequested, m_commands.schedules(), &QAction::trigger);
-        return sideWindow(u"Settings"_s, settings, {style::settingsWidth, style::settingsHeight});
+        auto window = sideWindow(u"Settings"_s, settings, {style::settingsWidth, style::settingsHeight});
+        window->setFixedSize(window->size());
+        return window;
     });
 }
 
@@ -98,6 +101,12 @@ void MainWindow::takeLook() {
 
 void MainWindow::followSettings() {
     m_look.follow(m_app.settings());
+}
+
+void MainWindow::followApplication(Qt::ApplicationState state) {
+    // The person may come from another program, in which the memory file was changed.
+    if (state == Qt::ApplicationActive)
+        m_app.refreshMemory();
 }
 
 void MainWindow::followPhase() {

@@ -39,6 +39,7 @@ private:
     void startNewChat();
     void takeLook();
     void followSettings();
+    void followApplication(Qt::ApplicationState state);
     void followPhase();
 
     AppState &m_app;

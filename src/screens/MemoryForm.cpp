@@ -27,6 +27,10 @@ MemoryForm::MemoryForm(AppState &app, const Look &look, QWidget *parent)
     followMemory();
     follow();
     // What the file held already is nothing to be undone.
+    forgetChanges();
+}
+
+void MemoryForm::forgetChanges() {
     m_editor->document()->clearUndoRedoStacks();
 }
 

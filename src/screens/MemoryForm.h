@@ -16,6 +16,9 @@ public:
     /// Both must outlive this object.
     MemoryForm(AppState &app, const Look &look, QWidget *parent = nullptr);
 
+    /// From here on nothing that was written before can be brought back.
+    void forgetChanges();
+
 private:
     FormSection *makeSection(const Look &look);
     QWidget *makeContent(const Look &look);

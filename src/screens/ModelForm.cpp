@@ -60,12 +60,8 @@ QList<QWidget *> ModelForm::makeButtons(const QList<ModelTier> &tiers) {
     QList<QWidget *> buttons;
     for (const ModelTier &tier : tiers) {
         auto *button = new WordButton(m_look, tier.displayName);
-        connect(button, &WordButton::clicked, this, [this, tier] { use(tier); });
+        connect(button, &WordButton::clicked, this, [this, tier] { m_app.switchModel(tier); });
         buttons.append(button);
     }
     return buttons;
-}
-
-void ModelForm::use(const ModelTier &tier) {
-    m_app.switchModel(tier);
 }

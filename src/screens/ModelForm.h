@@ -20,7 +20,6 @@ private:
     FormSection *makeStorage();
     FormSection *makeModel();
     QList<QWidget *> makeButtons(const QList<ModelTier> &tiers);
-    void use(const ModelTier &tier);
 
     AppState &m_app;
     const Look &m_look;

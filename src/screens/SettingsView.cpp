@@ -25,6 +25,7 @@ SettingsView::SettingsView(AppState &app, const Look &look, QWidget *parent)
       m_look(look),
       m_list(new PaneList(look, this)),
       m_panes(new QStackedLayout),
+      m_memoryForm(new MemoryForm(app, look, this)),
       m_confirmErase(makeConfirmation()) {
     setFixedSize(style::settingsWidth, style::settingsHeight);
     auto *row = new QHBoxLayout(this);
@@ -51,7 +52,7 @@ void SettingsView::addPanes() {
     connect(schedulesForm, &SchedulesForm::schedulesRequested, this, &SettingsView::schedulesRequested);
     // In the order of SettingsPane.
     m_panes->addWidget(new AppearanceForm(m_app, m_look, this));
-    m_panes->addWidget(new MemoryForm(m_app, m_look, this));
+    m_panes->addWidget(m_memoryForm);
     m_panes->addWidget(new SearchForm(m_app, m_look, this));
     m_panes->addWidget(schedulesForm);
     m_panes->addWidget(new ModelForm(m_app, m_look, this));
@@ -72,6 +73,7 @@ Sheet *SettingsView::makeConfirmation() {
     connect(erase, &WordButton::clicked, sheet, [this, close] {
         close();
         m_app.deleteEverything();
+        m_memoryForm->forgetChanges();
     });
     return sheet;
 }

@@ -4,6 +4,7 @@
 
 class AppState;
 class Look;
+class MemoryForm;
 class PaneList;
 class QStackedLayout;
 class Sheet;
@@ -31,5 +32,6 @@ private:
     const Look &m_look;
     PaneList *m_list;
     QStackedLayout *m_panes;
+    MemoryForm *m_memoryForm;
     Sheet *m_confirmErase;
 };

@@ -249,6 +249,30 @@ TEST_F(AppStateTest, memoryAndSettingsAreRead) {
     EXPECT_EQ(app->settings().theme, Theme::pink);
 }
 
+TEST_F(AppStateTest, whatAnotherProgramWritesIntoTheMemoryIsTakenOver) {
+    ensureFolders();
+    app->saveMemory(u"- likes tea"_s);
+    int changes = 0;
+    QObject::connect(app.get(), &AppState::memoryChanged, app.get(), [&] { ++changes; });
+    app->refreshMemory();
+    EXPECT_EQ(changes, 0);
+    writeMemory(u"- likes milk"_s);
+    app->refreshMemory();
+    EXPECT_EQ(app->memory(), u"- likes milk"_s);
+    QFile::remove(memoryFile());
+    app->refreshMemory();
+    EXPECT_EQ(app->memory(), QString());
+    EXPECT_EQ(changes, 2);
+}
+
+TEST_F(AppStateTest, whatCouldNotBeWrittenIsNotForgottenForTheFile) {
+    ensureFolders();
+    ASSERT_TRUE(QDir().mkpath(memoryFile() + u"/in the way"_s));
+    app->saveMemory(u"- likes tea"_s);
+    app->refreshMemory();
+    EXPECT_EQ(app->memory(), u"- likes tea"_s);
+}
+
 TEST_F(AppStateTest, changedSettingsAreToldOfAndWritten) {
     ensureFolders();
     int changes = 0;

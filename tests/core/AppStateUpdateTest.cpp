@@ -44,6 +44,19 @@ TEST_F(AppStateUpdate, withTheReadyChatTheChecksBegin) {
     EXPECT_EQ(app->availableUpdate()->version, u"99.1"_s);
 }
 
+TEST_F(AppStateUpdate, anEngineThatIsReadyAgainBeginsThemAnew) {
+    start(SearchMode::ask);
+    clock.advance(15s);
+    app->resolveModel();
+    ASSERT_TRUE(reaches<phase::Starting>());
+    ASSERT_TRUE(reaches<phase::Ready>());
+    clock.advance(15s);
+    letPass(50);
+    EXPECT_TRUE(versions.requests().isEmpty());
+    clock.advance(5s);
+    EXPECT_TRUE(hasUpdate());
+}
+
 TEST_F(AppStateUpdate, withWebSearchOffNothingIsAsked) {
     start(SearchMode::off);
     clock.advance(20s);

@@ -4,6 +4,8 @@
 #include "support/EnvironmentVariable.h"
 #include "support/ScriptedEngine.h"
 
+#include <QTemporaryFile>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -54,6 +56,27 @@ TEST(UpdateInfoTest, theRequestAsksForJSONAndTellsNothingOfThePerson) {
     EXPECT_TRUE(request.body.isEmpty());
     for (const char *name : {"cookie", "referer", "authorization"})
         EXPECT_FALSE(request.headers.contains(name)) << name;
+}
+
+TEST(UpdateInfoTest, nothingIsKeptFromOneQuestionToTheNext) {
+    ScriptedEngine server;
+    server.answer(Script(200)
+                      .header("Set-Cookie", "person=1; Path=/")
+                      .header("Cache-Control", "max-age=86400")
+                      .header("ETag", "\"1\"")
+                      .raw(complete));
+    for (int question = 0; question < 2; ++question)
+        EXPECT_TRUE(await(fetchUpdateInfo(server.url(), {})));
+    ASSERT_EQ(server.requests().size(), 2) << "no answer is remembered";
+    EXPECT_EQ(server.requests().first().headers, server.requests().last().headers);
+}
+
+TEST(UpdateInfoTest, anAddressOutsideOfTheWebIsNone) {
+    QTemporaryFile file;
+    ASSERT_TRUE(file.open());
+    file.write(complete);
+    file.close();
+    EXPECT_FALSE(await(fetchUpdateInfo(QUrl::fromLocalFile(file.fileName()), {})));
 }
 
 TEST(UpdateInfoTest, itIsFollowedToWhereItHasGone) {

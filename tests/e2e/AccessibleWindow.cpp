@@ -147,6 +147,11 @@ bool AccessibleWindow::focus(const QString &name) {
     return item && call(item->path, u"org.a11y.atspi.Component"_s, u"GrabFocus"_s).value(0).toBool();
 }
 
+bool AccessibleWindow::hasFocus(const QString &name) {
+    const auto item = find(name, AccessibleRole::text);
+    return item && (statesOf(item->path) & focused) != 0;
+}
+
 bool AccessibleWindow::type(const QString &text) {
     constexpr quint32 wholeString = 4;
     return generateKey(0, text, wholeString);

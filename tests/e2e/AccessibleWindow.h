@@ -62,6 +62,9 @@ public:
     /// Gives the keyboard to the field of that name. False if none is showing.
     bool focus(const QString &name);
 
+    /// True if the field of that name is showing, and has the keyboard.
+    bool hasFocus(const QString &name);
+
     /// Types a text, or the key with that X11 keysym, into the window that has the keyboard.
     bool type(const QString &text);
     bool typeKey(int keysym);
@@ -79,6 +82,7 @@ private:
 
     /// States of an object, in the bits of AT-SPI's AtspiStateType.
     static constexpr quint32 checked = 1u << 4;
+    static constexpr quint32 focused = 1u << 12;
     static constexpr quint32 selected = 1u << 23;
     static constexpr quint32 showing = 1u << 25;
 

@@ -110,6 +110,12 @@ bool focusTopLevelWindow(qint64 processIdentifier) {
         xcb_set_input_focus_checked(display.connection(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME));
 }
 
+bool focusNoWindow() {
+    const Display display;
+    return display.isDone(xcb_set_input_focus_checked(display.connection(), XCB_INPUT_FOCUS_NONE,
+                                                      XCB_INPUT_FOCUS_NONE, XCB_CURRENT_TIME));
+}
+
 quint32 focusedWindow() {
     return Display().focusedWindow();
 }

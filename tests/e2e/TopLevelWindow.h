@@ -14,5 +14,8 @@ bool closeTopLevelWindow(qint64 processIdentifier);
 /// Gives the keyboard to the window.
 bool focusTopLevelWindow(qint64 processIdentifier);
 
+/// Takes the keyboard from whoever has it, as a click outside of all windows does.
+bool focusNoWindow();
+
 /// The number of the window that has the keyboard, whoever's it is.
 quint32 focusedWindow();

@@ -1,10 +1,12 @@
 #include "e2e/ConnectionRecord.h"
+#include "e2e/TopLevelWindow.h"
 #include "e2e/WindowFixture.h"
 #include "platform/AtomicFile.h"
 #include "records/Coder.h"
 #include "records/Folders.h"
 #include "records/Memory.h"
 #include "records/Settings.h"
+#include "support/DemoModel.h"
 #include "support/EnvironmentVariable.h"
 #include "support/ScriptedEngine.h"
 
@@ -53,6 +55,37 @@ protected:
         EXPECT_TRUE(program.endedOrderly()) << program.output().toStdString();
     }
 
+    /// A model that this machine can run is better than the one that is there.
+    void offerUpgrade() {
+        const ModelTier present = demoTier(catalog.url());
+        ModelTier better = present;
+        better.id = u"better"_s;
+        better.requiredGPUBytes = 1;
+        catalog.forgetAnswers();
+        catalog.answer(Script(200).raw(encodeRecord(Catalog{1, {better, present}})));
+    }
+
+    void findUpdate() {
+        openSettings(u"About"_s);
+        ASSERT_TRUE(window().waitFor(u"Check for updates"_s, AccessibleRole::pushButton));
+        ASSERT_TRUE(window().press(u"Check for updates"_s));
+        ASSERT_TRUE(window().waitFor(u"Ostrelin 99.1 is available."_s, AccessibleRole::label));
+    }
+
+    /// Starts the program, asks something that a search would help with, looks at a pane, and stays until
+    /// `isOver`.
+    template<typename Condition>
+    void useProgramUntil(Condition isOver) {
+        startProgram();
+        sinceReady.start();
+        engine = enginePlace();
+        send(u"Search the web for okra harvest in Tbilisi"_s);
+        ASSERT_TRUE(waitForText());
+        ASSERT_TRUE(program.waitForReply());
+        openSettings(u"About"_s);
+        ASSERT_TRUE(eventually(isOver, 40'000));
+    }
+
     /// The address that the engine was started at.
     QString enginePlace() const {
         QFile file(u"/proc/%1/cmdline"_s.arg(program.enginePid()));
@@ -63,6 +96,8 @@ protected:
 
     static QString placeOf(const ScriptedEngine &server) { return server.url().authority(); }
 
+    QString engine;           ///< its address
+    QElapsedTimer sinceReady; ///< since the chat was
     ScriptedEngine catalog;
     ScriptedEngine versions;
     ScriptedEngine searchPage;
@@ -90,7 +125,12 @@ QByteArray settingsWith(const QString &key, const QJsonValue &value) {
 } // namespace
 
 TEST_F(WindowSettings, eachChoiceSurvivesARestart) {
+    // Nothing in the window shows this one.
+    Settings settings = loadSettings();
+    settings.schedulesEnabled = true;
+    saveSettings(settings);
     startProgram();
+    ASSERT_TRUE(window().press(u"Response speed"_s));
     openSettings(u"Appearance"_s);
     choose(u"Pink"_s);
     choose(u"Extra large"_s);
@@ -117,6 +157,49 @@ TEST_F(WindowSettings, eachChoiceSurvivesARestart) {
     ASSERT_TRUE(window().press(u"Remember things"_s, AccessibleRole::checkBox));
     ASSERT_TRUE(window().waitFor(u"Memory"_s, AccessibleRole::text));
     EXPECT_EQ(window().text(u"Memory"_s), u"- Likes tea"_s);
+    EXPECT_EQ(loadSettings().responseSpeed, ResponseSpeed::calm);
+    ASSERT_TRUE(window().press(u"Response speed"_s));
+    EXPECT_TRUE(eventually([] { return loadSettings().responseSpeed == ResponseSpeed::slowYourRoll; }))
+        << "it went on from where it was";
+    EXPECT_TRUE(loadSettings().schedulesEnabled);
+}
+
+TEST_F(WindowSettings, whatWasTurnedDownIsNotOfferedAfterARestart) {
+    offerUpgrade();
+    startProgram();
+    ASSERT_TRUE(window().waitFor(u"Your Mac can run a smarter version of Ostrelin. Download (5 MB)?"_s,
+                                 AccessibleRole::label));
+    ASSERT_TRUE(window().press(u"Not now"_s));
+    ASSERT_TRUE(window().waitUntilGone(u"Not now"_s, AccessibleRole::pushButton));
+    openSettings(u"Web search"_s);
+    choose(u"Always allow"_s);
+    findUpdate();
+    ASSERT_TRUE(window().waitFor(u"Not now"_s, AccessibleRole::pushButton));
+    ASSERT_TRUE(window().press(u"Not now"_s));
+    ASSERT_TRUE(window().waitUntilGone(u"Not now"_s, AccessibleRole::pushButton));
+    EXPECT_EQ(loadSettings().dismissedUpgradeTierId, u"better"_s);
+    EXPECT_EQ(loadSettings().dismissedUpdateVersion, u"99.1"_s);
+    endProgram();
+
+    offerUpgrade();
+    startProgram();
+    findUpdate();
+    EXPECT_FALSE(window().shows(u"Not now"_s, AccessibleRole::pushButton));
+}
+
+TEST_F(WindowSettings, whatAnotherProgramWritesIntoTheMemoryIsKept) {
+    startProgram();
+    openSettings(u"Memory"_s);
+    ASSERT_TRUE(window().waitFor(u"Memory"_s, AccessibleRole::text));
+    const auto isAtKeyboard = [this] { return window().hasFocus(u"Message Ostrelin"_s); };
+    ASSERT_TRUE(focusTopLevelWindow(program.pid()));
+    ASSERT_TRUE(eventually(isAtKeyboard));
+    ASSERT_TRUE(focusNoWindow());
+    ASSERT_TRUE(eventually([&] { return !isAtKeyboard(); }));
+    EXPECT_TRUE(writeMemory(u"- Likes tea"_s));
+    EXPECT_EQ(window().text(u"Memory"_s), QString());
+    ASSERT_TRUE(focusTopLevelWindow(program.pid()));
+    EXPECT_TRUE(eventually([this] { return window().text(u"Memory"_s) == u"- Likes tea"_s; }));
 }
 
 TEST_F(WindowSettings, oneDamagedKeyMakesAllOfThemTheDefaults) {
@@ -136,18 +219,9 @@ TEST_F(WindowSettings, oneDamagedKeyMakesAllOfThemTheDefaults) {
 TEST_F(WindowSettings, withWebSearchOffItConnectsToNothingButItsEngine) {
     ASSERT_EQ(loadSettings().searchMode, SearchMode::off);
     const ConnectionRecord record;
-    startProgram();
-    QElapsedTimer sinceReady;
-    sinceReady.start();
-    const QString engine = enginePlace();
-    send(u"Search the web for okra harvest in Tbilisi"_s);
-    ASSERT_TRUE(waitForText());
-    ASSERT_TRUE(program.waitForReply());
-    openSettings(u"About"_s);
-    EXPECT_TRUE(
-        window().waitFor(u"Update checks are off while Offline Mode is on."_s, AccessibleRole::label));
-    // The first check for updates would come after twenty seconds.
-    ASSERT_TRUE(eventually([&] { return sinceReady.elapsed() > 23'000; }, 30'000));
+    // The first question for updates would come after twenty seconds.
+    useProgramUntil([this] { return sinceReady.elapsed() > 23'000; });
+    EXPECT_TRUE(window().shows(u"Update checks are off while Offline Mode is on."_s, AccessibleRole::label));
     endProgram();
     // The list of models is asked for at each start.
     EXPECT_EQ(record.destinations(), (QStringList{placeOf(catalog), engine}));
@@ -155,16 +229,13 @@ TEST_F(WindowSettings, withWebSearchOffItConnectsToNothingButItsEngine) {
     EXPECT_TRUE(searchPage.requests().isEmpty());
 }
 
-TEST_F(WindowSettings, withWebSearchOnTheQuestionForUpdatesIsTheOnlyOtherOne) {
+TEST_F(WindowSettings, withWebSearchOnTheSameUseIsSeenToAskForUpdates) {
+    Settings settings = loadSettings();
+    settings.searchMode = SearchMode::always;
+    saveSettings(settings);
     const ConnectionRecord record;
-    startProgram();
-    openSettings(u"Web search"_s);
-    choose(u"Always allow"_s);
-    openSettings(u"About"_s);
-    ASSERT_TRUE(window().waitFor(u"Check for updates"_s, AccessibleRole::pushButton));
-    ASSERT_TRUE(window().press(u"Check for updates"_s));
-    ASSERT_TRUE(window().waitFor(u"Ostrelin 99.1 is available."_s, AccessibleRole::label));
-    EXPECT_EQ(record.destinations(), (QStringList{placeOf(catalog), enginePlace(), placeOf(versions)}));
-    ASSERT_TRUE(window().press(u"Not now"_s));
-    EXPECT_TRUE(eventually([] { return loadSettings().dismissedUpdateVersion == u"99.1"_s; }));
+    useProgramUntil([this] { return !versions.requests().isEmpty(); });
+    endProgram();
+    EXPECT_TRUE(record.destinations().contains(placeOf(versions)));
+    EXPECT_EQ(record.destinations().contains(placeOf(searchPage)), !searchPage.requests().isEmpty());
 }

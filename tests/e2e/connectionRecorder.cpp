@@ -10,9 +10,9 @@
 #include <unistd.h>
 
 /// Loaded into a program before everything else (LD_PRELOAD, ld.so(8)), it writes down each connection that
-/// is opened to an internet address and each name that is looked up, before that happens: a line with the
-/// process and the address or the name, into the file that CONNECTION_RECORD names. None is missed, however
-/// short.
+/// is opened to an internet address, each message that goes to one without a connection, and each name that
+/// is looked up, before that happens: a line with the process and the address or the name, into the file that
+/// CONNECTION_RECORD names. None is missed, however short.
 
 namespace {
 
@@ -26,6 +26,8 @@ void note(const char *what) {
 }
 
 void note(const sockaddr *address) {
+    if (!address)
+        return;
     char host[INET6_ADDRSTRLEN] = "";
     char line[INET6_ADDRSTRLEN + 8] = "";
     if (address->sa_family == AF_INET) {
@@ -47,16 +49,35 @@ bool isAddress(const char *name) {
     return ::inet_pton(AF_INET, name, &address) == 1 || ::inet_pton(AF_INET6, name, &address) == 1;
 }
 
+/// The function of that name in the system's library.
+template<typename Function>
+Function *systems(Function *, const char *name) {
+    return reinterpret_cast<Function *>(::dlsym(RTLD_NEXT, name));
+}
+
 } // namespace
 
 extern "C" int connect(int descriptor, const sockaddr *address, socklen_t length) {
-    static const auto system = reinterpret_cast<decltype(&::connect)>(::dlsym(RTLD_NEXT, "connect"));
+    static const auto system = systems(&::connect, "connect");
     note(address);
     return system(descriptor, address, length);
 }
 
+extern "C" ssize_t sendto(int descriptor, const void *bytes, size_t count, int flags, const sockaddr *address,
+                          socklen_t length) {
+    static const auto system = systems(&::sendto, "sendto");
+    note(address);
+    return system(descriptor, bytes, count, flags, address, length);
+}
+
+extern "C" ssize_t sendmsg(int descriptor, const msghdr *message, int flags) {
+    static const auto system = systems(&::sendmsg, "sendmsg");
+    note(static_cast<const sockaddr *>(message->msg_name));
+    return system(descriptor, message, flags);
+}
+
 extern "C" int getaddrinfo(const char *name, const char *service, const addrinfo *hints, addrinfo **found) {
-    static const auto system = reinterpret_cast<decltype(&::getaddrinfo)>(::dlsym(RTLD_NEXT, "getaddrinfo"));
+    static const auto system = systems(&::getaddrinfo, "getaddrinfo");
     if (name && !isAddress(name))
         note(name);
     return system(name, service, hints, found);

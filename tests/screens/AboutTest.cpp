@@ -35,6 +35,14 @@ protected:
                            [&](const TextView *view) { return view->isVisible() && view->text() == text; });
     }
 
+    TextView *engineLine() const {
+        const auto views = form.findChildren<TextView *>();
+        const auto found = std::find_if(views.begin(), views.end(), [](const TextView *view) {
+            return view->text().startsWith(u"llama.cpp "_s);
+        });
+        return found == views.end() ? nullptr : *found;
+    }
+
     StillLook look;
     AboutForm form;
 };
@@ -102,6 +110,40 @@ TEST_F(AboutFormTest, whileOfflineThereIsOnlyTheReason) {
     app.changeSetting(&Settings::searchMode, SearchMode::ask);
     EXPECT_FALSE(reads(offline));
     EXPECT_TRUE(buttonNamed(form, u"Check for updates"_s));
+}
+
+TEST_F(AboutFormTest, itTellsOfProgramModelAndEngine) {
+    const ProgramVersion program = programVersion();
+    EXPECT_TRUE(reads(u"%1 (%2)"_s.arg(program.version).arg(program.build)));
+    EXPECT_TRUE(reads(u"Models: MIT. llama.cpp is MIT."_s));
+    EXPECT_TRUE(engineLine());
+}
+
+TEST_F(AboutFormTest, theEngineIsCopiedByKeysAndMouse) {
+    TextView *line = engineLine();
+    ASSERT_TRUE(line);
+    EXPECT_LT(line->height(), QFontMetrics(look.font(TextStyle::body)).lineSpacing());
+    EXPECT_TRUE(line->focusPolicy() & Qt::TabFocus);
+    line->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(line, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(line->selectedText(), line->text());
+}
+
+TEST_F(AboutFormTest, aCheckUnderWaySaysSo) {
+    app.changeSetting(&Settings::searchMode, SearchMode::ask);
+    click(buttonNamed(form, u"Check for updates"_s));
+    EXPECT_TRUE(reads(u"Checking…"_s));
+}
+
+TEST_F(AboutFormTest, aScreenReaderHearsOfTheCheckWhereTheFocusIs) {
+    app.changeSetting(&Settings::searchMode, SearchMode::ask);
+    tellOf(R"({"version": "0.0.1"})");
+    const auto description = [this] {
+        QPushButton *check = buttonNamed(form, u"Check for updates"_s);
+        return QAccessible::queryAccessibleInterface(check)->text(QAccessible::Description);
+    };
+    EXPECT_EQ(description(), u"Checking…"_s);
+    EXPECT_TRUE(eventually([&] { return description() == u"Up to date."_s; }));
 }
 
 TEST_F(AboutFormTest, anUpdateIsFoundAndItsAddressOpened) {

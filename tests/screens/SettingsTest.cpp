@@ -10,10 +10,13 @@
 #include "screens/TextView.h"
 #include "screens/ThemePicker.h"
 #include "screens/ThemeSwatch.h"
+#include "support/FileManagerService.h"
+#include "support/PrivateBus.h"
 
 #include <QDir>
 #include <QInputMethodEvent>
 #include <QSignalSpy>
+#include <QStackedLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -47,6 +50,30 @@ protected:
     TextEditor *editor() const { return view.findChild<TextEditor *>(); }
     Sheet *sheet() const { return view.findChild<Sheet *>(); }
     QPushButton *button(const QString &word) const { return buttonNamed(view, word); }
+
+    /// Where Tab is to stop in the chosen pane: the list, each button, of several to choose from the chosen
+    /// one, and what is written in.
+    QSet<QWidget *> stops() const {
+        QSet<QWidget *> all{list()};
+        for (QPushButton *each : view.findChildren<QPushButton *>()) {
+            if (each->isVisible() && (!each->autoExclusive() || each->isChecked()))
+                all.insert(each);
+        }
+        if (editor()->isVisible())
+            all.insert(editor());
+        return all;
+    }
+
+    /// Where that key stops on its way from the list and back to it.
+    QSet<QWidget *> walked(Qt::Key key) {
+        QSet<QWidget *> all;
+        list()->setFocus();
+        do {
+            all.insert(view.focusWidget());
+            QTest::keyClick(view.focusWidget(), key);
+        } while (!all.contains(view.focusWidget()));
+        return all;
+    }
 
     StillLook look;
     SettingsView view;
@@ -93,6 +120,25 @@ TEST_F(SettingsViewTest, aScreenReaderChoosesAPaneToo) {
         << "there is always a chosen pane";
 }
 
+TEST_F(SettingsViewTest, eachPaneHasItsSymbol) {
+    QList<Icon> symbols;
+    for (const SettingsPane pane : settingsPanes)
+        symbols.append(iconOf(pane));
+    EXPECT_EQ(symbols, (QList{Icon::palette, Icon::sparkles, Icon::magnifier, Icon::clock, Icon::chip,
+                              Icon::trash, Icon::information}));
+}
+
+TEST_F(SettingsViewTest, theListHasItsWidth) {
+    const QImage picture = view.grab().toImage();
+    const int low = picture.height() - 1;
+    EXPECT_EQ(picture.pixel(182, low), look.palette().sidebar.rgb());
+    EXPECT_NE(picture.pixel(184, low), look.palette().sidebar.rgb());
+    for (const SettingsPane pane : settingsPanes) {
+        choose(pane);
+        EXPECT_EQ(view.findChild<QStackedLayout *>()->currentWidget()->geometry(), QRect(184, 0, 596, 560));
+    }
+}
+
 TEST_F(SettingsViewTest, theSixThemesStandInTheirOrder) {
     const auto swatches = view.findChildren<ThemeSwatch *>();
     QStringList names;
@@ -116,7 +162,13 @@ TEST_F(SettingsViewTest, aSwatchIsDrawnInItsThemesColors) {
         const QImage image = swatch->grab().toImage();
         const QPoint centre = swatch->swatch().center().toPoint();
         EXPECT_EQ(image.pixel(centre), paletteOf(theme).accent.rgb());
-        EXPECT_EQ(image.pixel(centre - QPoint(8, 0)), paletteOf(theme).swatch.rgb());
+        const QPoint corner = swatch->swatch().topLeft().toPoint();
+        for (const QPoint &way : {QPoint(1, 0), QPoint(0, 1)}) {
+            EXPECT_EQ(image.pixel(centre + way), paletteOf(theme).accent.rgb()) << "a dot of six";
+            EXPECT_EQ(image.pixel(centre + 3 * way), paletteOf(theme).swatch.rgb());
+        }
+        EXPECT_EQ(image.pixel(corner + QPoint(2, 2)), paletteOf(theme).swatch.rgb());
+        EXPECT_EQ(image.pixel(corner), image.pixel(corner - QPoint(1, 1))) << "a round corner";
         const bool hasOutline =
             image.pixel(centre.x(), int(swatch->swatch().top()) - 4) == paletteOf(theme).accent.rgb();
         EXPECT_EQ(hasOutline, theme == Theme::gray);
@@ -258,6 +310,16 @@ TEST_F(SettingsViewTest, clearingTheMemoryLeavesAnEmptyFileAndCanBeUndone) {
     EXPECT_EQ(readMemory(), u"- likes tea"_s);
 }
 
+TEST_F(SettingsViewTest, theMemoryFileIsShownInTheFileManager) {
+    const PrivateBus bus;
+    const EnvironmentVariable session("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
+    const FileManagerService manager(bus.address());
+    choose(SettingsPane::memory);
+    click(button(u"Reveal in Finder"_s));
+    ASSERT_TRUE(eventually([&] { return !manager.shown().isEmpty(); }));
+    EXPECT_EQ(manager.shown(), QList<QStringList>{{QUrl::fromLocalFile(memoryFile()).toString()}});
+}
+
 TEST_F(SettingsViewTest, theEditorIsThereWhileThingsAreRemembered) {
     choose(SettingsPane::memory);
     CheckToggle *toggle = view.findChild<CheckToggle *>();
@@ -322,6 +384,35 @@ TEST_F(SettingsViewTest, theModelsStorageIsTold) {
     EXPECT_TRUE(button(u"Reveal in Finder"_s));
 }
 
+TEST_F(SettingsViewTest, theModelIsShownInTheFileManager) {
+    const PrivateBus bus;
+    const EnvironmentVariable session("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
+    const FileManagerService manager(bus.address());
+    choose(SettingsPane::model);
+    click(button(u"Reveal in Finder"_s));
+    ASSERT_TRUE(eventually([&] { return !manager.shown().isEmpty(); }));
+    const QUrl model = QUrl::fromLocalFile(modelsFolder() + u'/' + house.filename);
+    EXPECT_EQ(manager.shown(), QList<QStringList>{{model.toString()}});
+}
+
+TEST_F(SettingsViewTest, onlyWhatThereIsIsOffered) {
+    choose(SettingsPane::model);
+    const auto install = [this](const ModelTier &tier) {
+        Settings settings = app.settings();
+        settings.installed->tierId = tier.id;
+        app.saveSettings(settings);
+    };
+    install(mansion);
+    EXPECT_FALSE(reads(u"Try a larger model"_s));
+    EXPECT_FALSE(reads(u"May be slow or unstable on this Mac"_s));
+    EXPECT_TRUE(button(u"House"_s));
+    EXPECT_TRUE(button(u"Tent"_s));
+    install(tent);
+    EXPECT_FALSE(reads(u"Use a smaller model"_s));
+    EXPECT_TRUE(button(u"Mansion"_s));
+    EXPECT_TRUE(button(u"House"_s));
+}
+
 TEST_F(SettingsViewTest, withoutAModelThereIsNoneToTellOf) {
     choose(SettingsPane::model);
     Settings settings = app.settings();
@@ -339,6 +430,17 @@ TEST_F(SettingsViewTest, aDeletedModelIsChosenAndDownloadedAgain) {
     EXPECT_FALSE(QFile::exists(modelsFolder() + u'/' + house.filename));
     EXPECT_TRUE(reads(u"No model downloaded yet."_s));
     EXPECT_TRUE(reaches<phase::Downloading>());
+}
+
+TEST_F(SettingsViewTest, theKeyboardIsSomewhereWhenTheModelIsGone) {
+    choose(SettingsPane::model);
+    button(u"Delete model"_s)->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(view.focusWidget(), Qt::Key_Return);
+    ASSERT_TRUE(reads(u"No model downloaded yet."_s));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ASSERT_TRUE(view.focusWidget());
+    EXPECT_TRUE(view.focusWidget()->isVisible());
+    EXPECT_EQ(walked(Qt::Key_Tab), stops());
 }
 
 TEST_F(SettingsViewTest, anotherModelIsDownloadedWhetherItFitsOrNot) {
@@ -378,11 +480,27 @@ TEST_F(SettingsViewTest, onceItIsConfirmedEverythingIsDeleted) {
     EXPECT_FALSE(sheet()->isVisible());
 }
 
+TEST_F(SettingsViewTest, whatWasDeletedIsNotToBeUndone) {
+    choose(SettingsPane::memory);
+    QTest::keyClicks(editor(), u"- likes tea"_s);
+    choose(SettingsPane::data);
+    click(button(eraseWords));
+    click(button(u"Delete everything"_s));
+    EXPECT_EQ(editor()->writtenText(), QString());
+    choose(SettingsPane::memory);
+    QTest::keyClick(editor(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(editor()->writtenText(), QString());
+    EXPECT_EQ(app.memory(), QString());
+}
+
 TEST_F(SettingsViewTest, everyControlHasANameAndAKeyboardWay) {
+    app.changeSetting(&Settings::searchMode, SearchMode::ask);
     for (const SettingsPane pane : settingsPanes) {
         choose(pane);
-        for (QPushButton *control : view.findChildren<QPushButton *>())
-            EXPECT_FALSE(spokenName(control).isEmpty());
+        for (QWidget *stop : stops())
+            EXPECT_FALSE(spokenName(stop).isEmpty());
+        EXPECT_TRUE(walked(Qt::Key_Tab).contains(stops())) << nameOf(pane).toStdString();
+        EXPECT_EQ(walked(Qt::Key_Tab), walked(Qt::Key_Backtab)) << nameOf(pane).toStdString();
     }
 }
 

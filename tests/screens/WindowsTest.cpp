@@ -1,5 +1,6 @@
 #include "screens/Windows.h"
 
+#include "records/Memory.h"
 #include "screens/AppFixture.h"
 #include "screens/Label.h"
 #include "screens/MainWindow.h"
@@ -95,7 +96,9 @@ TEST_F(WindowsTest, anUnknownNameOpensNothing) {
 }
 
 TEST_F(WindowsTest, theyHaveTheirSizes) {
-    EXPECT_EQ(opened(windowid::settings)->size(), QSize(780, 560));
+    const QWidget *settings = opened(windowid::settings);
+    EXPECT_EQ(settings->size(), QSize(780, 560));
+    EXPECT_EQ(settings->maximumSize(), settings->size()) << "there is no more to see in a larger one";
     QWidget *schedules = opened(windowid::schedules);
     EXPECT_EQ(schedules->minimumSizeHint(), QSize(520, 420));
     QWidget *pages = opened(windowid::pages);
@@ -148,6 +151,16 @@ TEST_F(WindowsTest, theProgramEndsWithItsLastWindow) {
     QTimer::singleShot(5000, &window, [] { QCoreApplication::exit(1); });
     EXPECT_EQ(QApplication::exec(), 0);
     EXPECT_TRUE(ranOn);
+}
+
+TEST_F(WindowsTest, whoComesBackFindsWhatAnotherProgramHasWrittenIntoTheMemory) {
+    present(window);
+    ASSERT_TRUE(reaches<phase::Ready>());
+    writeMemory(u"- likes tea"_s);
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+    EXPECT_EQ(app.memory(), QString());
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_EQ(app.memory(), u"- likes tea"_s);
 }
 
 TEST_F(WindowsTest, aThemeIsThereInEveryWindowAtOnce) {
