@@ -1,8 +1,12 @@
 #include "e2e/TopLevelWindow.h"
 #include "e2e/WindowFixture.h"
+#include "platform/AtomicFile.h"
+#include "records/ChatStore.h"
+#include "records/Coder.h"
 #include "schedules/Agents.h"
 #include "schedules/ScheduleStore.h"
 #include "support/EnvironmentVariable.h"
+#include "support/NotificationService.h"
 #include "support/RecordingCommand.h"
 
 #include <QFileInfo>
@@ -74,6 +78,12 @@ TEST_F(WindowSchedules, aScheduleIsMadeChangedTurnedOffKeptAndDeleted) {
     const QUuid id = loadSchedules().first().id;
     EXPECT_TRUE(eventually([this] { return timersStarted() == 1; }));
     EXPECT_TRUE(systemctl.calls().last().last().contains(agentLabel(id)));
+    const QString unit = u"/systemd/user/%1.service"_s.arg(agentLabel(id));
+    const auto service = readFile(program.configurationFolder() + unit);
+    const QFileInfo executable(QStringLiteral(PROGRAM_PATH));
+    const QString command = u"\"%1\" \"--run-schedule\" \"%2\"\n"_s;
+    EXPECT_TRUE(QString::fromUtf8(service.value_or(QByteArray()))
+                    .contains(command.arg(executable.canonicalFilePath(), encodeUuid(id))));
 
     press(u"Edit"_s);
     ASSERT_TRUE(window().waitFor(u"Name"_s, AccessibleRole::text));
@@ -100,4 +110,22 @@ TEST_F(WindowSchedules, aScheduleIsMadeChangedTurnedOffKeptAndDeleted) {
     ASSERT_TRUE(window().waitUntilGone(u"Dawn"_s, AccessibleRole::listItem));
     EXPECT_TRUE(loadSchedules().isEmpty());
     EXPECT_TRUE(window().waitFor(u"No scheduled runs yet."_s, AccessibleRole::label));
+}
+
+TEST_F(WindowSchedules, oneThatIsRunByHandIsAChatAndTheDesktopTellsOfIt) {
+    const Schedule disabled{.id = QUuid::createUuid(), .title = u"Morning"_s, .prompt = u"Hello!"_s};
+    saveSchedules({disabled});
+    const NotificationService service(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"));
+    startProgram();
+    openWindow();
+    press(u"Run now"_s);
+    ASSERT_TRUE(eventually([&] { return service.shown().size() == 1; }, 60'000));
+    EXPECT_EQ(service.shown().first().title, u"Morning"_s);
+    EXPECT_EQ(service.shown().first().body, u"Your scheduled run is ready."_s);
+    const Conversation chat = savedChat();
+    EXPECT_EQ(chat.title, u"Morning"_s);
+    ASSERT_EQ(chat.messages.size(), 2);
+    EXPECT_EQ(chat.messages.first().content, u"Hello!"_s);
+    EXPECT_FALSE(chat.messages.last().content.isEmpty());
+    EXPECT_TRUE(isOnDisk([&](const Schedule &each) { return each.lastRun && each.lastChatId == chat.id; }));
 }
