@@ -1,18 +1,12 @@
-#include <QDirIterator>
-#include <QFile>
+#include "layering/SourceTree.h"
+
 #include <QHash>
-#include <QRegularExpression>
 
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// The rooms from the top of the house to the bottom. A room may include from itself and from below.
-const QStringList rooms{u"screens"_s,     u"core"_s,          u"schedules"_s, u"conversation"_s,
-                        u"pages/paper"_s, u"pages/drawing"_s, u"pages"_s,     u"engine"_s,
-                        u"web"_s,         u"client"_s,        u"records"_s,   u"platform"_s};
 
 /// What a room may not touch although it stands below: services that know nothing of each other.
 const QHash<QString, QStringList> strangers{
@@ -27,38 +21,6 @@ const QHash<QString, QStringList> strangers{
 const QStringList roomsWithAScreen{u"screens"_s, u"pages/paper"_s, u"pages/drawing"_s};
 const QRegularExpression screenHeader(
     u"^Q(Widget|Application|MainWindow|Label|Layout|VBoxLayout|HBoxLayout|Painter|PushButton|AbstractButton|Svg\\w*|Style\\w*|TextLayout|Palette|Icon|Pixmap|Clipboard|GuiApplication)$"_s);
-
-struct Include {
-    QString file;
-    QString room;
-    QString header;
-};
-
-QString roomOf(const QString &path) {
-    for (const QString &room : rooms) {
-        if (path.startsWith(room + u'/'))
-            return room;
-    }
-    return {};
-}
-
-QList<Include> allIncludes(const QRegularExpression &directive) {
-    QList<Include> includes;
-    const QDir source(QStringLiteral(SOURCE_FOLDER));
-    QDirIterator files(source.path(), {u"*.h"_s, u"*.cpp"_s}, QDir::Files, QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        QFile file(files.next());
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        const QString name = source.relativeFilePath(file.fileName());
-        auto matches = directive.globalMatch(QString::fromUtf8(file.readAll()));
-        while (matches.hasNext())
-            includes.append({name, roomOf(name), matches.next().captured(1)});
-    }
-    return includes;
-}
-
-const QRegularExpression ownInclude(u"^#include \"([^\"]+)\""_s, QRegularExpression::MultilineOption);
-const QRegularExpression systemInclude(u"^#include <([^>]+)>"_s, QRegularExpression::MultilineOption);
 
 } // namespace
 
