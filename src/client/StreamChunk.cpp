@@ -63,9 +63,11 @@ std::optional<StreamChunk> parseStreamLine(QByteArrayView line) {
 
     const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromRawData(data.data(), data.size()));
     const QJsonArray choices = document["choices"_L1].toArray();
-    if (choices.isEmpty() || !holdsOnlyObjects(choices))
+    // Nearly always there is just one, which is taken out once.
+    const QJsonValue first = choices.first();
+    if (!first.isObject() || (choices.size() > 1 && !holdsOnlyObjects(choices)))
         return std::nullopt;
-    const QJsonObject choice = choices.first().toObject();
+    const QJsonObject choice = first.toObject();
     StreamChunk chunk;
     chunk.finishReason = text(choice["finish_reason"_L1]);
     readDelta(choice["delta"_L1].toObject(), chunk);
