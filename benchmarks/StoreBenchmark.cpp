@@ -1,9 +1,14 @@
 #include "figures/Measure.h"
+#include "platform/AtomicFile.h"
 #include "records/ChatStore.h"
 #include "records/Folders.h"
 #include "support/TemporaryApplicationFolder.h"
 
+#include <QJsonDocument>
+
 #include <benchmark/benchmark.h>
+
+// The peers read and write the same files without knowing what is in them.
 
 namespace {
 
@@ -55,9 +60,37 @@ void saveIntoTenThousandChats(benchmark::State &state) {
 }
 BENCHMARK(saveIntoTenThousandChats)->Unit(benchmark::kMillisecond)->UseRealTime();
 
-const Declared lists{
-    {.name = "list of 10,000 chats", .function = "listOfTenThousandChats", .budget = {.most = 150}}};
-const Declared saves{
-    {.name = "save into 10,000 chats", .function = "saveIntoTenThousandChats", .budget = {.most = 60}}};
+void indexOfTenThousandChats(benchmark::State &state) {
+    const TemporaryApplicationFolder folder;
+    fill(ChatStore());
+    for (auto round : state)
+        benchmark::DoNotOptimize(QJsonDocument::fromJson(readFile(chatIndexFile()).value()));
+}
+BENCHMARK(indexOfTenThousandChats)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void filesOfASave(benchmark::State &state) {
+    const TemporaryApplicationFolder folder;
+    const ChatStore store{};
+    fill(store);
+    const Conversation chat = chatOf(chatsInStore);
+    store.save(chat);
+    const QString path = chatFile(chat.id);
+    const QByteArray written = readFile(path).value();
+    const QByteArray index = readFile(chatIndexFile()).value();
+    for (auto round : state) {
+        writeAtomically(path, written);
+        writeAtomically(chatIndexFile(), index);
+    }
+}
+BENCHMARK(filesOfASave)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+const Declared lists{{.name = "list of 10,000 chats (peer: parse of the index)",
+                      .function = "listOfTenThousandChats",
+                      .peer = "indexOfTenThousandChats",
+                      .budget = {.most = 150}}};
+const Declared saves{{.name = "save into 10,000 chats (peer: the same bytes written)",
+                      .function = "saveIntoTenThousandChats",
+                      .peer = "filesOfASave",
+                      .budget = {.most = 60}}};
 
 } // namespace

@@ -100,12 +100,13 @@ void resultsByExpressions(benchmark::State &state) {
 }
 BENCHMARK(resultsByExpressions)->Unit(benchmark::kMillisecond);
 
-const Declared ordinary{{.name = "readable text of a page of 2 MB (peer: one expression for its tags)",
+const Declared ordinary{{.name = "readable text of a page of 2 MB (peer: expression for its tags)",
                          .function = "readableText",
                          .peer = "tagsAlone",
                          .budget = {.most = 500}}};
-const Declared hostile{{.name = "readable text of the worst hostile page of 2 MB",
+const Declared hostile{{.name = "readable text of the worst hostile page of 2 MB (peer: ordinary)",
                         .function = "readableTextOfTheWorst",
+                        .peer = "readableText",
                         .budget = {.most = 500}}};
 const Declared search{{.name = "results of a search page of 200 KB (peer: regular expressions)",
                        .function = "results",

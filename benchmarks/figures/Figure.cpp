@@ -47,16 +47,27 @@ std::string budgetText(const Budget &budget, const std::string &unit) {
     return result;
 }
 
-bool isOver(const Figure &figure) {
+/// How much of the budget the figure takes: more than 1 if it is over.
+double usedPart(const Figure &figure) {
     const Budget &budget = figure.budget;
-    if (budget.most && figure.value > *budget.most)
-        return true;
+    double part = 0;
+    if (budget.most)
+        part = std::max(part, figure.value / *budget.most);
     if (!figure.peer)
-        return false;
+        return part;
     const double ratio = figure.value / *figure.peer;
-    return (budget.mostAbovePeer && figure.value - *figure.peer > *budget.mostAbovePeer) ||
-           (budget.mostRatio && ratio > *budget.mostRatio) ||
-           (budget.leastRatio && ratio < *budget.leastRatio);
+    if (budget.mostAbovePeer)
+        part = std::max(part, (figure.value - *figure.peer) / *budget.mostAbovePeer);
+    if (budget.mostRatio)
+        part = std::max(part, ratio / *budget.mostRatio);
+    if (budget.leastRatio)
+        part = std::max(part, *budget.leastRatio / ratio);
+    return part;
+}
+
+std::string verdict(const Figure &figure) {
+    const double part = usedPart(figure);
+    return (part > 1 ? "over, " : "within, ") + text(part * 100) + " %";
 }
 
 } // namespace
@@ -65,11 +76,10 @@ void print(const Figure &figure) {
     const std::string peer = figure.peer ? text(*figure.peer) : "-";
     const std::string ratio = figure.peer ? text(figure.value / *figure.peer) + " x" : "-";
     const std::string budget = budgetText(figure.budget, figure.unit);
-    const char *verdict = budget.empty() ? "" : isOver(figure) ? "over" : "within";
-    const std::string line = padded(figure.name, 52) + alignedRight(text(figure.value), 8) + " " +
+    const std::string line = padded(figure.name, 66) + alignedRight(text(figure.value), 8) + " " +
                              padded(figure.unit, 9) + "peer " + alignedRight(peer, 8) +
                              alignedRight(ratio, 10) + "   " + padded(budget.empty() ? "-" : budget, 22) +
-                             verdict;
+                             (budget.empty() ? "" : verdict(figure));
     std::printf("%s\n", line.c_str());
     std::fflush(stdout);
 }

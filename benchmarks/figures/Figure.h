@@ -21,7 +21,7 @@ struct Figure {
 };
 
 /// Writes the figure as a line to the standard output: its name, value, unit, the peer's value, the
-/// ratio, the budget, and "within" or "over" where there is a budget.
+/// ratio, the budget, and "within" or "over" where there is a budget, with the part of it that is used.
 void print(const Figure &figure);
 
 /// True if a figure of that name is asked for by `filter`, a part of a name. An empty one asks for all.

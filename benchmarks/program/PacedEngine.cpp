@@ -53,9 +53,11 @@ bool readRequest(int connection) {
 
 } // namespace
 
-PacedEngine::PacedEngine(const QList<QString> &tokens, std::chrono::nanoseconds interval)
+PacedEngine::PacedEngine(const QList<QString> &tokens, std::chrono::nanoseconds interval,
+                         std::chrono::nanoseconds silence)
     : m_chunks(chunksOf(tokens)),
       m_interval(interval),
+      m_silence(silence),
       m_listener(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
     sockaddr_in address{};
     address.sin_family = AF_INET;
@@ -87,9 +89,12 @@ void PacedEngine::serve() {
 }
 
 void PacedEngine::reply(int connection) {
-    ++m_begun;
+    ++m_asked;
     bool goesOn = send(connection, "HTTP/1.1 200 OK\r\nContent-Type: text/event-stream\r\n"
+                                   "Access-Control-Allow-Origin: *\r\n"
                                    "Transfer-Encoding: chunked\r\nConnection: close\r\n\r\n");
+    std::this_thread::sleep_for(m_silence);
+    ++m_begun;
     const Clock::time_point start = Clock::now();
     for (qsizetype index = 0; goesOn && index < m_chunks.size(); ++index) {
         if (m_interval.count() > 0)

@@ -104,11 +104,11 @@ void listOfSavedPages(benchmark::State &state) {
 }
 BENCHMARK(listOfSavedPages)->Unit(benchmark::kMillisecond)->UseRealTime();
 
-const Declared pdf{{.name = "page with every block ten times as PDF",
+const Declared pdf{{.name = "page with every block ten times as PDF (peer: the toolkit's)",
                     .function = "pageToPDF",
                     .peer = "pageToToolkitPDF",
                     .budget = {.most = 500}}};
-const Declared png{{.name = "page with every block ten times as PNG",
+const Declared png{{.name = "page with every block ten times as PNG (peer: the toolkit's)",
                     .function = "pageToPNG",
                     .peer = "pageToToolkitPNG",
                     .budget = {.most = 500}}};
