@@ -149,5 +149,7 @@ void ScheduleListView::turn(const QUuid &id, bool isOn) {
     if (auto present = schedule(id)) {
         present->enabled = isOn;
         m_app.scheduler().upsert(*present);
+        // Nothing comes back from a disk that took nothing.
+        follow();
     }
 }

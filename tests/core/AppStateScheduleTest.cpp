@@ -1,5 +1,8 @@
 #include "core/AppStateFixture.h"
+#include "core/ProcessRole.h"
 #include "schedules/ScheduleStore.h"
+
+#include <QProcess>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -89,4 +92,18 @@ TEST_F(AppStateScheduleTest, whenEverythingIsDeletedTheListStaysAndNothingRuns) 
     EXPECT_TRUE(notified.isEmpty());
     EXPECT_FALSE(QFile::exists(schedulesFile()));
     EXPECT_EQ(app->scheduler().schedules().size(), 1);
+}
+
+TEST_F(AppStateScheduleTest, inTheProcessOfAScheduledRunTheStartDoesNothing) {
+    if (isHeadless()) {
+        app->bootstrap();
+        EXPECT_FALSE(eventually([this] { return !isIn<phase::Checking>(app->phase()); }, 1000));
+        return;
+    }
+    QProcess other;
+    other.start(QCoreApplication::applicationFilePath(),
+                {u"--gtest_filter=*.inTheProcessOfAScheduledRunTheStartDoesNothing"_s, u"--run-schedule"_s,
+                 QUuid::createUuid().toString(QUuid::WithoutBraces)});
+    ASSERT_TRUE(other.waitForFinished());
+    EXPECT_EQ(other.exitCode(), 0) << other.readAll().toStdString();
 }

@@ -389,6 +389,16 @@ protected:
         hasEnded = true;
     }
 
+    /// The same with the run that another one keeps waiting.
+    void beginBehindAnother() {
+        stop.request_stop();
+        ASSERT_TRUE(eventually([this] { return hasEnded; }));
+        hasEnded = false;
+        stop = std::stop_source();
+        isOpened = true;
+        begin();
+    }
+
     /// Lets the engine's time pass until the run is over.
     bool ends() {
         return eventually([this] {
@@ -418,6 +428,15 @@ TEST_F(WaitingRun, givesWayToTheProgramThatIsOpenedMeanwhile) {
     ASSERT_TRUE(ends());
     EXPECT_EQ(told, QStringList{failure});
     EXPECT_FALSE(QFile::exists(answers)) << "a second one was asked";
+    expectNothingKept();
+}
+
+TEST_F(WaitingRun, waitsForAnotherInstanceNoLongerThanItHasTo) {
+    beginBehindAnother();
+    letPass(50);
+    EXPECT_FALSE(hasEnded);
+    stop.request_stop();
+    EXPECT_TRUE(eventually([this] { return hasEnded; }));
     expectNothingKept();
 }
 

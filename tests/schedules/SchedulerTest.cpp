@@ -302,6 +302,19 @@ TEST_F(SchedulerTest, theChatIsTheOneOnScreenAtTheEnd) {
     EXPECT_EQ(ChatStore().load(own)->messages.last().content, u"half more"_s);
 }
 
+TEST_F(SchedulerTest, whereNoChatIsOnScreenAtTheEndNoneIsRecorded) {
+    engine.answer(halfAReply());
+    Schedule schedule = sampleSchedule();
+    schedule.lastChatId = QUuid::createUuid();
+    startAt(nine.addSecs(-15), {schedule});
+    pass(30s);
+    ASSERT_TRUE(isHalfSaid());
+    chat->resetAll();
+    ASSERT_TRUE(isTold());
+    EXPECT_TRUE(stored().lastRun);
+    EXPECT_FALSE(stored().lastChatId);
+}
+
 TEST_F(SchedulerTest, whatThePersonChangesDuringARunStays) {
     engine.answer(halfAReply());
     startAt(nine.addSecs(-15), {sampleSchedule()});

@@ -20,11 +20,34 @@
 #include <QStyleOptionSpinBox>
 #include <QWheelEvent>
 
+#include <csignal>
 #include <mutex>
+
+#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// While it lives, this process can't write a byte to any file.
+class FullDisk {
+public:
+    FullDisk() {
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit nothing{.rlim_cur = 0, .rlim_max = m_before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &nothing);
+    }
+    ~FullDisk() {
+        ::setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+    FullDisk(const FullDisk &) = delete;
+    FullDisk &operator=(const FullDisk &) = delete;
+
+private:
+    void (*m_handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit m_before{};
+};
 
 class ScheduleListViewTest : public AppFixture {
 protected:
@@ -244,6 +267,16 @@ TEST_F(ScheduleListViewTest, theSwitchGoesToTheDiskAndToTheSystem) {
     EXPECT_FALSE(rows().first()->findChild<CheckToggle *>()->isChecked());
     click(rows().first()->findChild<CheckToggle *>());
     EXPECT_TRUE(syncs({morning, evening}));
+}
+
+TEST_F(ScheduleListViewTest, theSwitchGoesBackWhereTheDiskTakesNothing) {
+    open({morning});
+    {
+        const FullDisk disk;
+        click(rows().first()->findChild<CheckToggle *>());
+    }
+    EXPECT_EQ(loadSchedules(), QList{morning});
+    EXPECT_TRUE(rows().first()->findChild<CheckToggle *>()->isChecked());
 }
 
 TEST_F(ScheduleListViewTest, aLineStaysTheSameWhenItsScheduleChanges) {
