@@ -350,6 +350,17 @@ TEST_F(AppStateTest, aDeletedModelIsLookedForAnew) {
     EXPECT_TRUE(reaches<phase::Ready>());
 }
 
+TEST_F(AppStateTest, memoryThatCouldNotBeWrittenIsWrittenAtTheEnd) {
+    app->bootstrap();
+    ASSERT_TRUE(eventually([this] { return QFile::exists(modelsFolder()); }));
+    ASSERT_TRUE(QDir().mkdir(memoryFile()));
+    app->saveMemory(u"- likes tea"_s);
+    EXPECT_EQ(app->memory(), u"- likes tea"_s);
+    ASSERT_TRUE(QDir().rmdir(memoryFile()));
+    app->shutDown();
+    EXPECT_EQ(readFile(memoryFile()), "- likes tea");
+}
+
 TEST_F(AppStateTest, shuttingDownLeavesNoServerAndNoPidFile) {
     hasModel(small);
     serveCatalog({small});

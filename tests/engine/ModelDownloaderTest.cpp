@@ -1,4 +1,5 @@
 #include "engine/DownloadFixture.h"
+#include "support/DiskRecord.h"
 
 using namespace Qt::StringLiterals;
 
@@ -8,6 +9,17 @@ TEST_F(ModelDownloaderTest, aFileComesWholeAndVerifiedUnderItsName) {
     const FileServer server(file);
     expectVerified(download(tierAt(server.url())));
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"model.gguf"_s});
+}
+
+TEST_F(ModelDownloaderTest, theDiskHasTheWholeFileBeforeItsNameAndTheNameBeforeTheEnd) {
+    const FileServer server(file);
+    const DiskRecord record;
+    expectVerified(download(tierAt(server.url())));
+    const QByteArray partial = partialPath().toLocal8Bit();
+    const QByteArrayList expected{"flush " + partial,
+                                  "rename " + partial + " to " + finalPath().toLocal8Bit(),
+                                  "flush " + folder.path().toLocal8Bit()};
+    EXPECT_EQ(DiskRecord::orders().join('\n').toStdString(), expected.join('\n').toStdString());
 }
 
 TEST_F(ModelDownloaderTest, theRequestNamesTheProgramAndNoRange) {

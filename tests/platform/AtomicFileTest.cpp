@@ -1,5 +1,7 @@
 #include "platform/AtomicFile.h"
 
+#include "support/DiskRecord.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -111,6 +113,18 @@ TEST_F(AtomicFileTest, noTemporaryFileRemains) {
     writeAtomically(path(), "one");
     writeAtomically(path(), "two");
     EXPECT_EQ(names(), QStringList{u"file"_s});
+}
+
+TEST_F(AtomicFileTest, theDiskHasTheBytesBeforeTheNameAndTheNameBeforeTheReturn) {
+    writeAtomically(path(), "one");
+    const DiskRecord record;
+    writeAtomically(path(), "two");
+    const QByteArray folder = m_folder.path().toLocal8Bit();
+    const QByteArrayList orders = DiskRecord::orders();
+    ASSERT_EQ(orders.size(), 3);
+    EXPECT_TRUE(orders.at(0).startsWith("flush " + folder + "/.ostrelin-")) << orders.at(0).toStdString();
+    EXPECT_EQ(orders.at(1), "rename " + orders.at(0).mid(6) + " to " + path().toLocal8Bit());
+    EXPECT_EQ(orders.at(2), "flush " + folder);
 }
 
 TEST_F(AtomicFileTest, namesInAnyScriptAndOfAnyLengthServe) {
