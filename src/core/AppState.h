@@ -154,7 +154,7 @@ public:
     /// Takes over another text of the memory file and writes it.
     void saveMemory(const QString &text);
 
-    /// Takes over what another program has written into the memory file, unless it couldn't be written here.
+    /// Takes over what another program has written into the memory file; not while our own text isn't in it.
     void refreshMemory();
 
     void rememberFact(const QString &fact) override;
