@@ -1,5 +1,6 @@
 #include "screens/Banner.h"
 
+#include "screens/Icon.h"
 #include "screens/Look.h"
 #include "screens/Style.h"
 #include "screens/TextBox.h"

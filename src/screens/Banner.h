@@ -1,7 +1,5 @@
 #pragma once
 
-#include "screens/Icon.h"
-
 #include <QWidget>
 
 class Look;

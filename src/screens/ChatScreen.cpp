@@ -5,8 +5,10 @@
 #include "screens/AttachDialog.h"
 #include "screens/BannerColumn.h"
 #include "screens/ChatBar.h"
+#include "screens/ChatScreenState.h"
 #include "screens/ComposerView.h"
 #include "screens/EmptyState.h"
+#include "screens/FileDrop.h"
 #include "screens/LocalFiles.h"
 #include "screens/Look.h"
 #include "screens/MessageList.h"
@@ -18,10 +20,8 @@
 #include "screens/Toast.h"
 
 #include <QClipboard>
-#include <QDragEnterEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QMimeData>
 #include <QStackedLayout>
 #include <QVBoxLayout>
 
@@ -33,12 +33,6 @@ namespace {
 
 /// The composer's text takes at most this part of the window's height.
 constexpr int composerShare = 3;
-
-QStringList attachableFiles(const QStringList &paths) {
-    QStringList files;
-    std::copy_if(paths.begin(), paths.end(), std::back_inserter(files), isAttachable);
-    return files;
-}
 
 /// A widget in the middle, as wide as the column of messages and `outset` more on both sides.
 QLayout *inColumn(QWidget *widget, int outset, const QMargins &margins) {
@@ -69,7 +63,6 @@ ChatScreen::ChatScreen(AppState &app, const Look &look, Clock &clock, QWidget *p
 }
 
 void ChatScreen::build() {
-    setAcceptDrops(true);
     m_toEnd->setFocusPolicy(Qt::TabFocus);
     m_composer->installEventFilter(this);
     constexpr int margin = style::columnMargin;
@@ -88,26 +81,12 @@ void ChatScreen::build() {
 }
 
 void ChatScreen::observe() {
-    ChatController &chat = m_app.chat();
-    connect(&chat, &ChatController::conversationChanged, this, &ChatScreen::refresh);
-    connect(&chat, &ChatController::isGeneratingChanged, this, &ChatScreen::refresh);
-    connect(&chat, &ChatController::streamingIDChanged, this, &ChatScreen::refresh);
-    connect(&m_app.engine(), &EngineManager::statusChanged, this, &ChatScreen::refresh);
-    connect(&m_app, &AppState::activeTierChanged, this, &ChatScreen::refresh);
-    connect(&m_app, &AppState::needsMoveToApplicationsChanged, this, &ChatScreen::refresh);
-    connect(&m_app, &AppState::settingsChanged, this, &ChatScreen::refresh);
-    connect(&chat, &ChatController::upgradeBannerChanged, this, &ChatScreen::refresh);
-    connect(&chat, &ChatController::memoryWarningChanged, this, &ChatScreen::refresh);
-    connect(&m_app.updates(), &UpdateChecker::statusChanged, this, &ChatScreen::refresh);
+    observeChatScreenState(m_app, this, [this] { refresh(); });
     connect(m_banners, &BannerColumn::upgradeAccepted, &m_app, &AppState::acceptUpgrade);
     connect(m_banners, &BannerColumn::upgradeDismissed, &m_app, &AppState::dismissUpgrade);
     connect(m_banners, &BannerColumn::updateDismissed, &m_app, &AppState::dismissUpdate);
     connect(m_banners, &BannerColumn::engineRetried, &m_app, &AppState::resolveModel);
     connect(m_empty, &EmptyState::suggested, this, [this](const QString &text) { submit(text); });
-    connect(&chat, &ChatController::showSearchHintChanged, this, &ChatScreen::refresh);
-    connect(&chat.consent(), &Consent::pendingPermissionChanged, this, &ChatScreen::refresh);
-    connect(&chat.consent(), &Consent::pendingPageOfferChanged, this, &ChatScreen::refresh);
-    connect(&chat.consent(), &Consent::pendingMemoryChanged, this, &ChatScreen::refresh);
     connect(m_hint, &SearchHintCard::enabled, this, &ChatScreen::enableSearch);
     connect(m_bar, &ChatBar::pagesRequested, this, &ChatScreen::pagesRequested);
     observeRows();
@@ -143,6 +122,9 @@ void ChatScreen::observeComposer() {
     connect(m_composer, &ComposerView::attachRequested, this,
             [this] { openAttachDialog(this, [this](const QStringList &paths) { attach(paths); }); });
     connect(m_composer, &ComposerView::filesPasted, this, &ChatScreen::takeFiles);
+    auto *drop = new FileDrop(this);
+    connect(drop, &FileDrop::hovered, m_composer, &ComposerView::setIsTarget);
+    connect(drop, &FileDrop::dropped, this, &ChatScreen::takeFiles);
     connect(m_composer, &ComposerView::attachmentRemoved, this, &ChatScreen::removeAttachment);
 }
 
@@ -242,25 +224,8 @@ void ChatScreen::focusComposer() {
 }
 
 void ChatScreen::refresh() {
-    ChatController &chat = m_app.chat();
-    const Consent &consent = chat.consent();
     const QUuid before = m_model.conversationID;
-    setModel(chatScreenModel({.conversation = chat.conversation(),
-                              .streamingID = chat.streamingID(),
-                              .isGenerating = chat.isGenerating(),
-                              .pendingPermission = consent.pendingPermission(),
-                              .pendingPageOffer = consent.pendingPageOffer(),
-                              .pendingMemory = consent.pendingMemory(),
-                              .generatingID = chat.generatingID(),
-                              .showSearchHint = chat.showSearchHint(),
-                              .searchMode = m_app.settings().searchMode,
-                              .engine = m_app.engine().status(),
-                              .activeTier = m_app.activeTier(),
-                              .needsMoveToApplications = m_app.needsMoveToApplications(),
-                              .upgradeBanner = chat.upgradeBanner(),
-                              .availableUpdate = m_app.availableUpdate(),
-                              .memoryWarning = chat.memoryWarning(),
-                              .responseSpeed = m_app.settings().responseSpeed}));
+    setModel(chatScreenModel(chatScreenState(m_app)));
     if (m_model.conversationID == before)
         return;
     // Only where everything has been deleted there is no chat.
@@ -300,26 +265,6 @@ void ChatScreen::keyPressEvent(QKeyEvent *event) {
 void ChatScreen::showEvent(QShowEvent *event) {
     QWidget::showEvent(event);
     focusComposer();
-}
-
-void ChatScreen::dragEnterEvent(QDragEnterEvent *event) {
-    if (attachableFiles(filesIn(*event->mimeData())).isEmpty())
-        return;
-    // Whoever drags a file here keeps it.
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
-    m_composer->setIsTarget(true);
-}
-
-void ChatScreen::dragLeaveEvent(QDragLeaveEvent *) {
-    m_composer->setIsTarget(false);
-}
-
-void ChatScreen::dropEvent(QDropEvent *event) {
-    m_composer->setIsTarget(false);
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
-    takeFiles(filesIn(*event->mimeData()));
 }
 
 bool ChatScreen::eventFilter(QObject *watched, QEvent *event) {

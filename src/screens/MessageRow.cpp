@@ -1,49 +1,24 @@
 #include "screens/MessageRow.h"
 
 #include "pages/drawing/Focus.h"
-#include "pages/drawing/MarkdownWidget.h"
 #include "screens/ActionLine.h"
 #include "screens/AttachmentChip.h"
-#include "screens/DrawingThemeOf.h"
 #include "screens/Look.h"
 #include "screens/ReplyExtrasView.h"
+#include "screens/Style.h"
 #include "screens/ThinkingDisclosure.h"
 #include "screens/TypingIndicator.h"
 
-#include <QDesktopServices>
-#include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QPainter>
 
-#include <cmath>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 using Kind = MessageRowModel::Kind;
-
-TextView::Style textStyleOf(Kind kind) {
-    if (kind == Kind::user)
-        return {.ground = TextView::Ground::accent};
-    return {.text = TextStyle::callout, .ink = TextView::Ink::secondary, .alignment = Qt::AlignHCenter};
-}
-
-/// The line at a reply's foot has the dots first and the actions then, so that a reply that ends moves
-/// nothing.
-bool hasFoot(const MessageRowModel &model) {
-    return model.isStreaming || model.hasActions();
-}
-
-/// How many lines a text takes if as many characters go into one. Between the blocks of a reply is less room
-/// than an empty line takes.
-double guessedLines(const MessageRowModel &model, double charactersInLine) {
-    const double emptyLine = model.kind == Kind::assistant ? 0.5 : 1;
-    double lines = 0;
-    for (const QStringView line : QStringView(model.text).tokenize(u'\n'))
-        lines += line.isEmpty() ? emptyLine : std::ceil(double(line.size()) / charactersInLine);
-    return lines;
-}
 
 QRect grown(const QRect &rect, int x, int y) {
     return rect.adjusted(-x, -y, x, y);
@@ -141,32 +116,13 @@ int MessageRow::layParts(int width) {
         m_extras->setGeometry(0, topOfNext(m_extras->gapAbove(), height), width + 2 * style::rowOutset,
                               height);
     }
-    if (hasFoot(m_model)) {
+    if (m_model.hasFoot()) {
         const int top = topOfNext(style::footGap, style::footHeight);
         m_actions->setGeometry(0, top, width + 2 * style::rowOutset, style::footHeight);
         if (m_typing)
             m_typing->setGeometry(style::rowOutset, top, m_typing->sizeHint().width(), style::footHeight);
     }
     return bottom - style::rowOutset;
-}
-
-int MessageRow::estimatedHeight(const Look &look, const MessageRowModel &model, int width) {
-    const QFontMetricsF metrics(look.font(TextStyle::body));
-    const bool isUser = model.kind == Kind::user;
-    const int inner = width - 2 * style::rowOutset;
-    const int textWidth =
-        isUser ? std::min(style::bubbleMaximumWidth, inner) - 2 * style::bubblePaddingX : inner;
-    const double lines = guessedLines(model, std::max(textWidth, 1) / metrics.averageCharWidth());
-    const int spacing = lineSpacing(look.text().size);
-    const double text = lines * (metrics.height() + spacing) - spacing;
-    const int foot = hasFoot(model) ? style::footGap + style::footHeight : 0;
-    const int thinking =
-        model.reasoning.isEmpty() ? 0 : ThinkingDisclosure::initialHeight(look) + style::partGap;
-    const int chips =
-        int(model.attachments.size()) * (AttachmentChip::lineHeight(look) + style::attachmentGap);
-    const int bubble = isUser ? 2 * style::bubblePaddingY : 0;
-    return 2 * style::rowOutset + chips + thinking + (model.text.isEmpty() ? 0 : int(text) + bubble) + foot +
-           ReplyExtrasView::estimatedHeight(look, model.extras);
 }
 
 QString MessageRow::spokenName() const {
@@ -271,105 +227,4 @@ bool MessageRow::showsFocus() const {
 void MessageRow::attend() {
     if (m_actions)
         m_actions->setAttended(m_isHovering || showsFocus());
-}
-
-void MessageRow::showAttachments() {
-    QStringList shown;
-    for (const AttachmentChip *chip : m_attachments)
-        shown.append(chip->name());
-    if (shown == m_model.attachments)
-        return;
-    qDeleteAll(std::exchange(m_attachments, {}));
-    for (const QString &name : m_model.attachments) {
-        m_attachments.append(new AttachmentChip(m_look, name, AttachmentChip::Use::shown, this));
-        m_attachments.last()->show();
-    }
-}
-
-void MessageRow::showThinking() {
-    if (m_model.reasoning.isEmpty())
-        return delete std::exchange(m_thinking, nullptr);
-    if (!m_thinking) {
-        m_thinking = new ThinkingDisclosure(m_look, this);
-        m_thinking->show();
-        connect(m_thinking, &ThinkingDisclosure::heightChanged, this, &MessageRow::heightChanged);
-        connect(m_thinking, &ThinkingDisclosure::focusChanged, this, &MessageRow::followFocus);
-    }
-    m_thinking->setReasoning(m_model.reasoning, m_model.isReasoningStreaming());
-}
-
-void MessageRow::showText() {
-    if (m_model.text.isEmpty())
-        return delete std::exchange(m_text, nullptr);
-    if (!m_text) {
-        m_text = newText();
-        m_text->show();
-        connect(m_text, &SelectableWidget::left, this, &MessageRow::left);
-        connect(m_text, &SelectableWidget::focusChanged, this, &MessageRow::followFocus);
-        connect(m_text, &SelectableWidget::caretMoved, this,
-                [this](const QRect &caret) { Q_EMIT caretMoved(caret.translated(m_text->pos())); });
-    }
-    m_text->setText(m_model.text);
-}
-
-SelectableWidget *MessageRow::newText() {
-    if (m_model.kind != Kind::assistant)
-        return new TextView(m_look, textStyleOf(m_model.kind), this);
-    auto *reply = new MarkdownWidget(drawingThemeOf(m_look), this);
-    connect(&m_look, &Look::changed, reply, [this, reply] { reply->setTheme(drawingThemeOf(m_look)); });
-    connect(reply, &MarkdownWidget::linkActivated, reply,
-            [](const QUrl &address) { QDesktopServices::openUrl(address); });
-    return reply;
-}
-
-void MessageRow::showTyping() {
-    if (!m_model.isStreaming)
-        return delete std::exchange(m_typing, nullptr);
-    if (m_typing)
-        return;
-    m_typing = new TypingIndicator(m_look, this);
-    m_typing->show();
-}
-
-void MessageRow::showExtras() {
-    if (m_model.extras.isEmpty())
-        return delete std::exchange(m_extras, nullptr);
-    if (!m_extras) {
-        m_extras = new ReplyExtrasView(m_look, this);
-        m_extras->show();
-        connect(m_extras, &RowPart::heightChanged, this, &MessageRow::heightChanged);
-        connect(m_extras, &RowPart::focusChanged, this, &MessageRow::followFocus);
-        connect(m_extras, &RowPart::left, this, &MessageRow::left);
-        connect(m_extras, &ReplyExtrasView::pageOpened, this, &MessageRow::pageOpened);
-        connect(m_extras, &ReplyExtrasView::pageRetried, this, &MessageRow::pageRetried);
-        connect(m_extras, &ReplyExtrasView::searchAnswered, this, &MessageRow::searchAnswered);
-        connect(m_extras, &ReplyExtrasView::pageAnswered, this, &MessageRow::pageAnswered);
-        connect(m_extras, &ReplyExtrasView::memoryAnswered, this, &MessageRow::memoryAnswered);
-    }
-    m_extras->setExtras(m_model.extras);
-}
-
-void MessageRow::showActions() {
-    if (m_model.kind != Kind::assistant)
-        return;
-    if (!m_actions) {
-        m_actions = new ActionLine(m_look, m_clock, this);
-        connect(m_actions, &ActionLine::copyRequested, this, &MessageRow::copyRequested);
-        connect(m_actions, &ActionLine::regenerateRequested, this, &MessageRow::regenerateRequested);
-        connect(m_actions, &ActionLine::focusChanged, this, &MessageRow::followFocus);
-    }
-    if (!m_model.hasActions())
-        takeFocusFromActions();
-    m_actions->setCanRegenerate(m_model.canRegenerate);
-    m_actions->setOffered(m_model.hasActions());
-}
-
-void MessageRow::takeFocusFromActions() {
-    QWidget *focused = window()->focusWidget();
-    if (!m_actions->isAncestorOf(focused))
-        return;
-    if (m_text)
-        m_text->setFocus(Qt::TabFocusReason);
-    else
-        focused->clearFocus();
 }

@@ -41,9 +41,6 @@ public:
     /// comes and goes without an event.
     void setHovering(bool isHovering);
 
-    /// A guess of what layIn() gives, from the text's length alone.
-    static int estimatedHeight(const Look &look, const MessageRowModel &model, int width);
-
     /// The message's text; nothing while there is none.
     SelectableWidget *textView() const { return m_text; }
 

@@ -28,6 +28,10 @@ struct MessageRowModel {
     /// True for a reply that something can be done with.
     bool hasActions() const { return kind == Kind::assistant && !isStreaming && !text.isEmpty(); }
 
+    /// True if there is a line at its foot: with the dots first and the actions then, so that a reply that
+    /// ends moves nothing.
+    bool hasFoot() const { return isStreaming || hasActions(); }
+
     /// True if there is nothing in the row for the keyboard to come to.
     bool isEmpty() const { return text.isEmpty() && reasoning.isEmpty() && extras.isEmpty(); }
 

@@ -183,7 +183,6 @@ inline constexpr int paneListWidth = 184;
 inline constexpr int paneRowHeight = 32;
 inline constexpr int panePadding = 24;
 inline constexpr int formPadding = 16;
-inline constexpr int formRowHeight = 44;
 /// What a form leaves to a row.
 inline constexpr int formWidth = settingsWidth - paneListWidth - 2 * panePadding - 2 * formPadding;
 inline constexpr int memoryEditorHeight = 220;

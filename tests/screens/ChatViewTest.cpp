@@ -8,7 +8,6 @@
 #include "screens/MainWindow.h"
 #include "screens/Placement.h"
 #include "screens/RenameSheet.h"
-#include "screens/SettingsView.h"
 #include "screens/SidebarView.h"
 #include "screens/Style.h"
 #include "screens/SuggestionButton.h"

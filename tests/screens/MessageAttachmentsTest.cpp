@@ -1,6 +1,7 @@
 #include "screens/AttachmentChip.h"
 #include "screens/Icon.h"
 #include "screens/MessageRow.h"
+#include "screens/RowEstimate.h"
 #include "screens/Screen.h"
 #include "screens/Style.h"
 #include "support/ManualClock.h"
@@ -97,8 +98,7 @@ TEST_F(MessageAttachmentsTest, theNameStandsBesideTheSymbolOfAFile) {
 TEST_F(MessageAttachmentsTest, theGuessOfTheHeightCountsThem) {
     for (const QString &text : {QString(), u"What do I need?"_s}) {
         show(text, {u"a.txt"_s, u"b.txt"_s});
-        EXPECT_NEAR(MessageRow::estimatedHeight(look, row.model(), width), row.height(),
-                    style::attachmentGap + 2);
+        EXPECT_NEAR(estimatedRowHeight(look, row.model(), width), row.height(), style::attachmentGap + 2);
     }
 }
 

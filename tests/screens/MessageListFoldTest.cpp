@@ -1,4 +1,5 @@
 #include "screens/MessageListFixture.h"
+#include "screens/RowEstimate.h"
 #include "screens/Style.h"
 #include "screens/TypingIndicator.h"
 
@@ -41,7 +42,7 @@ TEST_F(MessageListFoldTest, thinkingStandsAboveTheReplyAndNoEmptyText) {
     rows[0].text = u"Hello"_s;
     update();
     EXPECT_EQ(row(0)->textView()->textArea().y(), thinking(0)->geometry().bottom() + 1 + style::partGap);
-    EXPECT_NEAR(row(0)->height(), MessageRow::estimatedHeight(look, rows.at(0), row(0)->width()), 2);
+    EXPECT_NEAR(row(0)->height(), estimatedRowHeight(look, rows.at(0), row(0)->width()), 2);
 }
 
 TEST_F(MessageListFoldTest, theHeadOfTheThinkingStaysUnderThePointer) {

@@ -2,6 +2,7 @@
 #include "screens/ActionLine.h"
 #include "screens/Browser.h"
 #include "screens/MessageRow.h"
+#include "screens/RowEstimate.h"
 #include "screens/Screen.h"
 #include "screens/Style.h"
 #include "support/ManualClock.h"
@@ -82,7 +83,7 @@ TEST_F(MessageReplyTest, theGuessOfAHeightIsNear) {
           u"# One\n"_s + words.repeated(3) + u"\n\n| A | B |\n|---|---|\n"_s +
               u"| one | two |\n"_s.repeated(10)}) {
         show(text);
-        const int guess = MessageRow::estimatedHeight(look, row->model(), width);
+        const int guess = estimatedRowHeight(look, row->model(), width);
         EXPECT_LT(guess, 2 * row->height()) << text.left(60).toStdString();
         EXPECT_GT(2 * guess, row->height()) << text.left(60).toStdString();
     }

@@ -7,7 +7,6 @@
 #include "screens/PageView.h"
 #include "screens/SavedFile.h"
 #include "screens/Screen.h"
-#include "support/Await.h"
 #include "support/TemporaryApplicationFolder.h"
 
 #include <QContextMenuEvent>

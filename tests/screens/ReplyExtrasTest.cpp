@@ -3,6 +3,7 @@
 #include "screens/PageCard.h"
 #include "screens/PageFailedLine.h"
 #include "screens/ReplyExtrasView.h"
+#include "screens/RowEstimate.h"
 #include "screens/Screen.h"
 #include "screens/SearchChip.h"
 #include "screens/SearchHead.h"
@@ -339,7 +340,7 @@ TEST_F(ReplyExtrasTest, theGuessOfTheHeightCountsThem) {
                                  {.asked = PendingSearch{QUuid::createUuid(), QUuid(), u"tea"_s}}};
     for (const ReplyExtras &extras : all) {
         show(extras);
-        EXPECT_NEAR(MessageRow::estimatedHeight(look, row.model(), width), row.height(), 8);
+        EXPECT_NEAR(estimatedRowHeight(look, row.model(), width), row.height(), 8);
     }
 }
 

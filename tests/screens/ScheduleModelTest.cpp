@@ -1,4 +1,3 @@
-#include "schedules/WallClock.h"
 #include "screens/ScheduleEditorModel.h"
 #include "screens/ScheduleRowModel.h"
 #include "support/EnvironmentVariable.h"
