@@ -1,7 +1,6 @@
 #pragma once
 
 #include "core/AppState.h"
-#include "records/Settings.h"
 #include "screens/MainWindow.h"
 #include "support/TemporaryApplicationFolder.h"
 

@@ -1,7 +1,5 @@
 #include "conversation/History.h"
 
-#include "records/Characters.h"
-
 #include <random>
 
 #include <gtest/gtest.h>

@@ -5,7 +5,6 @@
 #include "platform/Machine.h"
 #include "records/Coder.h"
 #include "records/Folders.h"
-#include "records/IncrementalHasher.h"
 #include "records/Settings.h"
 #include "support/Await.h"
 #include "support/DemoModel.h"

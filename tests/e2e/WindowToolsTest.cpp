@@ -2,7 +2,6 @@
 #include "e2e/WindowFixture.h"
 #include "pages/PageDate.h"
 #include "pages/PageStore.h"
-#include "records/ChatStore.h"
 #include "records/Memory.h"
 #include "records/Settings.h"
 #include "support/EnvironmentVariable.h"

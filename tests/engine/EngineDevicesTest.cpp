@@ -1,6 +1,5 @@
 #include "engine/EngineDevices.h"
 
-#include "platform/Mailbox.h"
 #include "platform/Processes.h"
 #include "support/Await.h"
 

@@ -1,6 +1,5 @@
 #include "pages/MarkdownCache.h"
 
-#include "pages/Described.h"
 #include "pages/MarkdownParser.h"
 #include "pages/TextCache.h"
 

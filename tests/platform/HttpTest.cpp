@@ -1,7 +1,6 @@
 #include "platform/Http.h"
 
 #include "support/Await.h"
-#include "support/EnvironmentVariable.h"
 #include "support/ScriptedEngine.h"
 
 using namespace Qt::StringLiterals;

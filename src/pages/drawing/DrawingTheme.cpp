@@ -20,10 +20,6 @@ constexpr int buttonSize = 12;
 constexpr double title2Scale = 22.0 / 17;
 constexpr double title3Scale = 20.0 / 17;
 
-/// Letters that stand apart by as little as this are never joined to one glyph, which a PDF would not give
-/// back as the letters.
-constexpr double least = 1.0 / 64;
-
 int sizeOf(TextStep step, int body) {
     switch (step) {
     case TextStep::title2:
@@ -87,7 +83,7 @@ QFont DrawingTheme::font(TextStep step, double tracking) const {
     font.setFamilies(withEmoji(familyOf(step)));
     font.setPixelSize(sizeOf(step, bodySize));
     font.setWeight(weightOf(step));
-    font.setLetterSpacing(QFont::AbsoluteSpacing, std::max(tracking, least));
+    font.setLetterSpacing(QFont::AbsoluteSpacing, tracking);
     font.setHintingPreference(hinting);
     font.setItalic(step == TextStep::quote);
     // Arrows stay the signs that were written.
