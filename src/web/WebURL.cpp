@@ -24,7 +24,8 @@ std::optional<QUrl> parseURL(const QString &text) {
     if (authorityLength(text) > longestAuthority)
         return std::nullopt;
     const QUrl url(text);
-    return url.isValid() ? std::optional(url) : std::nullopt;
+    // Behind the "%" of an IPv6 address QUrl takes what it refuses in the very text that it makes of it.
+    return url.isValid() && QUrl::fromEncoded(url.toEncoded()).isValid() ? std::optional(url) : std::nullopt;
 }
 
 QString normalizeFetchURL(const QString &text) {

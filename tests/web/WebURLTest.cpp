@@ -60,6 +60,13 @@ TEST(ParsedURL, whatMayNotStandInOneIsEncoded) {
               "https://e.test/a%20b?%C3%A4%7C");
 }
 
+TEST(ParsedURL, whatCouldNotBeReadAgainIsNone) {
+    const QString text = u"http://[::%\uFFFD]ff:10\u0004.0.0.1]:"_s;
+    ASSERT_TRUE(QUrl(text).isValid());
+    EXPECT_FALSE(parseURL(text));
+    EXPECT_EQ(normalizeFetchURL(text), text);
+}
+
 TEST(ParsedURL, aHostOfAMegabyteIsNone) {
     // Marks that have to be put in order, which takes time of the square of their number.
     const QString marks = QString(500'000, u'\u0301') + QString(500'000, u'\u0316');
