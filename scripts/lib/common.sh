@@ -54,6 +54,7 @@ build_packages=(g++ cmake ninja-build ccache mold git
   libgtest-dev libgmock-dev libbenchmark-dev)
 test_packages=(xvfb xauth dbus dbus-daemon at-spi2-core procps tzdata systemd python3
   poppler-utils fonts-inter fonts-noto-core fonts-jetbrains-mono fonts-droid-fallback fonts-noto-color-emoji)
+compare_packages=(chromium xvfb xauth dbus-daemon fonts-inter fonts-noto-core fonts-jetbrains-mono)
 
 # The build tree of a preset.
 tree_of() {
