@@ -1,6 +1,7 @@
 #include "e2e/TopLevelWindow.h"
 
 #include <QByteArray>
+#include <QList>
 
 #include <cstdlib>
 #include <functional>
@@ -48,6 +49,15 @@ public:
                 return window;
         }
         return XCB_WINDOW_NONE;
+    }
+
+    QByteArray textOf(xcb_window_t window, xcb_atom_t property) const {
+        constexpr uint32_t longest = 1024;
+        const auto cookie = xcb_get_property(m_connection, 0, window, property, XCB_ATOM_STRING, 0, longest);
+        const auto reply = own(xcb_get_property_reply(m_connection, cookie, nullptr));
+        return reply ? QByteArray(static_cast<const char *>(xcb_get_property_value(reply.get())),
+                                  xcb_get_property_value_length(reply.get()))
+                     : QByteArray();
     }
 
     xcb_window_t focusedWindow() const {
@@ -114,6 +124,12 @@ bool focusNoWindow() {
     const Display display;
     return display.isDone(xcb_set_input_focus_checked(display.connection(), XCB_INPUT_FOCUS_NONE,
                                                       XCB_INPUT_FOCUS_NONE, XCB_CURRENT_TIME));
+}
+
+QByteArray classOfTopLevelWindow(qint64 processIdentifier) {
+    const Display display;
+    // The instance and the class, each with a zero byte behind it.
+    return display.textOf(display.windowOf(processIdentifier), XCB_ATOM_WM_CLASS).split('\0').value(1);
 }
 
 quint32 focusedWindow() {

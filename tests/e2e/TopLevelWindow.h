@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QByteArray>
 
 /// What a window manager knows and does, for a display that has none. All look for the visible
 /// top-level window that names this process as its own (_NET_WM_PID) on the display of the environment.
@@ -16,6 +16,9 @@ bool focusTopLevelWindow(qint64 processIdentifier);
 
 /// Takes the keyboard from whoever has it, as a click outside of all windows does.
 bool focusNoWindow();
+
+/// The class of that window, by which a desktop knows whose it is (ICCCM, 4.1.2.5); empty if there is none.
+QByteArray classOfTopLevelWindow(qint64 processIdentifier);
 
 /// The number of the window that has the keyboard, whoever's it is.
 quint32 focusedWindow();

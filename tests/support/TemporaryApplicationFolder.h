@@ -11,6 +11,9 @@ public:
     /// The folder that stands for the person's application data; "Ostrelin" is made inside it.
     QString dataHome() const { return m_data.path(); }
 
+    /// The folder that stands for the desktop's configuration.
+    QString configurationHome() const { return m_configuration.path(); }
+
 private:
     QTemporaryDir m_data;
     QTemporaryDir m_configuration;
