@@ -58,26 +58,31 @@ AppState::~AppState() {
 }
 
 void AppState::bootstrap() {
-    if (std::exchange(m_didBootstrap, true) || isHeadless())
-        return;
-    m_isStarting = true;
+    if (m_start == Start::notBegun && !isHeadless())
+        beginStart();
+}
+
+void AppState::beginStart() {
+    m_start = Start::underWay;
     m_bootstrapTask.start([this](std::stop_token stop) { return start(stop); });
 }
 
 Task<> AppState::start(std::stop_token stop) {
     setPhase(phase::Checking{});
+    // First of all, so that no change of theirs writes over what a start that fails here would have left
+    // unread.
+    publish(m_memory, readMemory(), &AppState::memoryChanged);
+    publish(m_settings, loadSettings(), &AppState::settingsChanged);
     try {
         ensureFolders();
     } catch (const FileError &) {
-        m_isStarting = false;
+        m_start = Start::failed;
         setPhase(phase::Error{u"Ostrelin couldn't create its folder."_s, false});
         co_return;
     }
     ensurePagesFolder();
-    publish(m_memory, readMemory(), &AppState::memoryChanged);
     m_box.setPidFile(enginePidFile());
     m_box.killStaleServer();
-    publish(m_settings, loadSettings(), &AppState::settingsChanged);
 
     // The machine is measured while the catalog is on its way.
     Task<MachineReport> measuring = m_machine.measure(stop);
@@ -91,7 +96,7 @@ Task<> AppState::start(std::stop_token stop) {
     publish(m_report, report, &AppState::reportChanged);
     publish(m_needsMoveToApplications, isInTemporaryLocation(), &AppState::needsMoveToApplicationsChanged);
 
-    m_isStarting = false;
+    m_start = Start::decided;
     if (!m_report.isAppleSilicon || m_report.isRosetta)
         setPhase(phase::Unsupported{u"Ostrelin runs on Apple Silicon Macs with 8 GB of memory or more."_s});
     else if (m_catalog.tiers.isEmpty())

@@ -126,7 +126,8 @@ public:
     void bootstrap();
 
     /// Leads to a model, and returns at once: the file that OSTRELIN_MODEL_PATH names if it exists, else
-    /// the installed model, else the best one that fits, which is downloaded.
+    /// the installed model, else the best one that fits, which is downloaded. Where the start failed for want
+    /// of a folder, it begins anew.
     void resolveModel();
 
     /// The person has seen the welcome screen or the start screen: remembers it, and goes on to the model.
@@ -226,6 +227,7 @@ private:
     bool isOffline() const;
     bool hasLighter(const std::optional<ModelTier> &tier) const;
 #ifndef Q_MOC_RUN
+    void beginStart();
     Task<> start(std::stop_token stop);
     Task<> resolve(std::stop_token stop);
     Task<> provide(ModelTier tier, std::stop_token stop);
@@ -255,8 +257,7 @@ private:
     Scheduler m_scheduler;
     UpdateChecker m_updates;
 
-    bool m_didBootstrap = false;
-    bool m_isStarting = false; ///< the start hasn't come to its decision yet
+    enum class Start { notBegun, underWay, failed, decided } m_start = Start::notBegun;
     std::optional<ModelTier> m_pendingTier;
     std::shared_ptr<void> m_keepAwake;
     TaskHandle m_bootstrapTask;

@@ -60,12 +60,13 @@ QString descriptionOf(const std::exception &error) {
 
 void AppState::resolveModel() {
     cancelWork();
-    if (m_isStarting) {
-        // Nothing is known of models and machine yet; the start itself leads here at its end.
+    if (m_start == Start::failed)
+        beginStart();
+    else if (m_start ==
+             Start::underWay) // nothing is known of models and machine yet; it leads here at its end
         setPhase(phase::Checking{});
-        return;
-    }
-    m_resolveTask.start([this](std::stop_token stop) { return resolve(stop); });
+    else
+        m_resolveTask.start([this](std::stop_token stop) { return resolve(stop); });
 }
 
 Task<> AppState::resolve(std::stop_token stop) {

@@ -42,6 +42,35 @@ TEST_F(AppStateTest, aFolderThatCannotBeMadeIsAnError) {
     EXPECT_TRUE(network.requests().isEmpty());
 }
 
+TEST_F(AppStateTest, oneThatCanBeMadeAfterAllBeginsTheStartAnew) {
+    serveCatalog({small});
+    writeAtomically(folder.dataHome() + u"/Ostrelin"_s, "in the way");
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Error>());
+    ASSERT_TRUE(QFile::remove(folder.dataHome() + u"/Ostrelin"_s));
+    app->resolveModel();
+    ASSERT_TRUE(reaches<phase::Welcome>());
+    EXPECT_EQ(app->catalog().tiers, QList{small});
+    EXPECT_EQ(app->report(), machine);
+}
+
+TEST_F(AppStateTest, aStartThatFailsWritesOverNothingThatWasKept) {
+    Settings kept;
+    kept.didFinishWelcome = true;
+    ensureFolders();
+    ::saveSettings(kept);
+    writeMemory(u"Drinks tea"_s);
+    ASSERT_TRUE(QDir(chatsFolder()).removeRecursively());
+    writeAtomically(chatsFolder(), "in the way");
+
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Error>());
+    EXPECT_EQ(app->memory(), u"Drinks tea"_s);
+    app->changeSetting(&Settings::theme, Theme::nearBlack);
+    kept.theme = Theme::nearBlack;
+    EXPECT_EQ(loadSettings(), kept);
+}
+
 TEST_F(AppStateTest, aMachineOfAnotherKindIsNotSupported) {
     machine.isAppleSilicon = false;
     serveCatalog({small});
