@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr double fillOpacity = 0.12;
 constexpr int textLeft = style::spaceWide + style::iconSize + style::space;
 
 Icon iconOf(Banner::Tone tone) {
@@ -35,6 +34,7 @@ Banner::Banner(const Look &look, Tone tone, QWidget *parent)
       m_text(new TextBox(look, {.text = TextStyle::callout}, style::noticeTextMaximumHeight, this)),
       m_parts(new QBoxLayout(QBoxLayout::LeftToRight, this)),
       m_buttons(new QHBoxLayout) {
+    Spoken::install();
     m_parts->setContentsMargins(textLeft, style::space, style::space, style::space);
     m_parts->setSpacing(style::space);
     m_parts->addWidget(m_text, 1, Qt::AlignVCenter);
@@ -59,6 +59,10 @@ WordButton *Banner::addButton(const QString &word) {
 void Banner::setText(const QString &text) {
     m_text->setText(text);
     setVisible(!text.isEmpty());
+}
+
+QString Banner::spokenName() const {
+    return m_text->textView()->text();
 }
 
 void Banner::takeLook() {
@@ -88,10 +92,11 @@ void Banner::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const Palette &palette = m_look.palette();
-    const QColor color = m_tone == Tone::problem ? palette.bad() : palette.accent;
+    const bool isProblem = m_tone == Tone::problem;
     painter.setPen(Qt::NoPen);
-    painter.setBrush(withOpacity(color, fillOpacity));
+    painter.setBrush(isProblem ? palette.problemFill() : palette.bannerFill());
     painter.drawRoundedRect(rect(), style::radiusCard, style::radiusCard);
     const double top = (height() - style::iconSize) / 2.0;
-    drawIcon(painter, iconOf(m_tone), QRectF(style::spaceWide, top, style::iconSize, style::iconSize), color);
+    drawIcon(painter, iconOf(m_tone), QRectF(style::spaceWide, top, style::iconSize, style::iconSize),
+             isProblem ? palette.bad() : palette.accent);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "pages/drawing/Spoken.h"
+
 #include <QWidget>
 
 class Look;
@@ -10,7 +12,7 @@ class WordButton;
 
 /// A notice over the chat: what is wrong or on offer, and what can be done about it. Its buttons stand beside
 /// the text, or below it where that leaves the text little room. A long text scrolls in it.
-class Banner : public QWidget {
+class Banner : public QWidget, public Spoken {
     Q_OBJECT
 
 public:
@@ -28,6 +30,9 @@ public:
 
     /// Shows the banner with that text, or takes it away where the text is empty.
     void setText(const QString &text);
+
+    QAccessible::Role spokenRole() const override { return QAccessible::Notification; }
+    QString spokenName() const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -1,34 +1,12 @@
 #include "screens/ChatColumns.h"
 
+#include "screens/ColumnEdge.h"
 #include "screens/InspectorColumn.h"
-#include "screens/Look.h"
 #include "screens/Style.h"
-
-#include <QPainter>
 
 #include <algorithm>
 
-namespace {
-
-/// The edge between two columns: a hairline.
-class Edge : public QSplitterHandle {
-public:
-    Edge(const Look &look, QSplitter *columns) : QSplitterHandle(Qt::Horizontal, columns), m_look(look) {
-        connect(&look, &Look::changed, this, qOverload<>(&QWidget::update));
-    }
-
-protected:
-    void paintEvent(QPaintEvent *) override {
-        QPainter painter(this);
-        painter.fillRect(contentsRect(), m_look.palette().sidebar);
-        painter.fillRect(contentsRect(), m_look.palette().hairline);
-    }
-
-private:
-    const Look &m_look;
-};
-
-} // namespace
+using namespace Qt::StringLiterals;
 
 ChatColumns::ChatColumns(const Look &look, QWidget *sidebar, QWidget *chat, QWidget *panel, QWidget *parent)
     : QSplitter(parent),
@@ -46,9 +24,31 @@ ChatColumns::ChatColumns(const Look &look, QWidget *sidebar, QWidget *chat, QWid
         addWidget(column);
     setStretchFactor(1, 1);
     m_inspector->hide();
+    nameEdges();
     connect(&m_glide, &Glide::moved, this, [this] { place(qRound(m_glide.value())); });
     connect(&m_glide, &Glide::arrived, this, &ChatColumns::takeArrival);
     connect(this, &QSplitter::splitterMoved, this, &ChatColumns::takeDrag);
+}
+
+void ChatColumns::nameEdges() {
+    ColumnEdge *edge = edgeBefore(m_chat);
+    edge->setName(u"Width of the sidebar"_s);
+    connect(edge, &ColumnEdge::moved, this, [this](int way) {
+        m_sidebarWidth =
+            std::clamp(m_sidebarWidth + way, style::sidebarMinimumWidth, style::sidebarMaximumWidth);
+        place(panelWidth());
+    });
+    edge = edgeBefore(m_inspector);
+    edge->setName(u"Width of the page"_s);
+    connect(edge, &ColumnEdge::moved, this, [this](int way) {
+        m_draggedWidth = std::clamp(m_inspector->width() - way, style::inspectorMinimumWidth,
+                                    style::inspectorMaximumWidth);
+        place(panelWidth());
+    });
+}
+
+ColumnEdge *ChatColumns::edgeBefore(QWidget *column) const {
+    return static_cast<ColumnEdge *>(handle(indexOf(column)));
 }
 
 void ChatColumns::setSidebarWidth(int width) {
@@ -114,5 +114,5 @@ void ChatColumns::resizeEvent(QResizeEvent *event) {
 }
 
 QSplitterHandle *ChatColumns::createHandle() {
-    return new Edge(m_look, this);
+    return new ColumnEdge(m_look, this);
 }

@@ -7,7 +7,9 @@
 
 #include <optional>
 
+class ColumnEdge;
 class InspectorColumn;
+class Look;
 
 /// The sidebar, the chat and, while there is something to show, a panel beside them; the edges between them
 /// can be moved. None can be pushed away. In a window that hasn't room for all three the sidebar makes way
@@ -39,6 +41,8 @@ private:
     void place(int panelWidth);
     void fitSidebar();
     void takeArrival();
+    void nameEdges();
+    ColumnEdge *edgeBefore(QWidget *column) const;
     void takeDrag(int place, int edge);
 
     const Look &m_look;

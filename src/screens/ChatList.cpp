@@ -244,14 +244,13 @@ void ChatList::focusInEvent(QFocusEvent *event) {
 void ChatList::keyPressEvent(QKeyEvent *event) {
     m_showsFocus = true;
     const QModelIndex cursor = currentIndex();
-    const bool opensMenu = event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier;
     const bool opensChat =
         event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
-    if (!cursor.isValid() || !(opensMenu || opensChat || event->key() == Qt::Key_F2))
+    if (!cursor.isValid() || !(opensMenu(*event) || opensChat || event->key() == Qt::Key_F2))
         return QListView::keyPressEvent(event);
     if (event->isAutoRepeat())
         return;
-    if (opensMenu)
+    if (opensMenu(*event))
         openMenu(cursor, viewport()->mapToGlobal(visualRect(cursor).center()));
     else if (opensChat)
         choose(cursor);

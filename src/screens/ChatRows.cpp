@@ -1,5 +1,6 @@
 #include "screens/ChatRows.h"
 
+#include "pages/PageDate.h"
 #include "screens/ShownTitle.h"
 
 #include <algorithm>
@@ -34,7 +35,9 @@ int ChatRows::rowCount(const QModelIndex &parent) const {
 QVariant ChatRows::data(const QModelIndex &index, int role) const {
     if (role == Qt::DisplayRole)
         return shownTitle(chat(index).title);
-    if (role == Qt::AccessibleDescriptionRole && isAnswering(index))
-        return u"Answering"_s;
-    return {};
+    if (role != Qt::AccessibleDescriptionRole)
+        return {};
+    // Chats of one title are told apart by their dates.
+    const QString date = shownDateAndTime(chat(index).updatedAt);
+    return isAnswering(index) ? u"Answering, "_s + date : date;
 }

@@ -15,6 +15,7 @@
 #include "screens/PageKeys.h"
 #include "screens/RoundButton.h"
 #include "screens/SearchHintCard.h"
+#include "screens/SpokenNotice.h"
 #include "screens/Style.h"
 #include "screens/Submission.h"
 #include "screens/Toast.h"
@@ -56,7 +57,8 @@ ChatScreen::ChatScreen(AppState &app, const Look &look, Clock &clock, QWidget *p
       m_hint(new SearchHintCard(look, this)),
       m_composer(new ComposerView(look, this)),
       m_toEnd(new RoundButton(look, Icon::chevron, u"Go to the end"_s, RoundButton::Tone::quiet, this)),
-      m_toast(new Toast(look, clock, this)) {
+      m_toast(new Toast(look, clock, this)),
+      m_notice(new SpokenNotice(this)) {
     build();
     observe();
     refresh();
@@ -210,6 +212,17 @@ void ChatScreen::offerEnd() {
     m_toEnd->raise();
 }
 
+void ChatScreen::tellEnd(const ChatScreenModel &before) {
+    const auto isWritten = [](const ChatScreenModel &model) {
+        return !model.rows.isEmpty() && model.rows.last().isStreaming;
+    };
+    const bool isSame = before.conversationID == m_model.conversationID && !m_model.rows.isEmpty();
+    if (!isSame || isWritten(m_model))
+        m_notice->say({});
+    else if (isWritten(before) && m_model.rows.last().hasActions() && !m_model.rows.last().extras.asks())
+        m_notice->say(u"Ostrelin has answered."_s);
+}
+
 void ChatScreen::goToEnd() {
     focusComposer();
     m_list->goToEnd();
@@ -238,7 +251,7 @@ void ChatScreen::refresh() {
 }
 
 void ChatScreen::setModel(const ChatScreenModel &model) {
-    m_model = model;
+    const ChatScreenModel before = std::exchange(m_model, model);
     m_bar->setTitle(model.title);
     m_bar->setLamp(model.lamp);
     m_banners->setModel(model);
@@ -246,6 +259,7 @@ void ChatScreen::setModel(const ChatScreenModel &model) {
     m_middle->setCurrentIndex(model.showsEmptyState ? 0 : 1);
     m_list->setRows(model.conversationID, model.rows);
     offerEnd();
+    tellEnd(before);
     m_hint->setVisible(model.showsSearchHint);
     m_composer->setSpeed(model.speed);
     m_composer->setAction(model.isGenerating ? ComposerView::Action::stop : ComposerView::Action::send);

@@ -16,6 +16,7 @@ class MessageList;
 class SearchHintCard;
 class QStackedLayout;
 class RoundButton;
+class SpokenNotice;
 class Toast;
 
 /// The chat: the bar, banners where something is wrong or on offer, the messages or the empty state, and the
@@ -74,6 +75,7 @@ private:
     void clearDraft();
     void goToEnd();
     void offerEnd();
+    void tellEnd(const ChatScreenModel &before);
     void placeOverComposer();
 
     AppState &m_app;
@@ -91,4 +93,5 @@ private:
     ComposerView *m_composer;
     RoundButton *m_toEnd;
     Toast *m_toast;
+    SpokenNotice *m_notice;
 };

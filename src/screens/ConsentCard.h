@@ -27,7 +27,7 @@ public:
     int layIn(int width) override;
     QList<QWidget *> stops() const override;
 
-    QAccessible::Role spokenRole() const override { return QAccessible::AlertMessage; }
+    QAccessible::Role spokenRole() const override { return QAccessible::Notification; }
     QString spokenName() const override;
 
     /// A guess of what layIn() gives.

@@ -32,6 +32,7 @@ MessageList::MessageList(const Look &look, Clock &clock, QWidget *parent)
       m_glide(style::scrollGlide),
       m_arrival(style::arrivalRest, arrivalSpring()) {
     setFrameShape(QFrame::NoFrame);
+    setAccessibleName(u"Messages"_s);
     setViewport(new RowArea(u"Messages"_s));
     viewport()->setAutoFillBackground(false);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

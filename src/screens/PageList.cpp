@@ -164,8 +164,7 @@ void PageList::focusInEvent(QFocusEvent *event) {
 
 void PageList::keyPressEvent(QKeyEvent *event) {
     m_showsFocus = true;
-    const bool opensMenu = event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier;
-    if (opensMenu && currentItem())
+    if (opensMenu(*event) && currentItem())
         openMenu(currentItem(), viewport()->mapToGlobal(visualItemRect(currentItem()).center()));
     else if (event->matches(QKeySequence::Delete) && !event->isAutoRepeat() && chosenItem())
         Q_EMIT deleteRequested(idOf(chosenItem()));

@@ -43,6 +43,7 @@ PageSheet::PageSheet(const Look &look, int paperWidth, QWidget *parent)
       m_look(look),
       m_paperWidth(paperWidth),
       m_ground(new Ground(look)) {
+    setAccessibleName(u"Page"_s);
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     // The bar lies over the margin, so that the page's size doesn't depend on it.

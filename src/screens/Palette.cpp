@@ -7,15 +7,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double secondaryShare = 0.7;
+constexpr double secondaryShare = 0.73;
 constexpr double cardOpacity = 0.035;
 constexpr double chipOpacity = 0.34;
 constexpr double frameOpacity = 0.05;
 constexpr double askingOpacity = 0.04;
+constexpr double bannerOpacity = 0.12;
 constexpr double accentEdgeOpacity = 0.55;
 constexpr double quietOpacity = 0.07;
 constexpr double markerOpacity = 0.1;
-constexpr double switchOffOpacity = 0.2;
+constexpr double switchOffOpacity = 0.52;
 constexpr double livelyOpacity = 0.11;
 constexpr double pressedOpacity = 0.16;
 constexpr double selectionShare = 0.32;
@@ -23,11 +24,11 @@ constexpr double readableContrast = 4.5; // WCAG 2.1, level AA
 constexpr double linkStep = 0.1;
 constexpr double livelyAccentShare = 0.1;
 constexpr double pressedAccentShare = 0.2;
-constexpr double destructiveShareOnDark = 0.36;
-constexpr double destructiveShareOnLight = 0.12;
-constexpr double destructiveOpacity = 0.1;
-constexpr double livelyDestructiveOpacity = 0.16;
-constexpr double pressedDestructiveOpacity = 0.24;
+constexpr double destructiveShareOnDark = 0.5;
+constexpr double destructiveShareOnLight = 0.2;
+constexpr double destructiveOpacity = 0.08;
+constexpr double livelyDestructiveOpacity = 0.12;
+constexpr double pressedDestructiveOpacity = 0.16;
 constexpr double grooveOpacity = 0.12;
 constexpr double edgeOpacity = 0.08;
 constexpr double livelyEdgeOpacity = 0.18;
@@ -135,11 +136,11 @@ QColor Palette::switchOff() const {
 }
 
 QColor Palette::thumb() const {
-    return appearance == Appearance::dark ? ink : surface;
+    return appearance == Appearance::dark ? background : surface;
 }
 
 QColor Palette::onThumb() const {
-    return appearance == Appearance::dark ? background : ink;
+    return ink;
 }
 
 QColor Palette::cardFill() const {
@@ -156,6 +157,14 @@ QColor Palette::frameFill() const {
 
 QColor Palette::askingFill() const {
     return withOpacity(ink, askingOpacity);
+}
+
+QColor Palette::bannerFill() const {
+    return withOpacity(accent, bannerOpacity);
+}
+
+QColor Palette::problemFill() const {
+    return withOpacity(bad(), bannerOpacity);
 }
 
 QColor Palette::accentEdge() const {
@@ -184,18 +193,21 @@ QColor Palette::selection() const {
     return mixed(background, accent, selectionShare);
 }
 
-QColor Palette::selectionOnAccent() const {
-    // Away from the text on it, so that selected words read as well as the others.
+QColor Palette::awayFromText(double share) const {
     const QColor away = luminance(onAccent()) > luminance(accent) ? QColor(Qt::black) : QColor(Qt::white);
-    return mixed(accent, away, selectionShare);
+    return mixed(accent, away, share);
+}
+
+QColor Palette::selectionOnAccent() const {
+    return awayFromText(selectionShare);
 }
 
 QColor Palette::livelyAccent() const {
-    return mixed(accent, onAccent(), livelyAccentShare);
+    return awayFromText(livelyAccentShare);
 }
 
 QColor Palette::pressedAccent() const {
-    return mixed(accent, onAccent(), pressedAccentShare);
+    return awayFromText(pressedAccentShare);
 }
 
 QColor Palette::destructiveInk() const {
@@ -228,11 +240,11 @@ QColor Palette::groove() const {
 }
 
 QColor Palette::good() const {
-    return appearance == Appearance::dark ? rgb(0.25, 0.73, 0.44) : rgb(0.18, 0.66, 0.38);
+    return appearance == Appearance::dark ? rgb(0.25, 0.73, 0.44) : rgb(0.15, 0.58, 0.33);
 }
 
 QColor Palette::waking() const {
-    return appearance == Appearance::dark ? amber() : rgb(0.87, 0.53, 0.1);
+    return appearance == Appearance::dark ? amber() : rgb(0.82, 0.48, 0.06);
 }
 
 QColor Palette::bad() const {

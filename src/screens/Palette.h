@@ -55,6 +55,10 @@ struct Palette {
     /// Behind a card that asks something.
     QColor askingFill() const;
 
+    /// Behind a banner: one that offers or remarks something, and one about a problem.
+    QColor bannerFill() const;
+    QColor problemFill() const;
+
     /// Text and symbols on the accent: the one of the three bubble colours with the best contrast.
     QColor onAccent() const;
 
@@ -92,6 +96,10 @@ struct Palette {
     QColor edge() const;
     QColor livelyEdge() const;
     QColor shadow() const;
+
+private:
+    /// The accent a step away from the text on it, so that the text reads no worse there.
+    QColor awayFromText(double share) const;
 };
 
 /// All themes, in the order in which the settings show them.

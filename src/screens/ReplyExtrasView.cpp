@@ -106,10 +106,6 @@ void ReplyExtrasView::showFailedPage() {
 
 void ReplyExtrasView::showAsked() {
     replace(m_card, newCard());
-    if (!m_card)
-        return;
-    QAccessibleEvent alert(m_card, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
 }
 
 RowPart *ReplyExtrasView::newCard() {

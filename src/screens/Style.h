@@ -144,6 +144,7 @@ inline constexpr int sidebarWidth = 248;
 inline constexpr int sidebarMinimumWidth = 200;
 inline constexpr int sidebarMaximumWidth = 360;
 inline constexpr int chatMinimumWidth = 380;
+inline constexpr int edgeStep = 16; ///< of a press of an arrow key
 inline constexpr int wideButtonHeight = 32;
 inline constexpr int chatRowHeight = 32;
 inline constexpr int chatRowGap = 1;

@@ -63,7 +63,8 @@ void TextView::paintEvent(QPaintEvent *event) {
     const QColor plain = m_style.ink == Ink::main ? palette.ink : palette.secondaryInk();
     painter.setPen(isOnAccent ? palette.onAccent() : plain);
     m_flow.draw(painter, event->rect(), selection(),
-                isOnAccent ? palette.selectionOnAccent() : palette.selection());
+                isOnAccent ? palette.selectionOnAccent() : palette.selection(),
+                isOnAccent ? palette.onAccent() : palette.ink);
     if (showsFocus())
         painter.fillRect(m_flow.caretAt(selection().caret), painter.pen().color());
 }

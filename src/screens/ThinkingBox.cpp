@@ -108,7 +108,7 @@ void ThinkingBox::paintEvent(QPaintEvent *event) {
     painter.setClipRect(area);
     painter.translate(start);
     painter.setPen(palette.secondaryInk());
-    m_flow.draw(painter, QRectF(area & event->rect()).translated(-start), {}, {});
+    m_flow.draw(painter, QRectF(area & event->rect()).translated(-start), {}, {}, {});
     painter.restore();
     drawFocusRing(painter, rect(), style::radiusButton);
 }

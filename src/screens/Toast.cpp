@@ -28,10 +28,10 @@ void Toast::showText(const QString &text) {
     m_text = text;
     place();
     raise();
+    // A screen reader speaks a notification that begins to show.
+    hide();
     show();
     m_opacity.go(m_opacity.value(), 1, m_look.motion());
-    QAccessibleEvent alert(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
     m_toastTask.start([this](std::stop_token stop) { return goLater(stop); });
 }
 

@@ -26,7 +26,7 @@ public:
     void setAnchor(const QPoint &bottomCentre);
 
     QSize sizeHint() const override;
-    QAccessible::Role spokenRole() const override { return QAccessible::AlertMessage; }
+    QAccessible::Role spokenRole() const override { return QAccessible::Notification; }
     QString spokenName() const override { return m_text; }
 
 protected:

@@ -74,3 +74,9 @@ TEST_F(BannerTest, thereIsAlwaysALineToRead) {
         EXPECT_GE(text().height(), line()) << width;
     }
 }
+
+TEST_F(BannerTest, aScreenReaderHearsItAndWhatItsButtonsAreAbout) {
+    banner.setText(u"Something is on offer."_s);
+    EXPECT_EQ(spokenRole(&banner), QAccessible::Notification);
+    EXPECT_EQ(spokenName(&banner), u"Something is on offer."_s);
+}

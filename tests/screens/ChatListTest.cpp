@@ -1,5 +1,6 @@
 #include "screens/ChatList.h"
 
+#include "pages/PageDate.h"
 #include "screens/HouseStyle.h"
 #include "screens/Screen.h"
 #include "screens/Style.h"
@@ -155,11 +156,19 @@ TEST_F(ChatListTest, aChatThatAnswersHasADotAtItsEnd) {
     list.setAnswering(chats.at(1).id);
     EXPECT_EQ(drawn().pixel(dot.center()), look.palette().accent.rgb());
     EXPECT_FALSE(isDrawnIn(dot.translated(-9, 0).adjusted(2, 0, 0, 0))) << "the title keeps off";
-    EXPECT_EQ(spokenRow(1)->text(QAccessible::Description), u"Answering"_s);
-    EXPECT_EQ(spokenRow(0)->text(QAccessible::Description), QString());
+    const QString date = shownDateAndTime(chats.at(1).updatedAt);
+    EXPECT_EQ(spokenRow(1)->text(QAccessible::Description), u"Answering, "_s + date);
     list.setAnswering({});
     EXPECT_NE(drawn().pixel(dot.center()), look.palette().accent.rgb());
-    EXPECT_EQ(spokenRow(1)->text(QAccessible::Description), QString());
+    EXPECT_EQ(spokenRow(1)->text(QAccessible::Description), date);
+}
+
+TEST_F(ChatListTest, chatsOfOneTitleSoundDifferent) {
+    chats[0].title = chats.at(1).title;
+    chats[0].updatedAt = chats.at(1).updatedAt.addDays(-1);
+    show(-1);
+    EXPECT_EQ(spokenRow(0)->text(QAccessible::Name), spokenRow(1)->text(QAccessible::Name));
+    EXPECT_NE(spokenRow(0)->text(QAccessible::Description), spokenRow(1)->text(QAccessible::Description));
 }
 
 TEST_F(ChatListTest, theMarkerGlidesToAnotherChat) {

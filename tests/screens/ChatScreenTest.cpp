@@ -6,6 +6,7 @@
 #include "screens/Label.h"
 #include "screens/MessageList.h"
 #include "screens/MessageRow.h"
+#include "screens/SpokenNotice.h"
 #include "screens/StatusDot.h"
 #include "screens/Style.h"
 #include "screens/Toast.h"
@@ -33,6 +34,12 @@ protected:
     ComposerTextView *field() const { return screen.findChild<ComposerTextView *>(); }
     MessageList *list() const { return screen.findChild<MessageList *>(); }
     QString toast() const { return screen.findChild<Toast *>()->text(); }
+
+    /// What is told to those who hear the screen.
+    QString notice() const {
+        auto *teller = screen.findChild<SpokenNotice *>();
+        return teller->isVisible() ? spokenName(teller) : QString();
+    }
 
     void type(const QString &text) { QTest::keyClicks(field(), text); }
     void pressReturn() { QTest::keyClick(field(), Qt::Key_Return); }
@@ -423,4 +430,30 @@ TEST_F(UpgradeTest, theOfferedModelIsDownloaded) {
     ASSERT_TRUE(app.pendingTier());
     EXPECT_EQ(app.pendingTier()->id, mansion.id);
     EXPECT_FALSE(buttonNamed(screen, u"Download"_s));
+}
+
+TEST_F(ChatScreenTest, theEndOfAReplyIsTold) {
+    engine.answer(Script::reply({u"Hello."_s}));
+    type(u"Hi"_s);
+    pressReturn();
+    EXPECT_EQ(notice(), QString());
+    finishTurn();
+    EXPECT_EQ(notice(), u"Ostrelin has answered."_s);
+    EXPECT_EQ(spokenRole(screen.findChild<SpokenNotice *>()), QAccessible::Notification);
+    engine.answer(Script().content(u"Hel"_s).hold());
+    type(u"And?"_s);
+    pressReturn();
+    EXPECT_EQ(notice(), QString()) << "it is about the reply before";
+}
+
+TEST_F(ChatScreenTest, aChatThatIsOpenedTellsNothing) {
+    engine.answer(Script::reply({u"Hello."_s}));
+    type(u"Hi"_s);
+    pressReturn();
+    finishTurn();
+    const QUuid answered = app.chat().conversation()->id;
+    app.chat().newChat();
+    EXPECT_EQ(notice(), QString());
+    app.chat().openConversation(answered);
+    EXPECT_EQ(notice(), QString());
 }

@@ -293,3 +293,18 @@ TEST_F(PlacementTest, theGearOpensTheSettings) {
     click(buttonNamed(window, u"Settings"_s));
     EXPECT_TRUE(window.windows().window(windowid::settings));
 }
+
+TEST_F(ChatViewTest, theArrowKeysMoveTheEdgeOfTheSidebar) {
+    QWidget *edge = view.findChild<QSplitter *>()->handle(1);
+    EXPECT_EQ(spokenName(edge), u"Width of the sidebar"_s);
+    edge->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(edge, Qt::Key_Right);
+    EXPECT_EQ(view.sidebar()->width(), 248 + 16);
+    const QPoint middle = edge->geometry().center();
+    EXPECT_EQ(view.grab().toImage().pixel(middle), look.palette().accent.rgb()) << "it is seen";
+    for (int press = 0; press < 20; ++press)
+        QTest::keyClick(edge, Qt::Key_Left);
+    EXPECT_EQ(view.sidebar()->width(), style::sidebarMinimumWidth);
+    QTest::keyClick(edge, Qt::Key_Right);
+    EXPECT_EQ(view.sidebar()->width(), style::sidebarMinimumWidth + 16);
+}

@@ -236,3 +236,14 @@ TEST_F(PageInChatTest, aPanelThatHasGoneComesAgain) {
         EXPECT_EQ(view.screen()->width(), 1040 - 249);
     }
 }
+
+TEST_F(StillPageInChatTest, theArrowKeysMoveTheEdgeOfThePanel) {
+    openPage();
+    QWidget *edge = view.findChild<ChatColumns *>()->handle(panelEdge);
+    EXPECT_EQ(spokenName(edge), u"Width of the page"_s);
+    edge->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(edge, Qt::Key_Right);
+    EXPECT_EQ(panel()->width(), 900 - 16);
+    QTest::keyClick(edge, Qt::Key_Left);
+    EXPECT_EQ(panel()->width(), 900);
+}

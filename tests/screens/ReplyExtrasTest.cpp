@@ -186,7 +186,7 @@ TEST_F(ReplyExtrasTest, theAnswersOfANarrowCardGoOnAnotherLine) {
 
 TEST_F(ReplyExtrasTest, aCardIsHeardAsSuch) {
     show(PendingMemory{QUuid::createUuid(), QUuid(), u"Has a dog"_s});
-    EXPECT_EQ(spokenRole(part<ConsentCard>()), QAccessible::AlertMessage);
+    EXPECT_EQ(spokenRole(part<ConsentCard>()), QAccessible::Notification);
     EXPECT_EQ(spokenName(part<ConsentCard>()), u"Want me to remember this?\nHas a dog"_s);
     show(PendingSearch{QUuid::createUuid(), QUuid(), u"green tea"_s});
     EXPECT_EQ(spokenName(part<ConsentCard>()), u"Search the web?\ngreen tea"_s);

@@ -311,9 +311,9 @@ TEST_F(SidebarTest, aChatThatAnswersSaysSo) {
     };
     engine.answer(Script().content(u"Hel"_s).hold());
     app.chat().send(u"Hello!"_s);
-    EXPECT_EQ(description(), u"Answering"_s);
+    EXPECT_TRUE(description().startsWith(u"Answering, "_s)) << description().toStdString();
     app.chat().stop();
-    EXPECT_EQ(description(), QString());
+    EXPECT_FALSE(description().contains(u"Answering"_s));
 }
 
 TEST_F(SidebarTest, theListFollowsARunningTurn) {

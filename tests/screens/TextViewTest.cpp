@@ -4,6 +4,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QMenu>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -124,4 +125,21 @@ TEST_F(TextViewTest, aNarrowerPlaceTakesMoreHeight) {
     const int wide = view.heightForWidth(300);
     EXPECT_GT(view.heightForWidth(60), wide);
     EXPECT_EQ(view.layIn(300), wide);
+}
+
+TEST_F(TextViewTest, whatIsSelectedIsReadAsWellAsTheRest) {
+    TextView quiet(look, {.ink = TextView::Ink::secondary});
+    quiet.setText(u"one two\nthree four"_s);
+    quiet.resize(300, quiet.layIn(300));
+    EXPECT_EQ(pixelsOf(quiet.grab().toImage(), look.palette().ink), 0);
+    quiet.selectAll();
+    EXPECT_GT(pixelsOf(quiet.grab().toImage(), look.palette().ink), 0);
+}
+
+TEST_F(TextViewTest, aKeyOpensTheMenu) {
+    keys({{Qt::Key_A, Qt::ControlModifier}, {Qt::Key_F10, Qt::ShiftModifier}});
+    auto *menu = view.findChild<QMenu *>();
+    ASSERT_TRUE(menu && menu->isVisible());
+    EXPECT_TRUE(view.rect().contains(view.mapFromGlobal(menu->pos()) - QPoint(0, 1)));
+    EXPECT_EQ(menu->actions().first()->text(), u"Copy"_s);
 }

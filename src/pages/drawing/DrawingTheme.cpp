@@ -9,6 +9,8 @@
 
 namespace {
 
+constexpr double codeGroundOpacity = 0.07;
+
 constexpr int captionSize = 10;
 constexpr int leastCaption2Size = 9;
 constexpr int valueSize = 26;
@@ -102,6 +104,10 @@ const QString &DrawingTheme::familyOf(TextStep step) const {
 
 QColor DrawingTheme::shade(double opacity) const {
     return faded(primary, opacity);
+}
+
+QColor DrawingTheme::codeGround() const {
+    return shade(codeGroundOpacity);
 }
 
 QColor DrawingTheme::tint(QStringView name, const QColor &otherwise) const {

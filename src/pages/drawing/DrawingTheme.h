@@ -42,6 +42,8 @@ struct DrawingTheme {
 
     /// The primary colour at that opacity.
     QColor shade(double opacity) const;
+    /// Behind code that stands among words.
+    QColor codeGround() const;
     /// The colour that a block names, or `otherwise` if that is none.
     QColor tint(QStringView name, const QColor &otherwise) const;
 

@@ -1,10 +1,11 @@
 #pragma once
 
 #include <QColor>
+#include <QKeyEvent>
 #include <QPainter>
 #include <Qt>
 
-/// How the windows show where the keyboard is.
+/// How the windows show where the keyboard is, and what keys do everywhere.
 
 /// The ring's weight in device-independent pixels.
 inline constexpr int focusRingWeight = 2;
@@ -19,6 +20,11 @@ inline bool isKeyboardReason(Qt::FocusReason reason) {
 inline bool isPassing(Qt::FocusReason reason) {
     return reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason ||
            reason == Qt::MenuBarFocusReason;
+}
+
+/// True for the keys that open a menu where the keyboard is; the toolkit knows only the key made for that.
+inline bool opensMenu(const QKeyEvent &event) {
+    return event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier;
 }
 
 /// Draws the ring just inside `area`.

@@ -134,6 +134,8 @@ void SelectableWidget::keyPressEvent(QKeyEvent *event) {
         return copy();
     if (event->matches(QKeySequence::SelectAll))
         return selectAll();
+    if (opensMenu(*event))
+        return openMenu(content().caretAt(m_selection.caret).bottomLeft().toPoint());
     if (!moveCaret(*event))
         QWidget::keyPressEvent(event);
 }
@@ -174,10 +176,14 @@ void SelectableWidget::focusOutEvent(QFocusEvent *event) {
 }
 
 void SelectableWidget::contextMenuEvent(QContextMenuEvent *event) {
+    openMenu(event->pos());
+}
+
+void SelectableWidget::openMenu(const QPoint &place) {
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    fillMenu(*menu, event->pos());
-    menu->popup(event->globalPos());
+    fillMenu(*menu, place);
+    menu->popup(mapToGlobal(place));
 }
 
 void SelectableWidget::fillMenu(QMenu &menu, const QPoint &) {

@@ -68,6 +68,7 @@ protected:
 
 private:
     void dragTo(const QPointF &point);
+    void openMenu(const QPoint &place);
     bool moveCaret(const QKeyEvent &event);
     bool isTripleClick(const QMouseEvent &event) const;
 

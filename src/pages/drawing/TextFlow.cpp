@@ -161,7 +161,7 @@ double TextFlow::usedWidth() const {
 }
 
 void TextFlow::draw(QPainter &painter, const QRectF &clip, const TextSelection &selection,
-                    const QColor &selectionColor) const {
+                    const QColor &selectionColor, const QColor &selectedInk) const {
     for (const auto &piece : m_pieces) {
         if (piece->bottom() < clip.top())
             continue;
@@ -172,6 +172,7 @@ void TextFlow::draw(QPainter &painter, const QRectF &clip, const TextSelection &
         if (!part.isEmpty()) {
             QTextCharFormat format;
             format.setBackground(selectionColor);
+            format.setForeground(selectedInk);
             ranges.append({part.start(), part.end() - part.start(), format});
         }
         piece->layout.draw(&painter, {0, piece->top}, ranges, clip);

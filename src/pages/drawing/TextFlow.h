@@ -42,9 +42,10 @@ public:
     /// The width of the widest line.
     double usedWidth() const;
 
-    /// Draws what meets `clip`, with the painter's pen. What is selected gets that background.
+    /// Draws what meets `clip`, with the painter's pen. What is selected gets that background, and that ink
+    /// whatever its own is.
     void draw(QPainter &painter, const QRectF &clip, const TextSelection &selection,
-              const QColor &selectionColor) const;
+              const QColor &selectionColor, const QColor &selectedInk) const;
 
     /// The distance from the top to the baseline of the first line.
     double firstBaseline() const;

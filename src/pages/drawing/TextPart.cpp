@@ -12,7 +12,6 @@
 namespace {
 
 constexpr int leastCodeSize = 9;
-constexpr double codeGroundOpacity = 0.07;
 constexpr double codeGroundRadius = 3;
 constexpr double codeGroundReach = 2; ///< beyond the letters at both ends
 
@@ -122,7 +121,7 @@ void TextPart::draw(QPainter &painter, const QRectF &clip, const TextSelection &
     const QRectF inside = clip.translated(-m_origin);
     drawCodeGrounds(painter, inside);
     painter.setPen(m_setting.color.isValid() ? m_setting.color : m_theme.primary);
-    m_flow.draw(painter, inside, selection, m_theme.selection);
+    m_flow.draw(painter, inside, selection, m_theme.selection, m_theme.primary);
     painter.translate(-m_origin);
 }
 
@@ -130,7 +129,7 @@ void TextPart::drawCodeGrounds(QPainter &painter, const QRectF &clip) const {
     if (m_codes.isEmpty())
         return;
     painter.setPen(Qt::NoPen);
-    painter.setBrush(m_theme.shade(codeGroundOpacity));
+    painter.setBrush(m_theme.codeGround());
     painter.setRenderHint(QPainter::Antialiasing);
     const int first = m_flow.positionAt({0, clip.top()});
     const auto isBefore = [](const TextSelection &code, int place) { return code.end() <= place; };

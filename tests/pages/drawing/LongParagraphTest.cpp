@@ -174,7 +174,7 @@ TEST(LongParagraphTest, aSelectionAcrossPiecesHasOneGround) {
         QImage image(expected.size(), expected.format());
         image.fill(Qt::white);
         QPainter painter(&image);
-        flow.draw(painter, image.rect(), selection, Qt::yellow);
+        flow.draw(painter, image.rect(), selection, Qt::yellow, Qt::black);
         painter.end();
         EXPECT_EQ(image, expected);
     }

@@ -29,7 +29,7 @@ protected:
         QImage image(int(width), int(flow.height()) + 40, QImage::Format_RGB32);
         image.fill(Qt::white);
         QPainter painter(&image);
-        flow.draw(painter, image.rect(), selection, Qt::yellow);
+        flow.draw(painter, image.rect(), selection, Qt::yellow, Qt::black);
         return image;
     }
 
