@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -32,6 +33,14 @@ QDBusConnection accessibilityBus() {
     const QString name = u"accessibility"_s;
     return address.isEmpty() ? QDBusConnection(name)
                              : QDBusConnection::connectToBus(address.first().toString(), name);
+}
+
+bool isControl(AccessibleRole role) {
+    constexpr std::array controls{
+        AccessibleRole::checkBox,    AccessibleRole::comboBox,   AccessibleRole::listItem,
+        AccessibleRole::link,        AccessibleRole::menuItem,   AccessibleRole::pushButton,
+        AccessibleRole::radioButton, AccessibleRole::spinButton, AccessibleRole::text};
+    return std::find(controls.begin(), controls.end(), role) != controls.end();
 }
 
 /// An array of (bus name, object path).
@@ -214,12 +223,56 @@ bool AccessibleWindow::visit(const QString &path, const std::function<Walk(const
         // What isn't showing has no part that is.
         if (!isShowing(child))
             continue;
-        const Item item{child, property(child, accessible, u"Name"_s).toString(),
-                        AccessibleRole(call(child, accessible, u"GetRole"_s).value(0).toUInt())};
+        const Item item = itemAt(child);
         if (visitor(item) == Walk::end || !visit(child, visitor))
             return false;
     }
     return true;
+}
+
+AccessibleWindow::Item AccessibleWindow::itemAt(const QString &path) {
+    return {path, property(path, accessible, u"Name"_s).toString(),
+            AccessibleRole(call(path, accessible, u"GetRole"_s).value(0).toUInt())};
+}
+
+QString AccessibleWindow::nameOfFocus() {
+    QString name;
+    visit(root, [&](const Item &item) {
+        // The current item of a list says so wherever the keyboard is; the list itself knows better.
+        if (item.role == AccessibleRole::listItem || (statesOf(item.path) & focused) == 0)
+            return Walk::goOn;
+        name = item.name;
+        return Walk::end;
+    });
+    return name;
+}
+
+SpokenItem AccessibleWindow::contents() {
+    SpokenItem all;
+    if (connectToProgram())
+        fill(all, root);
+    return all;
+}
+
+void AccessibleWindow::fill(SpokenItem &item, const QString &path) {
+    for (const QString &child : childrenOf(path)) {
+        if (!isShowing(child))
+            continue;
+        const Item found = itemAt(child);
+        SpokenItem inner{.role = QString::number(quint32(found.role)),
+                         .name = found.name,
+                         .description = property(child, accessible, u"Description"_s).toString(),
+                         .takesFocus = (statesOf(child) & focusable) != 0};
+        fill(inner, child);
+        // Lists of a text and the rows of the messages are to be read.
+        inner.isControl =
+            isControl(found.role) && (found.role != AccessibleRole::listItem || inner.takesFocus);
+        item.items.append(inner);
+    }
+}
+
+std::unique_ptr<AccessibleNotices> AccessibleWindow::notices() {
+    return connectToProgram() ? std::make_unique<AccessibleNotices>(m_bus, m_service) : nullptr;
 }
 
 quint32 AccessibleWindow::statesOf(const QString &path) {

@@ -1,19 +1,27 @@
 #pragma once
 
+#include "e2e/AccessibleNotices.h"
+#include "support/SpokenItem.h"
+
 #include <QDBusConnection>
 #include <QString>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 /// What an object of a window is, in the numbers of AT-SPI's AtspiRole.
 enum class AccessibleRole : quint32 {
     checkBox = 7,
+    comboBox = 11,
     label = 29,
     listItem = 32,
+    menuItem = 35,
     pushButton = 43,
     radioButton = 44,
-    text = 61
+    spinButton = 52,
+    text = 61,
+    link = 88
 };
 
 /// Another program's window, read and driven as assistive technology does it: by AT-SPI over the
@@ -65,6 +73,15 @@ public:
     /// True if the field of that name is showing, and has the keyboard.
     bool hasFocus(const QString &name);
 
+    /// What has the keyboard, by name, of a list the list itself; empty if nothing has it.
+    QString nameOfFocus();
+
+    /// Everything that is showing, as it is read aloud.
+    SpokenItem contents();
+
+    /// What the program tells from now on.
+    std::unique_ptr<AccessibleNotices> notices();
+
     /// Types a text, or the key with that X11 keysym, into the window that has the keyboard.
     bool type(const QString &text);
     bool typeKey(int keysym);
@@ -82,12 +99,15 @@ private:
 
     /// States of an object, in the bits of AT-SPI's AtspiStateType.
     static constexpr quint32 checked = 1u << 4;
+    static constexpr quint32 focusable = 1u << 11;
     static constexpr quint32 focused = 1u << 12;
     static constexpr quint32 selected = 1u << 23;
     static constexpr quint32 showing = 1u << 25;
 
     bool connectToProgram();
     bool visit(const QString &path, const std::function<Walk(const Item &)> &visitor);
+    Item itemAt(const QString &path);
+    void fill(SpokenItem &item, const QString &path);
     std::optional<Item> find(const QString &name, AccessibleRole role);
     bool isShowing(const QString &path) { return (statesOf(path) & showing) != 0; }
     quint32 statesOf(const QString &path);

@@ -40,6 +40,11 @@ protected:
 
     bool shows(const QString &text) { return window().waitFor(text, AccessibleRole::label); }
 
+    void expectNoFaults() {
+        const QStringList faults = faultsOf(window().contents());
+        EXPECT_TRUE(faults.isEmpty()) << faults.join(u'\n').toStdString();
+    }
+
     /// Presses a button as soon as it shows.
     bool press(const QString &name) {
         return window().waitFor(name, AccessibleRole::pushButton) && window().press(name);
@@ -50,6 +55,7 @@ protected:
         server.setManner({.holdAt = model.size() / 2});
         ASSERT_TRUE(program.start());
         ASSERT_TRUE(shows(u"Free. Private. Works offline."_s)) << program.output().toStdString();
+        expectNoFaults();
         ASSERT_TRUE(press(u"Get started"_s));
         ASSERT_TRUE(eventually([this] { return partialSize() == model.size() / 2; }));
     }
@@ -70,6 +76,7 @@ protected:
 TEST_F(WindowFirstStart, fromTheWelcomeToAReplyWithAPauseOnTheWay) {
     downloadHalf();
     EXPECT_TRUE(shows(u"Setting up Ostrelin for your Mac · 5 MB"_s));
+    expectNoFaults();
     ASSERT_TRUE(press(u"Pause"_s));
     ASSERT_TRUE(window().waitFor(u"Resume"_s, AccessibleRole::pushButton));
     EXPECT_TRUE(eventually([this] { return server.openConnections() == 0; }));
