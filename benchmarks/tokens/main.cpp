@@ -26,7 +26,7 @@ constexpr char hiddenName[] = "tokens, window hidden (peer: bare socket)";
 constexpr char visibleName[] = "tokens, window visible (peer: bare socket)";
 constexpr int contextLength = 1536;
 constexpr int fewestRounds = 5;
-constexpr qint64 enoughMilliseconds = 20'000;
+constexpr qint64 enoughMilliseconds = 45'000;
 
 const QString question = u"Tell me about your garden."_s;
 
