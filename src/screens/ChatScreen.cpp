@@ -213,14 +213,12 @@ void ChatScreen::offerEnd() {
 }
 
 void ChatScreen::tellEnd(const ChatScreenModel &before) {
-    const auto isWritten = [](const ChatScreenModel &model) {
-        return !model.rows.isEmpty() && model.rows.last().isStreaming;
-    };
-    const bool isSame = before.conversationID == m_model.conversationID && !m_model.rows.isEmpty();
-    if (!isSame || isWritten(m_model))
+    const MessageRowModel last = m_model.rows.value(m_model.rows.size() - 1);
+    const MessageRowModel lastBefore = before.rows.value(before.rows.size() - 1);
+    if (before.conversationID != m_model.conversationID || lastBefore.id != last.id)
         m_notice->say({});
-    else if (isWritten(before) && m_model.rows.last().hasActions() && !m_model.rows.last().extras.asks())
-        m_notice->say(u"Ostrelin has answered."_s);
+    else if (lastBefore.isStreaming && last.hasActions() && !last.extras.asks())
+        m_notice->say(u"The reply has ended."_s);
 }
 
 void ChatScreen::goToEnd() {

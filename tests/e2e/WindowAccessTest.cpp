@@ -81,7 +81,7 @@ TEST_F(WindowAccess, theEndOfAReplyIsTold) {
     startProgram();
     const std::unique_ptr<AccessibleNotices> notices = window().notices();
     send(suggestion);
-    EXPECT_TRUE(notices->waitFor(u"Ostrelin has answered."_s));
+    EXPECT_TRUE(notices->waitFor(u"The reply has ended."_s));
     ASSERT_TRUE(tabTo(u"Copy"_s));
     ASSERT_TRUE(window().typeKey(spaceKey));
     EXPECT_TRUE(notices->waitFor(u"Copied"_s));

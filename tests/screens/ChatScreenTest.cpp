@@ -433,14 +433,15 @@ TEST_F(UpgradeTest, theOfferedModelIsDownloaded) {
 }
 
 TEST_F(ChatScreenTest, theEndOfAReplyIsTold) {
-    engine.answer(Script::reply({u"Hello."_s}));
+    engine.answer(Script().content(u"Hel"_s).hold());
     type(u"Hi"_s);
     pressReturn();
+    ASSERT_TRUE(eventually([this] { return shownTexts().contains(u"Hel"_s); }));
     EXPECT_EQ(notice(), QString());
+    app.chat().stop();
     finishTurn();
-    EXPECT_EQ(notice(), u"Ostrelin has answered."_s);
+    EXPECT_EQ(notice(), u"The reply has ended."_s);
     EXPECT_EQ(spokenRole(screen.findChild<SpokenNotice *>()), QAccessible::Notification);
-    engine.answer(Script().content(u"Hel"_s).hold());
     type(u"And?"_s);
     pressReturn();
     EXPECT_EQ(notice(), QString()) << "it is about the reply before";
