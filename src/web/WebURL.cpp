@@ -16,16 +16,26 @@ qsizetype authorityLength(QStringView text) {
            rest.begin();
 }
 
+bool isFarTooLong(QStringView text) {
+    // A host has 255 bytes; QUrl's time for one grows with the square of its combining marks.
+    constexpr qsizetype longestAuthority = 4'000;
+    return authorityLength(text) > longestAuthority;
+}
+
+/// Whether the text that QUrl makes of `url` is one too. Behind the "%" of an IPv6 address it takes what it
+/// refuses there, and in the text each character may have become nine.
+bool canBeReadAgain(const QUrl &url) {
+    const QByteArray encoded = url.toEncoded();
+    return !isFarTooLong(QString::fromLatin1(encoded)) && QUrl::fromEncoded(encoded).isValid();
+}
+
 } // namespace
 
 std::optional<QUrl> parseURL(const QString &text) {
-    // A host has 255 bytes; QUrl's time for one grows with the square of its combining marks.
-    constexpr qsizetype longestAuthority = 4'000;
-    if (authorityLength(text) > longestAuthority)
+    if (isFarTooLong(text))
         return std::nullopt;
     const QUrl url(text);
-    // Behind the "%" of an IPv6 address QUrl takes what it refuses in the very text that it makes of it.
-    return url.isValid() && QUrl::fromEncoded(url.toEncoded()).isValid() ? std::optional(url) : std::nullopt;
+    return url.isValid() && canBeReadAgain(url) ? std::optional(url) : std::nullopt;
 }
 
 QString normalizeFetchURL(const QString &text) {

@@ -61,10 +61,12 @@ TEST(ParsedURL, whatMayNotStandInOneIsEncoded) {
 }
 
 TEST(ParsedURL, whatCouldNotBeReadAgainIsNone) {
-    const QString text = u"http://[::%\uFFFD]ff:10\u0004.0.0.1]:"_s;
-    ASSERT_TRUE(QUrl(text).isValid());
-    EXPECT_FALSE(parseURL(text));
-    EXPECT_EQ(normalizeFetchURL(text), text);
+    for (const QString &text :
+         {u"http://[::%\uFFFD]ff:10\u0004.0.0.1]:"_s, u"a//"_s + QString(500, u'\uFFFD')}) {
+        ASSERT_TRUE(QUrl(text).isValid());
+        EXPECT_FALSE(parseURL(text));
+        EXPECT_EQ(normalizeFetchURL(text), text);
+    }
 }
 
 TEST(ParsedURL, aHostOfAMegabyteIsNone) {
