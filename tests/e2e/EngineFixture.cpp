@@ -37,7 +37,7 @@ void EngineFixture::start(qint64 contextLength) {
 
 void EngineFixture::say(const QString &text) {
     chat->send(text);
-    ASSERT_TRUE(eventually([this] { return !chat->isGenerating(); }, 30'000)) << "the turn didn't end";
+    ASSERT_TRUE(eventually([this] { return !chat->isGenerating(); }, 90'000)) << "the turn didn't end";
 }
 
 void EngineFixture::startEndless() {

@@ -51,7 +51,7 @@ TEST_F(WindowReply, theStopButtonEndsTheReplyAndTheEngineRests) {
     ASSERT_TRUE(waitForText());
     ASSERT_TRUE(window().press(u"Stop generating"_s)) << "the reply was over before it could be stopped";
     ASSERT_TRUE(program.waitForReply(1000));
-    EXPECT_TRUE(comesToRest(engine, 1000)) << "the engine goes on with a reply that nobody reads";
+    EXPECT_TRUE(comesToRest(engine, 10'000)) << "the engine goes on with a reply that nobody reads";
     EXPECT_FALSE(window().said(u"Ostrelin"_s).value(0).isEmpty());
 }
 
