@@ -1,5 +1,6 @@
 #include "screens/DateTimeField.h"
 
+#include "screens/FieldFrame.h"
 #include "screens/Icon.h"
 #include "screens/Look.h"
 #include "screens/Style.h"
@@ -113,15 +114,8 @@ void DateTimeField::takeLookInCalendar() {
 
 void DateTimeField::paintEvent(QPaintEvent *) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const Palette &palette = m_look.palette();
-    painter.setBrush(palette.surface);
-    painter.setPen(QPen(palette.livelyEdge(), style::hairline));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), style::radiusButton,
-                            style::radiusButton);
+    drawFieldFrame(painter, rect(), m_look.palette(), hasFocus());
     drawArrows(painter);
-    if (hasFocus())
-        drawRing(painter, rect(), style::radiusButton, palette.accent);
 }
 
 void DateTimeField::wheelEvent(QWheelEvent *event) {

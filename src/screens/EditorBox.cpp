@@ -1,5 +1,6 @@
 #include "screens/EditorBox.h"
 
+#include "screens/FieldFrame.h"
 #include "screens/Look.h"
 #include "screens/Style.h"
 #include "screens/TextEditor.h"
@@ -22,14 +23,7 @@ EditorBox::EditorBox(const Look &look, TextEditor *editor, QWidget *parent)
 
 void EditorBox::paintEvent(QPaintEvent *) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const Palette &palette = m_look.palette();
-    painter.setBrush(palette.surface);
-    painter.setPen(QPen(palette.livelyEdge(), style::hairline));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), style::radiusButton,
-                            style::radiusButton);
-    if (m_editor->hasFocus())
-        drawRing(painter, rect(), style::radiusButton, palette.accent);
+    drawFieldFrame(painter, rect(), m_look.palette(), m_editor->hasFocus());
 }
 
 bool EditorBox::eventFilter(QObject *watched, QEvent *event) {

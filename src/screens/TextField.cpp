@@ -1,5 +1,6 @@
 #include "screens/TextField.h"
 
+#include "screens/FieldFrame.h"
 #include "screens/Look.h"
 #include "screens/Style.h"
 
@@ -18,14 +19,7 @@ TextField::TextField(const Look &look, const QString &name, QWidget *parent)
 
 void TextField::paintEvent(QPaintEvent *event) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const Palette &palette = m_look.palette();
-    painter.setBrush(palette.surface);
-    painter.setPen(QPen(palette.livelyEdge(), style::hairline));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), style::radiusButton,
-                            style::radiusButton);
-    if (hasFocus())
-        drawRing(painter, rect(), style::radiusButton, palette.accent);
+    drawFieldFrame(painter, rect(), m_look.palette(), hasFocus());
     painter.end();
     QLineEdit::paintEvent(event);
 }
