@@ -60,10 +60,10 @@ QString descriptionOf(const std::exception &error) {
 
 void AppState::resolveModel() {
     cancelWork();
+    // While the start is under way nothing is known of models and machine yet; it leads here at its end.
     if (m_start == Start::failed)
         beginStart();
-    else if (m_start ==
-             Start::underWay) // nothing is known of models and machine yet; it leads here at its end
+    else if (m_start == Start::underWay)
         setPhase(phase::Checking{});
     else
         m_resolveTask.start([this](std::stop_token stop) { return resolve(stop); });
