@@ -17,7 +17,8 @@ namespace {
 /// is what they see.
 QString inFull(QString text) {
     for (qsizetype place = 0; place < text.size(); ++place) {
-        const bool isPair = text.at(place).isHighSurrogate() && place + 1 < text.size();
+        const bool isPair = text.at(place).isHighSurrogate() && place + 1 < text.size() &&
+                            text.at(place + 1).isLowSurrogate();
         const char32_t letter = isPair ? QChar::surrogateToUcs4(text.at(place), text.at(place + 1))
                                        : char32_t(text.at(place).unicode());
         const bool isJoiner = letter == 0x200C || letter == 0x200D;

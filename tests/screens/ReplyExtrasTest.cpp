@@ -208,6 +208,14 @@ TEST_F(ReplyExtrasTest, nothingIsHiddenInWhatIsAgreedTo) {
     EXPECT_EQ(texts().last(), u"a\uFFFDb\uFFFDc\uFFFDd\u200De"_s);
 }
 
+TEST_F(ReplyExtrasTest, halfACharacterHidesNothingBehindIt) {
+    const QString fact =
+        u"a"_s + QChar(0xD83D) + u"\u202Eb"_s + QChar(0xDE00) + u"\u202Ec\u202E"_s + QChar(0xD83D);
+    show(PendingMemory{QUuid::createUuid(), QUuid(), fact});
+    EXPECT_FALSE(texts().last().contains(QChar(0x202E)));
+    EXPECT_EQ(texts().last().count(QChar::ReplacementCharacter), 3);
+}
+
 TEST_F(ReplyExtrasTest, aDoubleClickIsOneAnswer) {
     show(PendingMemory{QUuid::createUuid(), QUuid(), u"Has a dog"_s});
     QSignalSpy answers(&row, &MessageRow::memoryAnswered);
