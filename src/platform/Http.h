@@ -14,7 +14,8 @@
 
 /// The one door through which every HTTP request of the program leaves. Requests run on a network
 /// thread of their own. No cookies are kept or sent and nothing is cached; a loopback address is
-/// never reached through a proxy; a request is sent once, also when the server hangs up on it.
+/// never reached through a proxy; a request is sent once, also when the server hangs up on it. Of what its
+/// reader never sees, such as the bodies of redirects, a million bytes may come.
 
 struct HttpRequest {
     /// What becomes of an answer that sends the reader elsewhere. A request that follows takes its headers
@@ -60,7 +61,7 @@ public:
         badAddress,       ///< the address is none of http or https
         tooManyRedirects, ///< the server sends the reader in circles
         badAnswer,        ///< the answer isn't HTTP
-        tooLong,          ///< the body is longer than the request allows
+        tooLong,          ///< the body is longer than the request allows, or too much comes that isn't read
         other,            ///< none of these
     };
 

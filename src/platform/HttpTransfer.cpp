@@ -17,6 +17,10 @@ constexpr int firstRedirect = 300;
 constexpr int firstRefusal = 400;
 constexpr long mostRedirects = 20;
 
+/// How many more bytes may come than the receiver is given. Without such a limit a server could go on for
+/// ever with heads, bodies of redirects, and compressed blocks of nothing.
+constexpr qint64 mostUnread = 1'000'000;
+
 /// The hosts that are never reached through a proxy: the loopback, and whom the environment names.
 QByteArray hostsWithoutProxy() {
     QByteArray named = qgetenv("no_proxy");
@@ -110,6 +114,7 @@ void HttpTransfer::setHeaders() {
 size_t HttpTransfer::takeHeader(char *bytes, size_t size, size_t count, void *self) {
     auto &transfer = *static_cast<HttpTransfer *>(self);
     const size_t length = size * count;
+    transfer.m_received += static_cast<qint64>(length);
     QByteArrayView line(bytes, static_cast<qsizetype>(length));
     while (line.endsWith('\n') || line.endsWith('\r'))
         line.chop(1);
@@ -122,9 +127,8 @@ void HttpTransfer::takeHeaderLine(QByteArrayView line) {
     m_lastActivity = std::chrono::steady_clock::now();
     if (line.startsWith("HTTP/"))
         m_leadsElsewhere = false;
-    if (line.size() > location.size() &&
-        line.first(location.size()).compare(location, Qt::CaseInsensitive) == 0)
-        m_leadsElsewhere = true;
+    if (line.first(std::min(line.size(), location.size())).compare(location, Qt::CaseInsensitive) == 0)
+        m_leadsElsewhere = m_leadsElsewhere || !line.sliced(location.size()).trimmed().isEmpty();
     if (!line.isEmpty())
         return;
     long status = 0;
@@ -143,6 +147,7 @@ size_t HttpTransfer::takeBody(char *bytes, size_t size, size_t count, void *self
     transfer.m_isHeld = next == HttpReceiver::Next::hold;
     if (transfer.m_isHeld)
         return CURL_WRITEFUNC_PAUSE;
+    transfer.m_read += static_cast<qint64>(length);
     return transfer.m_isHungUp ? 0 : length;
 }
 
@@ -150,7 +155,14 @@ int HttpTransfer::takeProgress(void *self, qint64, qint64 down, qint64, qint64 u
     auto &transfer = *static_cast<HttpTransfer *>(self);
     if (std::exchange(transfer.m_moved, down + up) != down + up)
         transfer.m_lastActivity = std::chrono::steady_clock::now();
-    return 0;
+    // Each answer on the way counts from nothing.
+    const qint64 before = std::exchange(transfer.m_down, down);
+    transfer.m_received += down < before ? down : down - before;
+    return transfer.isTooMuchUnread() ? 1 : 0;
+}
+
+bool HttpTransfer::isTooMuchUnread() const {
+    return m_received - m_read > mostUnread;
 }
 
 void HttpTransfer::goOn() {
@@ -173,6 +185,8 @@ HttpError::Reason HttpTransfer::reasonOf(int code) const {
     case CURLE_COULDNT_RESOLVE_HOST:
     case CURLE_COULDNT_RESOLVE_PROXY:
         return hasNetwork() ? HttpError::Reason::unknownHost : HttpError::Reason::notConnected;
+    case CURLE_ABORTED_BY_CALLBACK:
+        return HttpError::Reason::tooLong;
     case CURLE_OPERATION_TIMEDOUT:
         return HttpError::Reason::timedOut;
     case CURLE_SSL_CONNECT_ERROR:

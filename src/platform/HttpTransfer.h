@@ -46,6 +46,7 @@ private:
     void setBody();
     void setHeaders();
     void takeHeaderLine(QByteArrayView line);
+    bool isTooMuchUnread() const;
     bool wasSent() const;
     HttpError::Reason reasonOfNoConnection() const;
 
@@ -57,6 +58,9 @@ private:
     const Moment m_start = std::chrono::steady_clock::now();
     Moment m_lastActivity = m_start;
     qint64 m_moved = 0;
+    qint64 m_down = 0;     ///< bytes of the present answer's body, as they come
+    qint64 m_received = 0; ///< bytes that have come, with the heads and with every answer before the present
+    qint64 m_read = 0;     ///< bytes that the receiver has taken
     bool m_leadsElsewhere = false; ///< the head that is arriving has a Location
     bool m_isHeld = false;
     bool m_isHungUp = false;

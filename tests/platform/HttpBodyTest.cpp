@@ -2,6 +2,9 @@
 #include "support/Await.h"
 #include "support/ScriptedEngine.h"
 
+#include <algorithm>
+#include <random>
+
 using namespace Qt::StringLiterals;
 
 // Which bodies are read, how far, and how they come.
@@ -92,6 +95,16 @@ TEST(FetchedBody, thatBreaksOffBeforeItsLimitIsAFailure) {
     EXPECT_EQ(failureOf(cutting(server, 5)), HttpError::Reason::lost);
 }
 
+TEST(FetchedBody, withLinesBehindItWithoutEndIsAFailure) {
+    ScriptedEngine server;
+    server.answer(Script::plain(200)
+                      .header("Transfer-Encoding", "chunked")
+                      .raw("4\r\nbody\r\n0\r\n")
+                      .repeat(QByteArray("X-More: x\r\n").repeated(2'000)));
+    EXPECT_EQ(failureOf(get(server)), HttpError::Reason::tooLong);
+    EXPECT_TRUE(eventually([&] { return server.openConnections() == 0; }));
+}
+
 TEST(Compression, isNeitherAskedForNorUndoneByItself) {
     ScriptedEngine server;
     server.answer(Script(200).header("Content-Encoding", "deflate").raw(deflated("plain")));
@@ -119,6 +132,29 @@ TEST(Compression, ofMuchIntoLittleIsMeasuredByWhatItWas) {
     request.longBody = HttpRequest::LongBody::isCut;
     EXPECT_EQ(await(fetch(request, {})).body, QByteArray(2'000'000, '0'));
     EXPECT_TRUE(eventually([&] { return server.openConnections() == 0; }));
+}
+
+TEST(Compression, ofNothingWithoutEndIsAFailure) {
+    // What begins a stream as zlib has it, and a block of no bytes (RFC 1951, 3.2.4).
+    const QByteArray beginning("\x78\x01");
+    const QByteArray emptyBlock("\0\0\0\xFF\xFF", 5);
+    ScriptedEngine server;
+    server.answer(
+        Script(200).header("Content-Encoding", "deflate").raw(beginning).repeat(emptyBlock.repeated(4'000)));
+    HttpRequest request = decompressing(server);
+    EXPECT_EQ(failureOf(request), HttpError::Reason::tooLong);
+    request.longBody = HttpRequest::LongBody::isCut;
+    EXPECT_EQ(failureOf(request), HttpError::Reason::tooLong);
+    EXPECT_TRUE(eventually([&] { return server.openConnections() == 0; }));
+}
+
+TEST(Compression, thatMakesABodyLongerIsUndoneToo) {
+    QByteArray noise(2'000'000, '\0');
+    std::mt19937 random;
+    std::generate(noise.begin(), noise.end(), [&] { return static_cast<char>(random()); });
+    ScriptedEngine server;
+    server.answer(Script(200).header("Content-Encoding", "deflate").raw(deflated(noise)));
+    EXPECT_TRUE(await(fetch(decompressing(server), {})).body == noise);
 }
 
 TEST(Compression, thatIsBrokenOrUnknownIsAFailure) {

@@ -1,4 +1,4 @@
-#include "platform/Http.h"
+#include "platform/BlockingAnswer.h"
 #include "support/Await.h"
 #include "support/EnvironmentVariable.h"
 #include "support/ScriptedEngine.h"
@@ -129,7 +129,42 @@ TEST(Redirects, thatNameNoPlaceAreAnswers) {
         ScriptedEngine server;
         server.answer(Script(status));
         EXPECT_EQ(await(fetchStatus(following(server.url()), {})), status);
+        server.answer(Script(status).header("Location", " \t "));
+        EXPECT_EQ(await(fetchStatus(following(server.url()), {})), status) << "a place of blanks";
     }
+}
+
+TEST(Redirects, thatNameNoPlaceAreToldToWhoWaitsForThem) {
+    ScriptedEngine server;
+    server.answer(Script(302).header("Location", " ").raw("not here").hold());
+    BlockingAnswer answer(following(server.url()), {});
+    EXPECT_EQ(answer.status(), 302);
+}
+
+TEST(Redirects, withABodyWithoutAnEndAreAFailure) {
+    ScriptedEngine last;
+    last.answer(Script(200).raw("here"));
+    ScriptedEngine first;
+    first.answer(redirect(last.url()).repeat(QByteArray(20'000, 'x')));
+    EXPECT_EQ(failureOf(following(first.url())), HttpError::Reason::tooLong);
+    EXPECT_TRUE(eventually([&] { return first.openConnections() == 0; }));
+    EXPECT_TRUE(last.requests().isEmpty());
+}
+
+TEST(Redirects, mayAllHaveABody) {
+    ScriptedEngine last;
+    last.answer(Script(200).raw(QByteArray(2'000'000, 'x')));
+    ScriptedEngine first;
+    first.answer(Script(302).header("Location", "/on").raw(QByteArray(400'000, 'x')));
+    first.answer(redirect(last.url()).raw(QByteArray(400'000, 'x')));
+    EXPECT_EQ(await(fetch(following(first.url()), {})).body.size(), 2'000'000);
+}
+
+TEST(Redirects, withLargeBodiesInARowAreAFailure) {
+    ScriptedEngine server;
+    server.answer(Script(302).header("Location", "/on").raw(QByteArray(400'000, 'x')));
+    EXPECT_EQ(failureOf(following(server.url())), HttpError::Reason::tooLong);
+    EXPECT_LE(server.requests().size(), 3);
 }
 
 TEST(Redirects, aPlaceInAnAnswerThatIsNoRedirectIsNotFollowed) {

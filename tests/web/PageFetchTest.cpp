@@ -158,6 +158,12 @@ TEST_F(PageFetchTest, aPageThatMovesForEverOrOutOfTheWebIsNotOpened) {
     EXPECT_EQ(textOf(Script(302).header("Location", "ftp://e.test/")), notOpened);
 }
 
+TEST_F(PageFetchTest, aPageThatNeverEndsSayingThatItHasMovedIsNotOpened) {
+    serve(u"http://203.0.113.7/there"_s, Script(200).raw("text"));
+    EXPECT_EQ(textOf(Script(302).header("Location", "/there").repeat(QByteArray(20'000, 'x'))), notOpened);
+    EXPECT_TRUE(eventually([&] { return m_web.openConnections() == 0; }));
+}
+
 TEST_F(PageFetchTest, aConnectionThatBreaksIsNotOpened) {
     EXPECT_EQ(textOf(Script::hangUp()), notOpened);
     EXPECT_EQ(textOf(Script(200).raw("text").drop()), notOpened);
