@@ -1,6 +1,7 @@
 #include "platform/HttpTransfer.h"
 
 #include "platform/NetworkState.h"
+#include "platform/PrivateSocket.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -28,6 +29,10 @@ QByteArray hostsWithoutProxy() {
         named = qgetenv("NO_PROXY");
     // A star counts only where it stands alone.
     return named.trimmed() == "*" ? "*" : "localhost,127.0.0.0/8,::1," + named;
+}
+
+curl_socket_t openSocket(void *, curlsocktype, curl_sockaddr *address) {
+    return openPrivateSocket(address->family, address->socktype, address->protocol);
 }
 
 } // namespace
@@ -80,6 +85,7 @@ void HttpTransfer::setRoute() {
 }
 
 void HttpTransfer::setCallbacks() {
+    curl_easy_setopt(m_handle, CURLOPT_OPENSOCKETFUNCTION, openSocket);
     curl_easy_setopt(m_handle, CURLOPT_HEADERFUNCTION, takeHeader);
     curl_easy_setopt(m_handle, CURLOPT_HEADERDATA, this);
     curl_easy_setopt(m_handle, CURLOPT_WRITEFUNCTION, takeBody);

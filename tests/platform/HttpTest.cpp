@@ -3,6 +3,10 @@
 #include "support/Await.h"
 #include "support/ScriptedEngine.h"
 
+#include <QProcess>
+
+#include <csignal>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -86,6 +90,20 @@ TEST(Fetch, aStopIsACancellationAndClosesTheConnection) {
     ASSERT_TRUE(eventually([&] { return server.openConnections() == 1; }));
     stop.request_stop();
     EXPECT_TRUE(eventually([&] { return cancelled && server.openConnections() == 0; }));
+}
+
+TEST(Fetch, noProgramThatIsStartedMeanwhileHoldsTheConnectionOpen) {
+    ScriptedEngine server;
+    server.answer(Script(200).raw("a").hold());
+    std::stop_source stop;
+    Task<HttpResponse> task = fetch(get(server), stop.get_token());
+    EXPECT_TRUE(eventually([&] { return server.requests().size() == 1; }));
+    qint64 other = 0;
+    ASSERT_TRUE(QProcess::startDetached(u"sleep"_s, {u"60"_s}, {}, &other));
+    stop.request_stop();
+    EXPECT_THROW(await(std::move(task)), Cancelled);
+    EXPECT_TRUE(eventually([&] { return server.openConnections() == 0; }));
+    EXPECT_EQ(::kill(static_cast<pid_t>(other), SIGKILL), 0) << "it has been there all the while";
 }
 
 TEST(Fetch, aCutAnswerIsAFailure) {
