@@ -1,7 +1,6 @@
 #include "core/AppState.h"
 
 #include "conversation/TurnServices.h"
-#include "core/BundleLocation.h"
 #include "core/ProcessRole.h"
 #include "engine/EngineProcessBox.h"
 #include "platform/AtomicFile.h"
@@ -71,10 +70,14 @@ Task<> AppState::start(std::stop_token stop) {
     setPhase(phase::Checking{});
     // First of all, so that no change of theirs writes over what a start that fails here would have left
     // unread.
-    publish(m_memory, readMemory(), &AppState::memoryChanged);
-    publish(m_settings, loadSettings(), &AppState::settingsChanged);
+    const Settings keptSettings = loadSettings();
+    takeOver(keptSettings, readMemory());
     try {
         ensureFolders();
+        if (m_settings != keptSettings)
+            ::saveSettings(m_settings);
+        if (m_isMemoryUnsaved)
+            saveMemory(m_memory);
     } catch (const FileError &) {
         m_start = Start::failed;
         setPhase(phase::Error{u"Ostrelin couldn't create its folder."_s, false});
@@ -94,7 +97,8 @@ Task<> AppState::start(std::stop_token stop) {
     if (stop.stop_requested())
         co_return;
     publish(m_report, report, &AppState::reportChanged);
-    publish(m_needsMoveToApplications, isInTemporaryLocation(), &AppState::needsMoveToApplicationsChanged);
+    publish(m_needsMoveToApplications, m_machine.isInTemporaryLocation(),
+            &AppState::needsMoveToApplicationsChanged);
 
     m_start = Start::decided;
     if (!m_report.isAppleSilicon || m_report.isRosetta)
@@ -105,6 +109,17 @@ Task<> AppState::start(std::stop_token stop) {
         resolveModel();
     else if (!isIn<phase::NeedsInitialization>(m_phase)) // as after everything was deleted meanwhile
         setPhase(phase::Welcome{});
+}
+
+void AppState::takeOver(const Settings &settings, const QString &memory) {
+    // A start that begins anew finds what was changed while there was no folder. Settings that were kept tell
+    // more than that; of the memory neither is lost.
+    if (settings != Settings())
+        publish(m_settings, settings, &AppState::settingsChanged);
+    if (!m_isMemoryUnsaved)
+        publish(m_memory, memory, &AppState::memoryChanged);
+    else if (!m_memory.contains(memory))
+        publish(m_memory, memory + u'\n' + m_memory, &AppState::memoryChanged);
 }
 
 void AppState::finishWelcome() {

@@ -3,6 +3,7 @@
 #include "conversation/ChatController.h"
 #include "conversation/ChatHost.h"
 #include "core/AppPhase.h"
+#include "core/BundleLocation.h"
 #include "core/MachineReport.h"
 #include "core/UpdateChecker.h"
 #include "engine/DownloadProgress.h"
@@ -38,6 +39,7 @@ public:
         std::function<void(QList<Schedule>)> syncAgents;
         std::function<Task<>(QString title, QString body, std::stop_token stop)> postNotification;
         std::function<void()> askToNotify = ::askToNotify;
+        std::function<bool()> isInTemporaryLocation = [] { return ::isInTemporaryLocation(); };
     };
 
     /// The same on a machine of the caller's.
@@ -229,6 +231,8 @@ private:
 #ifndef Q_MOC_RUN
     void beginStart();
     Task<> start(std::stop_token stop);
+    /// What the files hold, as far as nothing newer waits to be written.
+    void takeOver(const Settings &settings, const QString &memory);
     Task<> resolve(std::stop_token stop);
     Task<> provide(ModelTier tier, std::stop_token stop);
     Task<> startEngine(QString modelPath, std::optional<ModelTier> tier, std::stop_token stop);

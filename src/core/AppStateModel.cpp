@@ -169,6 +169,8 @@ Task<> AppState::startEngine(QString modelPath, std::optional<ModelTier> tier, s
 
 void AppState::switchModel(const ModelTier &tier) {
     stopEngine();
+    // It was an offer to what ran until now.
+    m_chat.setUpgradeBanner(std::nullopt);
     beginDownload(tier);
 }
 
@@ -225,10 +227,8 @@ void AppState::refreshUpgradeOffer() {
 
 void AppState::acceptUpgrade() {
     const auto tier = upgradeCandidate(m_report, m_catalog, m_settings);
-    if (!tier)
-        return;
-    m_chat.setUpgradeBanner(std::nullopt);
-    switchModel(*tier);
+    if (tier)
+        switchModel(*tier);
 }
 
 void AppState::dismissUpgrade() {

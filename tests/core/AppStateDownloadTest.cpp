@@ -59,6 +59,21 @@ TEST_F(AppStateDownloadTest, theMachineStaysAwakeMeanwhile) {
     EXPECT_TRUE(stillAwake.expired());
 }
 
+TEST_F(AppStateDownloadTest, itStaysAwakeUntilTheEngineIsReadyAndNoLonger) {
+    seenWelcome();
+    serveCatalog({small});
+    network.answer(Script(200).raw(bytes));
+    QStringList awake;
+    QObject::connect(app.get(), &AppState::phaseChanged, app.get(), [&] {
+        if (!stillAwake.expired())
+            awake.append(name());
+    });
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Ready>());
+    EXPECT_EQ(awake, (QStringList{u"starting"_s, u"ready"_s}));
+    EXPECT_TRUE(eventually([&] { return stillAwake.expired(); }));
+}
+
 TEST_F(AppStateDownloadTest, progressIsToldAndIsTheScreensToShow) {
     const QSignalSpy told(app.get(), &AppState::downloadProgressChanged);
     beginDownload({small});
@@ -184,6 +199,12 @@ TEST_F(AppStateDownloadTest, aFullDiskGivesALighterModelAndANote) {
     EXPECT_EQ(app->activeTier(), small);
     EXPECT_EQ(app->diskNote(), u"Ostrelin picked a lighter brain because your Mac is low on storage. "
                                "Free up 9.0 GB to upgrade."_s);
+
+    const EnvironmentVariable forced("OSTRELIN_TIER", "small");
+    network.answer(Script(200).raw(bytes));
+    app->deleteModel();
+    ASSERT_TRUE(reaches<phase::Ready>());
+    EXPECT_FALSE(app->diskNote()) << "what was chosen on purpose isn't the disk's doing";
 }
 
 TEST_F(AppStateDownloadTest, resumingNothingDoesNothing) {
@@ -229,6 +250,20 @@ TEST_F(AppStateDeleteTest, aReadyProgramIsAsOnTheFirstDay) {
     app->deleteEverything();
     expectEmpty();
     letPass(50);
+    expectEmpty();
+}
+
+TEST_F(AppStateDeleteTest, theNoteOnTheDiskGoesAsWell) {
+    machine.freeDisk = 11'000'000'000;
+    seenWelcome();
+    ModelTier huge = tier(u"huge"_s, bytes);
+    huge.sizeBytes = 20'000'000'000;
+    serveCatalog({huge, small});
+    network.answer(Script(200).raw(bytes));
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Ready>());
+    ASSERT_TRUE(app->diskNote());
+    app->deleteEverything();
     expectEmpty();
 }
 

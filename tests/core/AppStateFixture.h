@@ -57,6 +57,7 @@ protected:
                         notified.append(title + QStringLiteral(": ") + body);
                         return nothing();
                     },
+                .isInTemporaryLocation = [this] { return isInTemporaryLocation; },
             });
         phases.clear();
         QObject::connect(app.get(), &AppState::phaseChanged, app.get(), [this] { phases.append(name()); });
@@ -113,6 +114,13 @@ protected:
         });
     }
 
+    /// Starts the engine anew, and runs until it is ready.
+    bool restartsEngine() {
+        const qsizetype before = phases.count(QStringLiteral("ready"));
+        app->resolveModel();
+        return settles([&] { return phases.count(QStringLiteral("ready")) > before; });
+    }
+
     template<typename Condition>
     bool settles(Condition condition) {
         return eventually([&] {
@@ -151,6 +159,7 @@ protected:
     ManualClock clock;
     EngineProcessBox box;
     MachineReport machine;
+    bool isInTemporaryLocation = false;
     QStringList reasons;            ///< why the machine was to stay awake, each time it was
     std::weak_ptr<void> stillAwake; ///< expired while nothing keeps it awake
     QStringList phases;             ///< all that came, in their order

@@ -1,6 +1,7 @@
 #include "core/AppStateFixture.h"
 #include "platform/ChildProcess.h"
 #include "platform/LoopbackPort.h"
+#include "platform/MemoryPressure.h"
 #include "records/ChatStore.h"
 #include "records/Memory.h"
 
@@ -54,6 +55,49 @@ TEST_F(AppStateTest, oneThatCanBeMadeAfterAllBeginsTheStartAnew) {
     EXPECT_EQ(app->report(), machine);
 }
 
+TEST_F(AppStateTest, whatWasTypedWithoutAFolderOutlastsTheNewStart) {
+    serveCatalog({small});
+    writeAtomically(folder.dataHome() + u"/Ostrelin"_s, "in the way");
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Error>());
+    app->saveMemory(u"- likes tea"_s);
+    app->changeSetting(&Settings::theme, Theme::nearBlack);
+    ASSERT_TRUE(QFile::remove(folder.dataHome() + u"/Ostrelin"_s));
+    app->resolveModel();
+    ASSERT_TRUE(reaches<phase::Welcome>());
+    EXPECT_EQ(app->memory(), u"- likes tea"_s);
+    EXPECT_EQ(readFile(memoryFile()), "- likes tea");
+    EXPECT_EQ(app->settings().theme, Theme::nearBlack);
+    EXPECT_EQ(loadSettings().theme, Theme::nearBlack);
+
+    // From here on the file is as good as ever.
+    writeAtomically(memoryFile(), "- likes milk");
+    app->refreshMemory();
+    EXPECT_EQ(app->memory(), u"- likes milk"_s);
+}
+
+TEST_F(AppStateTest, whatWasKeptInTheMissingFolderIsThereAgain) {
+    serveCatalog({small});
+    Settings kept;
+    kept.theme = Theme::lightBlue;
+    ensureFolders();
+    ::saveSettings(kept);
+    writeMemory(u"- drinks coffee"_s);
+    const QString away = folder.dataHome() + u"/away"_s;
+    ASSERT_TRUE(QDir().rename(applicationFolder(), away));
+    writeAtomically(applicationFolder(), "in the way");
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Error>());
+    app->saveMemory(u"- likes tea"_s);
+    app->changeSetting(&Settings::textSize, TextSize::large);
+    ASSERT_TRUE(QFile::remove(applicationFolder()));
+    ASSERT_TRUE(QDir().rename(away, applicationFolder()));
+    app->resolveModel();
+    ASSERT_TRUE(reaches<phase::Welcome>());
+    EXPECT_EQ(readFile(memoryFile()), "- drinks coffee\n- likes tea") << "neither is lost";
+    EXPECT_EQ(app->settings(), kept) << "the file tells more than what was changed without it";
+}
+
 TEST_F(AppStateTest, aStartThatFailsWritesOverNothingThatWasKept) {
     Settings kept;
     kept.didFinishWelcome = true;
@@ -69,6 +113,14 @@ TEST_F(AppStateTest, aStartThatFailsWritesOverNothingThatWasKept) {
     app->changeSetting(&Settings::theme, Theme::nearBlack);
     kept.theme = Theme::nearBlack;
     EXPECT_EQ(loadSettings(), kept);
+}
+
+TEST_F(AppStateTest, aPlaceThatWontStayIsTold) {
+    serveCatalog({small});
+    isInTemporaryLocation = true;
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Welcome>());
+    EXPECT_TRUE(app->needsMoveToApplications());
 }
 
 TEST_F(AppStateTest, aMachineOfAnotherKindIsNotSupported) {
@@ -214,6 +266,25 @@ TEST_F(AppStateTest, aReadyProgramHasAChatAndTheListOfAll) {
     EXPECT_EQ(ChatStore().load(app->chat().conversation()->id), *app->chat().conversation());
     EXPECT_TRUE(app->engineURL());
     EXPECT_EQ(app->engineKey().size(), 64);
+    EXPECT_TRUE(app->chat().findChild<MemoryPressure *>()) << "somebody watches the machine's memory";
+}
+
+TEST_F(AppStateTest, aReadyEngineLeavesTheChatThatIsThere) {
+    hasModel(small);
+    serveCatalog({small});
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Ready>());
+    const QUuid chat = app->chat().conversation()->id;
+    ASSERT_TRUE(restartsEngine());
+    EXPECT_EQ(app->chat().conversation()->id, chat);
+}
+
+TEST_F(AppStateTest, whoSaysAlwaysMeansItEvenIfItCannotBeWritten) {
+    ensureFolders();
+    ASSERT_TRUE(QDir().mkpath(settingsFile() + u"/in the way"_s));
+    app->changeSetting(&Settings::searchMode, SearchMode::always);
+    EXPECT_EQ(app->settings().searchMode, SearchMode::always);
+    EXPECT_EQ(loadSettings().searchMode, Settings().searchMode);
 }
 
 TEST_F(AppStateTest, anEngineThatCannotStartIsAnErrorInItsOwnWordsAndCanBeTriedAgain) {
@@ -346,6 +417,19 @@ TEST_F(AppStateTest, aBetterModelIsOfferedAfterTheStart) {
     EXPECT_FALSE(QFile::exists(modelsFolder() + u"/small.gguf"_s));
     app->acceptUpgrade();
     EXPECT_TRUE(isIn<phase::Ready>(app->phase())) << "there is nothing better";
+}
+
+TEST_F(AppStateTest, anOfferEndsWithTheChoiceOfAnyModel) {
+    const ModelTier large = tier(u"large"_s, modelBytes);
+    hasModel(small);
+    serveCatalog({large, small});
+    app->bootstrap();
+    ASSERT_TRUE(settles([&] { return app->chat().upgradeBanner().has_value(); }));
+    network.answer(Script(200).raw(modelBytes));
+    app->switchModel(large);
+    EXPECT_FALSE(app->chat().upgradeBanner());
+    EXPECT_TRUE(reaches<phase::Ready>());
+    EXPECT_FALSE(app->chat().upgradeBanner());
 }
 
 TEST_F(AppStateTest, anOfferThatIsTurnedDownIsRemembered) {

@@ -47,9 +47,7 @@ TEST_F(AppStateUpdate, withTheReadyChatTheChecksBegin) {
 TEST_F(AppStateUpdate, anEngineThatIsReadyAgainBeginsThemAnew) {
     start(SearchMode::ask);
     clock.advance(15s);
-    app->resolveModel();
-    ASSERT_TRUE(reaches<phase::Starting>());
-    ASSERT_TRUE(reaches<phase::Ready>());
+    ASSERT_TRUE(restartsEngine());
     clock.advance(15s);
     letPass(50);
     EXPECT_TRUE(versions.requests().isEmpty());
