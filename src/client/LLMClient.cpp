@@ -2,6 +2,7 @@
 
 #include "client/ReplyStatus.h"
 #include "client/ReplyStream.h"
+#include "client/StrictJson.h"
 
 #include <QJsonDocument>
 
@@ -33,7 +34,7 @@ HttpRequest requestOf(const LLMClient &client, const QJsonObject &body) {
     request.headers.emplaceBack("Content-Type", "application/json");
     if (!client.apiKey.isEmpty())
         request.headers.emplaceBack("Authorization", "Bearer " + client.apiKey.toUtf8());
-    request.body = QJsonDocument(body).toJson(QJsonDocument::Compact);
+    request.body = strictJson(QJsonDocument(body));
     return request;
 }
 

@@ -1,6 +1,7 @@
 #include "conversation/Prompt.h"
 
-#include <QJsonDocument>
+#include "client/StrictJson.h"
+
 #include <QJsonObject>
 
 using namespace Qt::StringLiterals;
@@ -43,12 +44,12 @@ QString userText(const Message &message) {
     return parts.join(u"\n\n"_s);
 }
 
-/// The arguments as the model wrote them. What is no JSON, such as those of a call that was stopped in
-/// the middle, goes out as no arguments: the engine would refuse this chat for ever.
+/// The arguments as the model wrote them, as far as the engine can read that. What is no JSON, such as those
+/// of a call that was stopped in the middle, goes out as no arguments: the engine would refuse this chat for
+/// ever.
 QString wireArguments(const QString &arguments) {
-    QJsonParseError error;
-    QJsonDocument::fromJson(arguments.toUtf8(), &error);
-    return error.error == QJsonParseError::NoError ? arguments : u"{}"_s;
+    const QString readable = strictJson(arguments);
+    return readable.isEmpty() ? u"{}"_s : readable;
 }
 
 QJsonArray wireCalls(const QList<ToolCall> &calls) {

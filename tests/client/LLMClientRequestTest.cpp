@@ -105,3 +105,10 @@ TEST(LLMClientRequest, integersStayIntegersOnTheWire) {
     EXPECT_TRUE(body.contains("\"top_k\":20,") || body.contains("\"top_k\":20}")) << body.toStdString();
     EXPECT_TRUE(body.contains("\"max_tokens\":4096,") || body.contains("\"max_tokens\":4096}"));
 }
+
+TEST(LLMClientRequest, halfAPairInATextIsAReplacementCharacter) {
+    StreamRequest request = plainStream();
+    request.messages = {QJsonObject{{u"content"_s, u"a"_s + QChar(0xD83D) + u"b"_s}}};
+    const QByteArray body = client.streamRequest(request).body;
+    EXPECT_TRUE(body.contains(R"("content":"a\ufffdb")")) << body.toStdString();
+}

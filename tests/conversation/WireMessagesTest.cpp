@@ -70,6 +70,14 @@ TEST(WireMessages, argumentsThatAreNoJsonGoOutAsNone) {
     }
 }
 
+TEST(WireMessages, argumentsThatOnlyAnIndulgentReaderTakesGoOutWrittenAnew) {
+    Message calling = message(Role::assistant, QString());
+    calling.toolCalls = QList<ToolCall>{{u"c1"_s, u"web_search"_s, u"{\"query\": \"a\nb\"}"_s}};
+    const QJsonArray calls = wireOf({calling}).at(1).toObject()["tool_calls"_L1].toArray();
+    EXPECT_EQ(calls.at(0).toObject()["function"_L1].toObject()["arguments"_L1].toString(),
+              uR"({"query":"a\nb"})"_s);
+}
+
 TEST(WireMessages, anEmptyListOfCallsIsNoKey) {
     Message calling = message(Role::assistant, u"Hi"_s);
     calling.toolCalls = QList<ToolCall>{};

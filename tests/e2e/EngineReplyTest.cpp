@@ -199,3 +199,24 @@ TEST_F(EngineReply, aPromptThatExceedsTheContextHasASentence) {
     EXPECT_FALSE(messages().last().content.isEmpty());
     EXPECT_NE(messages().last().content, u"Ostrelin couldn't complete that reply."_s);
 }
+
+TEST_F(EngineReply, noTextOfAChatMakesItUnreadable) {
+    start();
+    Message calling{.id = QUuid::createUuid(), .role = Role::assistant, .content = {}};
+    calling.toolCalls.emplace();
+    QList<Message> history{
+        {.id = QUuid::createUuid(), .role = Role::user, .content = u"half \xD83D a pair"_s}, calling};
+    for (const QString &arguments :
+         {uR"({"query":"it\'s"})"_s, u"{\"query\":\"a\nb\"}"_s, uR"({"query":"\ud83d"})"_s, uR"({"a":1.})"_s,
+          uR"({"query":"\u0000 \/ 🎉 \ud83c\udf89"})"_s, u"{\"query\": \"x"_s, u"[1e5, -0.25E-2]"_s}) {
+        const QString id = QString::number(history.at(1).toolCalls->size());
+        history[1].toolCalls->append({id, u"web_search"_s, arguments});
+        history.append(
+            {.id = QUuid::createUuid(), .role = Role::tool, .content = u"None."_s, .toolCallId = id});
+    }
+    history.append({.id = QUuid::createUuid(), .role = Role::user, .content = u"Hello!"_s});
+    StreamRequest asked = request(plan);
+    asked.messages = wireMessages(history, systemPrompt({.today = QDate(2026, 11, 15)}));
+    asked.maxTokens = 4;
+    EXPECT_FALSE(read(asked).content.isEmpty());
+}
