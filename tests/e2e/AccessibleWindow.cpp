@@ -81,6 +81,16 @@ QStringList AccessibleWindow::names(AccessibleRole role) {
     return names;
 }
 
+QStringList AccessibleWindow::namesOfControls(AccessibleRole role) {
+    QStringList names;
+    visit(root, [&](const Item &item) {
+        if (item.role == role && (statesOf(item.path) & focusable) != 0)
+            names.append(item.name);
+        return Walk::goOn;
+    });
+    return names;
+}
+
 bool AccessibleWindow::shows(const QString &name, AccessibleRole role) {
     return find(name, role).has_value();
 }

@@ -42,6 +42,9 @@ public:
     /// The names of all objects of that role that are showing, from the top to the bottom.
     QStringList names(AccessibleRole role);
 
+    /// The same without what takes no keyboard: the rows of a list, but not the lines of a text.
+    QStringList namesOfControls(AccessibleRole role);
+
     /// True if an object with that name and role is showing.
     bool shows(const QString &name, AccessibleRole role);
 

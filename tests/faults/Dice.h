@@ -23,6 +23,13 @@ public:
         return choices.at(upTo(int(choices.size()) - 1));
     }
 
+    template<typename T>
+    QList<T> shuffled(QList<T> list) {
+        for (int last = int(list.size()) - 1; last > 0; --last)
+            list.swapItemsAt(last, upTo(last));
+        return list;
+    }
+
 private:
     std::mt19937 m_random;
 };

@@ -1,6 +1,8 @@
 #include "faults/Loopback.h"
 
+#include <cerrno>
 #include <cstring>
+#include <system_error>
 
 #include <net/if.h>
 #include <sys/ioctl.h>
@@ -14,8 +16,10 @@ void setFlags(short flags) {
     ifreq loopback{};
     std::strcpy(loopback.ifr_name, "lo");
     loopback.ifr_flags = flags;
-    ::ioctl(socket, SIOCSIFFLAGS, &loopback);
+    const int failure = ::ioctl(socket, SIOCSIFFLAGS, &loopback) == 0 ? 0 : errno;
     ::close(socket);
+    if (failure != 0)
+        throw std::system_error(failure, std::system_category(), "the loopback");
 }
 
 } // namespace

@@ -41,11 +41,11 @@ PatientProgram::PatientProgram(const QString &executable)
       m_server(m_model),
       m_dataHome("XDG_DATA_HOME", m_disk.path().toLocal8Bit()),
       m_catalogURL("OSTRELIN_CATALOGURL", m_catalog.url().toString().toLocal8Bit()),
+      m_files(modelFile(), m_model),
       m_program(executable) {
     // Slow enough to be interrupted.
     m_server.setManner({.millisecondsBetweenPieces = 20});
     m_catalog.answer(Script(200).raw(encodeRecord(catalogOf(m_server.url()))));
-    prepareFiles();
 }
 
 PatientProgram::~PatientProgram() {
@@ -54,7 +54,6 @@ PatientProgram::~PatientProgram() {
         killProcess(engine.pid);
 }
 
-/// One file of each kind that a person may have.
 void PatientProgram::prepareFiles() {
     installDemoModel();
     // A copy that can be damaged, in the place of the link.
@@ -83,14 +82,20 @@ void PatientProgram::start(Replies replies) {
         require(m_program.start(), u"the program can't be started"_s);
     }
     require(waitFor([this] { return topLevelWindow(m_program.pid()) != 0 || !isAlive(m_program.pid()); },
-                    startTime),
-            u"no window after a start"_s);
+                    longestHang),
+            u"no window within five seconds after a start"_s);
     require(isAlive(m_program.pid()), u"the program ended at its start: "_s + lastWords());
+}
+
+void PatientProgram::waitUntilItAnswers() {
+    require(waitFor([this] { return window().answers() || !isAlive(m_program.pid()); }, longestHang),
+            u"the window doesn't answer after a start"_s);
 }
 
 void PatientProgram::waitUntilSettled() {
     const QStringList ways{u"Send message"_s, u"Stop generating"_s, u"Get started"_s, u"Start"_s,
                            u"Try again"_s};
+    waitUntilItAnswers();
     const auto isSettled = [&] {
         const QStringList shown = buttons();
         return std::any_of(ways.begin(), ways.end(), [&](const QString &way) { return shown.contains(way); });
@@ -100,20 +105,31 @@ void PatientProgram::waitUntilSettled() {
     check();
 }
 
+void PatientProgram::watch(int milliseconds) {
+    constexpr int pause = 250;
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < milliseconds && window().answers())
+        QTest::qWait(pause);
+    check();
+}
+
 void PatientProgram::kill() {
+    requireNoHang();
     m_program.signal(SIGKILL);
     require(m_program.waitForEnd(), u"the program outlived SIGKILL"_s);
     expectNoEngine();
-    m_files.check();
+    m_files.checkAfterEnd();
 }
 
 void PatientProgram::end(const std::function<void()> &ask) {
+    requireNoHang();
     ask();
     require(m_program.waitForEnd(longestHang), u"the program doesn't end within five seconds"_s);
     require(m_program.endedOrderly(), u"the program didn't end in order: "_s + lastWords());
     expectNoEngine();
     require(!QFileInfo(enginePidFile()).isFile(), u"the engine's file has outlived an orderly end"_s);
-    m_files.check();
+    m_files.checkAfterEnd();
 }
 
 void PatientProgram::expectNoEngine() {
@@ -122,12 +138,13 @@ void PatientProgram::expectNoEngine() {
     m_frozen.clear();
 }
 
-void PatientProgram::freezeEngine() {
+bool PatientProgram::freezeEngine() {
     const qint64 engine = m_program.enginePid();
     if (engine <= 0)
-        return;
+        return false;
     ::kill(static_cast<pid_t>(engine), SIGSTOP);
     m_frozen.append(engine);
+    return true;
 }
 
 void PatientProgram::thawEngine() {
@@ -142,6 +159,7 @@ void PatientProgram::bringToOrder() {
     m_disk.free();
     thawEngine();
     m_files.removeFolders();
+    repairModel();
     const bool isBack = waitFor(
         [this] {
             if (isInOrder() || !isAlive(m_program.pid()))
@@ -161,8 +179,6 @@ bool PatientProgram::isInOrder() {
 
 void PatientProgram::pressOn() {
     const QStringList shown = buttons();
-    if (shown.contains(u"Try again"_s))
-        repairModel();
     for (const QString &way :
          {u"Cancel"_s, u"Get started"_s, u"Start"_s, u"Try again"_s, u"Resume"_s, u"Stop generating"_s}) {
         if (shown.contains(way))
@@ -173,15 +189,15 @@ void PatientProgram::pressOn() {
 void PatientProgram::repairModel() {
     if (!QFile::exists(modelFile()) || readFile(modelFile()) == m_model)
         return;
-    // The damaged one may be in an engine's memory, and must not change there.
-    QFile::remove(modelFile());
     writeAtomically(modelFile(), m_model);
+    // The damage reaches into the memory of an engine that has read the file.
+    killProcess(m_program.enginePid());
 }
 
 void PatientProgram::check() {
     require(isAlive(m_program.pid()), u"the program has ended by itself: "_s + lastWords());
     require(window().answers(), u"the window doesn't answer"_s);
-    require(window().slowestAnswer() < longestHang, u"the window hung for five seconds"_s);
+    requireNoHang();
     m_files.check();
     const auto hasOwnEngineAtMost = [this] {
         const QList<RunningEngine> engines = enginesOf(m_disk.path());
@@ -190,6 +206,10 @@ void PatientProgram::check() {
                            [this](const RunningEngine &engine) { return engine.parent == m_program.pid(); });
     };
     require(waitFor(hasOwnEngineAtMost, longestHang), u"an engine is left over"_s);
+}
+
+void PatientProgram::requireNoHang() {
+    require(window().slowestAnswer() < longestHang, u"the window hung for five seconds"_s);
 }
 
 QStringList PatientProgram::buttons() {

@@ -24,11 +24,20 @@ public:
     KeptFiles &files() { return m_files; }
     int starts() const { return m_starts; }
 
+    /// Makes one file of each kind that a person may have. Before the first start.
+    void prepareFiles();
+
     /// Starts it, and waits for its window. Long replies are for being disturbed.
     void start(Replies replies);
 
-    /// Waits until the window shows a chat, the welcome or a failure that can be tried again.
+    /// Waits until the window answers for the first time.
+    void waitUntilItAnswers();
+
+    /// The same, and then until it shows a chat, the welcome or a failure that can be tried again.
     void waitUntilSettled();
+
+    /// Asks the window all the while for so long, and then looks as check() does.
+    void watch(int milliseconds);
 
     /// Kills it, and sees that its engine goes too.
     void kill();
@@ -36,8 +45,8 @@ public:
     /// Ends it by `ask`, and sees that it ends in order and takes its engine along.
     void end(const std::function<void()> &ask);
 
-    /// Freezes the engine, and lets it go on.
-    void freezeEngine();
+    /// Freezes the engine, and lets it go on. False if there is none.
+    bool freezeEngine();
     void thawEngine();
 
     /// Everything that a person would do for a chat that takes questions: makes room, lets the engine go on,
@@ -57,11 +66,11 @@ public:
     static QString modelFile();
 
 private:
-    void prepareFiles();
     bool isInOrder();
     void pressOn();
     void repairModel();
     void expectNoEngine();
+    void requireNoHang();
     QString lastWords();
 
     const QByteArray m_model;

@@ -13,16 +13,27 @@
 
 using namespace Qt::StringLiterals;
 
-void FaultRun::killEngine() {
+bool FaultRun::killEngine() {
     const qint64 engine = m_patient.program().enginePid();
-    if (engine <= 0)
-        return note(u"there is no engine"_s);
+    if (engine <= 0) {
+        note(u"there is no engine"_s);
+        return false;
+    }
     ::kill(static_cast<pid_t>(engine), SIGKILL);
-    QTest::qWait(m_dice.upTo(1000));
+    m_patient.watch(m_dice.upTo(1000));
+    return true;
 }
 
-void FaultRun::tryAgain() {
-    pressIfShown(u"Try again"_s);
+/// A failure that can be tried again.
+bool FaultRun::breakEngine() {
+    constexpr int promptly = 5000;
+    bringToOrder();
+    killEngine();
+    return PatientProgram::waitFor([this] { return m_patient.buttons().contains(u"Try again"_s); }, promptly);
+}
+
+bool FaultRun::tryAgain() {
+    return pressIfShown(u"Try again"_s);
 }
 
 void FaultRun::startAgain() {
@@ -31,13 +42,14 @@ void FaultRun::startAgain() {
     m_patient.waitUntilSettled();
 }
 
-void FaultRun::killProgram() {
+bool FaultRun::killProgram() {
     setToWork();
     m_patient.kill();
     startAgain();
+    return true;
 }
 
-void FaultRun::killDuringStart() {
+bool FaultRun::killDuringStart() {
     constexpr int longestStart = 2000;
     m_patient.kill();
     for (int times = m_dice.upTo(2); times >= 0; --times) {
@@ -46,9 +58,10 @@ void FaultRun::killDuringStart() {
         m_patient.kill();
     }
     startAgain();
+    return true;
 }
 
-void FaultRun::endProgram() {
+bool FaultRun::endProgram() {
     if (m_dice.oneIn(3)) {
         note(u"with a frozen engine"_s);
         m_patient.freezeEngine();
@@ -62,51 +75,57 @@ void FaultRun::endProgram() {
             m_patient.program().signal(way);
     });
     startAgain();
+    return true;
 }
 
-void FaultRun::startSecond() {
+bool FaultRun::startSecond() {
     RunningProgram second(m_executable);
     require(second.start(), u"the second program can't be started"_s);
     require(second.waitForEnd() && second.endedOrderly(), u"the second program didn't end in order"_s);
+    return true;
 }
 
-void FaultRun::fillDisk() {
+bool FaultRun::fillDisk() {
     m_patient.disk().fill(m_dice.pick(QList<qint64>{0, 0, 4096, 16'384, 65'536}));
+    return m_patient.disk().isFull();
 }
 
-void FaultRun::freeDisk() {
+bool FaultRun::freeDisk() {
     m_patient.disk().free();
+    return true;
 }
 
-void FaultRun::freezeEngine() {
+bool FaultRun::freezeEngine() {
     constexpr int longest = 4000;
-    m_patient.freezeEngine();
+    const bool isFrozen = m_patient.freezeEngine();
     setToWork();
-    QTest::qWait(m_dice.upTo(longest));
-    m_patient.check();
+    m_patient.watch(m_dice.upTo(longest));
     m_patient.thawEngine();
+    return isFrozen;
 }
 
-void FaultRun::cutNetwork() {
+bool FaultRun::cutNetwork() {
     constexpr int longest = 3000;
     takeLoopbackDown();
     setToWork();
-    QTest::qWait(m_dice.upTo(longest));
-    m_patient.check();
+    m_patient.watch(m_dice.upTo(longest));
     bringLoopbackUp();
+    return true;
 }
 
-void FaultRun::startOnProtectedDisk() {
+bool FaultRun::startOnProtectedDisk() {
     m_patient.kill();
     m_patient.disk().protect();
     startAgain();
     setToWork();
+    m_patient.check();
     m_patient.kill();
     m_patient.disk().unprotect();
     startAgain();
+    return true;
 }
 
-void FaultRun::startWithoutFolder() {
+bool FaultRun::startWithoutFolder() {
     m_patient.kill();
     const QString folder =
         m_dice.pick(QStringList{applicationFolder(), chatsFolder(), modelsFolder(), pagesFolder()});
@@ -119,25 +138,37 @@ void FaultRun::startWithoutFolder() {
     m_patient.files().lookAway([this] {
         startAgain();
         setToWork();
+        m_patient.check();
         m_patient.kill();
     });
     QDir(folder).removeRecursively();
     QFile::remove(folder);
     QFile::rename(aside, folder);
     startAgain();
+    return true;
 }
 
-void FaultRun::interruptDownload() {
-    constexpr int download = 3000;
+bool FaultRun::interruptDownload() {
+    constexpr int patience = 2000;
+    constexpr int longest = 1500;
+    const QString part = PatientProgram::modelFile() + u".partial"_s;
+    const auto isInMidst = [&] { return QFile::exists(part); };
     m_patient.kill();
     m_patient.disk().free();
     QFile::remove(PatientProgram::modelFile());
+    bool isInterrupted = false;
     for (int times = m_dice.upTo(2); times >= 0; --times) {
         m_patient.start(PatientProgram::Replies::end);
-        QTest::qWait(m_dice.upTo(download));
+        m_patient.waitUntilItAnswers();
+        PatientProgram::waitFor(isInMidst, patience);
+        m_patient.watch(m_dice.upTo(longest));
         m_patient.kill();
+        isInterrupted |= isInMidst();
+        if (isInMidst() && m_dice.oneIn(2))
+            damageFile(part);
     }
     startAgain();
+    return isInterrupted;
 }
 
 QString FaultRun::someFile() {
@@ -160,28 +191,30 @@ QString FaultRun::someFile() {
     return m_dice.pick(files);
 }
 
-void FaultRun::damageSomeFile() {
-    const QString path = someFile();
+void FaultRun::damageFile(const QString &path) {
     const QString damaged = damage(path, m_dice);
     note(QFileInfo(path).fileName() + u": "_s + damaged);
     m_patient.files().excuse(path);
 }
 
-void FaultRun::damageWhileClosed() {
+bool FaultRun::damageWhileClosed() {
     if (m_dice.oneIn(2))
         m_patient.kill();
     else
         m_patient.end([this] { m_patient.program().signal(SIGTERM); });
     for (int more = m_dice.upTo(2); more >= 0; --more)
-        damageSomeFile();
+        damageFile(someFile());
     startAgain();
+    return true;
 }
 
-void FaultRun::damageWhileOpen() {
-    damageSomeFile();
+bool FaultRun::damageWhileOpen() {
+    damageFile(someFile());
     setToWork();
+    return true;
 }
 
-void FaultRun::bringToOrder() {
+bool FaultRun::bringToOrder() {
     m_patient.bringToOrder();
+    return true;
 }

@@ -9,12 +9,14 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
+#include <optional>
 
 /// The program in trouble: what happens to it by chance, step after step, and what it has to stand. Prints
-/// the seed and every step; the status is 1 after a finding, and 77 where the system doesn't allow a network
-/// and a disk of one's own.
+/// the seed and every step; the status is 1 after a finding or a failure of the run itself, and 77 where the
+/// system doesn't allow a network and a disk of one's own.
 ///
-///   ostrelin_faults [--seed N] [--minutes N] [--program PATH]
+///   ostrelin_faults [--seed N] [--minutes N | --steps N] [--program PATH]
 
 using namespace Qt::StringLiterals;
 
@@ -39,24 +41,32 @@ void chooseEngine() {
         qputenv("LLAMA_ARG_THREADS", "1");
 }
 
-int runSteps(const QString &program, quint32 seed, double minutes) {
-    std::printf("seed %u\n", seed);
+/// The status of the run, which is what `act` does with it.
+int statusOf(FaultRun &run, quint32 seed, const std::function<void(FaultRun &)> &act) {
     try {
-        FaultRun run(program, seed);
-        try {
-            run.run(minutes);
-        } catch (const Finding &finding) {
-            run.printSummary();
-            std::printf("FOUND: %s\nThe same again: ostrelin_faults --seed %u\n", finding.what(), seed);
-            return foundSomething;
-        }
+        act(run);
+    } catch (const std::exception &error) {
+        const bool isFinding = dynamic_cast<const Finding *>(&error) != nullptr;
         run.printSummary();
-        std::puts("Nothing was found.");
-        return EXIT_SUCCESS;
+        std::printf("%s: %s\nThe same again: ostrelin_faults --seed %u --steps %u\n",
+                    isFinding ? "FOUND" : "THE RUN ITSELF FAILED", error.what(), seed, run.number());
+        return foundSomething;
+    }
+    run.printSummary();
+    std::puts("Nothing was found.");
+    return EXIT_SUCCESS;
+}
+
+int runOf(const QString &program, quint32 seed, const std::function<void(FaultRun &)> &act) {
+    std::printf("seed %u\n", seed);
+    std::optional<FaultRun> run;
+    try {
+        run.emplace(program, seed);
     } catch (const std::runtime_error &error) {
         std::printf("%s\n", error.what());
         return notAllowed;
     }
+    return statusOf(*run, seed, act);
 }
 
 } // namespace
@@ -73,9 +83,15 @@ int main(int argc, char **argv) {
     const QCommandLineOption seed(u"seed"_s, u"repeats the steps of an earlier run"_s, u"number"_s);
     const QCommandLineOption minutes(u"minutes"_s, u"how long"_s, u"number"_s, u"1"_s);
     const QCommandLineOption program(u"program"_s, u"the program"_s, u"path"_s, QStringLiteral(PROGRAM_PATH));
-    parser.addOptions({seed, minutes, program});
+    const QCommandLineOption steps(u"steps"_s, u"how many steps, whatever the time"_s, u"number"_s);
+    parser.addOptions({seed, minutes, steps, program});
     parser.process(application);
     const quint32 chosen =
         parser.isSet(seed) ? parser.value(seed).toUInt() : QRandomGenerator::global()->bounded(1'000'000u);
-    return runSteps(parser.value(program), chosen, parser.value(minutes).toDouble());
+    return runOf(parser.value(program), chosen, [&](FaultRun &run) {
+        if (parser.isSet(steps))
+            run.runSteps(parser.value(steps).toUInt());
+        else
+            run.runFor(parser.value(minutes).toDouble());
+    });
 }
