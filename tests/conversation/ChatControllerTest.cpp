@@ -102,8 +102,10 @@ TEST_F(ChatControllerTest, sendingDuringATurnIsIgnored) {
 TEST_F(ChatControllerTest, theQuestionIsOnDiskFromTheMomentTheTurnBegins) {
     engine.answer(Script().content(u"half"_s).hold());
     chat->send(u"Hi"_s);
+    const QList question{messages().first()};
+    EXPECT_EQ(saved().messages, question);
     ASSERT_TRUE(eventually([&] { return last().content == u"half"_s; }));
-    EXPECT_EQ(saved().messages, (QList{messages().first()}));
+    EXPECT_EQ(saved().messages, question);
     EXPECT_EQ(chat->summaries().first().characterCount, 0);
 }
 

@@ -60,7 +60,7 @@ TEST(RemoteCatalog, aServerThatSaysNothingIsGivenUpAfterThreeSeconds) {
 
 TEST(RemoteCatalog, aServerThatTricklesIsGivenUpAsWell) {
     Script trickle(200);
-    for (int piece = 0; piece < 200; ++piece)
+    for (int piece = 0; piece < 60; ++piece)
         trickle.raw(" ").pause(100);
     EXPECT_FALSE(fetched(trickle.raw(builtIn())));
 }
