@@ -28,6 +28,9 @@ Choose(Cases...) -> Choose<Cases...>;
 [[noreturn]] void raise(const HttpError &error) {
     if (error.reason() == HttpError::Reason::lost || error.reason() == HttpError::Reason::notConnected)
         throw DownloadError(DownloadError::Kind::offline);
+    // Neither file nor ftp answers with a status.
+    if (error.reason() == HttpError::Reason::badAddress)
+        throw DownloadError::http(0);
     throw HttpError(error);
 }
 

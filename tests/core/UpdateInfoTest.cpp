@@ -151,12 +151,16 @@ TEST(UpdateInfoTest, aServerThatHangsUpIsNone) {
 }
 
 TEST(UpdateInfoTest, aServerThatSaysNothingIsGivenUpAfterTenSeconds) {
-    EXPECT_FALSE(fetched(Script::silence()));
+    EXPECT_FALSE(fetched(Script(200).raw(" ").pause(12'500).raw(complete)));
+}
+
+TEST(UpdateInfoTest, aServerThatIsSlowHasTenSecondsForAByte) {
+    EXPECT_TRUE(fetched(Script(200).raw(" ").pause(7000).raw(complete)));
 }
 
 TEST(UpdateInfoTest, aServerThatTricklesIsGivenUpAfterTwenty) {
     Script trickle(200);
-    for (int piece = 0; piece < 60; ++piece)
+    for (int piece = 0; piece < 48; ++piece)
         trickle.raw(" ").pause(500);
     EXPECT_FALSE(fetched(trickle.raw(complete)));
 }

@@ -89,7 +89,7 @@ TEST_F(DownloadFailureTest, whereNobodyListensTheSentenceSaysSo) {
 
 TEST_F(DownloadFailureTest, anAddressThatIsNoneIsAnErrorOfItsOwn) {
     EXPECT_EQ(download(tierAt(QUrl(u"ftp://127.0.0.1/model.gguf"_s)))->sentence(),
-              "The address is not supported.");
+              "The download failed (HTTP 0).");
 }
 
 TEST_F(DownloadFailureTest, aServerWithoutEncryptionIsNotSecure) {

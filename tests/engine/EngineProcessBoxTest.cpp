@@ -148,6 +148,16 @@ TEST_F(ProcessBox, aStaleServerIsEndedAndTheFileRemoved) {
     EXPECT_FALSE(QFile::exists(pidFile));
 }
 
+TEST_F(ProcessBox, aStaleServerIsAskedToEndFirst) {
+    const QString told = folder.filePath(u"told"_s);
+    const auto orphan = startServer(u"orderly "_s + told);
+    ASSERT_TRUE(eventually([&] { return QFile::exists(told); }));
+    writeAtomically(pidFile, QByteArray::number(orphan->processIdentifier()));
+    box.killStaleServer();
+    EXPECT_TRUE(eventually([&] { return !orphan->isRunning(); }, 2000));
+    EXPECT_EQ(readFile(told), "asked") << "it had time to end by itself";
+}
+
 TEST_F(ProcessBox, aStaleServerThatIgnoresTheFirstSignalIsKilled) {
     const auto orphan = startServer(u"stubborn"_s);
     std::this_thread::sleep_for(std::chrono::milliseconds(200));

@@ -5,10 +5,10 @@
 //   ready            answers 200 to everything
 //   loading N        answers 503 N times, then 200
 //   never            answers 404 for ever
-//   silent           takes connections and says nothing
 //   exit TEXT        prints TEXT on standard error and ends with status 1
 //   exit-once FILE   does so if FILE isn't there (and makes it), else is ready
 //   stubborn         ready, and ignores SIGTERM
+//   orderly FILE     ready, makes FILE, and writes "asked" into it when it gets SIGTERM
 //   chatty           ready, and prints without end on both streams
 //   moody            answers 200 once, then 500, 503, and 404 for ever
 //
@@ -26,6 +26,7 @@
 #include <thread>
 
 #include <arpa/inet.h>
+#include <fcntl.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -74,6 +75,16 @@ void printWithoutEnd() {
     std::exit(1);
 }
 
+int noteFile = -1;
+
+void noteTermination(const std::string &path) {
+    noteFile = open(path.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
+    std::signal(SIGTERM, [](int) {
+        [[maybe_unused]] const ssize_t written = write(noteFile, "asked", 5);
+        _exit(0);
+    });
+}
+
 void count() {
     if (const char *path = std::getenv("FAKE_SERVER_COUNT"))
         std::ofstream(path, std::ios::app) << '.';
@@ -106,6 +117,8 @@ int main(int argc, char **argv) {
     }
     if (kind == "stubborn")
         std::signal(SIGTERM, SIG_IGN);
+    if (kind == "orderly")
+        noteTermination(rest);
     if (kind == "chatty")
         std::thread(printWithoutEnd).detach();
 
@@ -121,8 +134,6 @@ int main(int argc, char **argv) {
     while (true) {
         const int client = accept(descriptor, nullptr, nullptr);
         if (client < 0)
-            continue;
-        if (kind == "silent")
             continue;
         count();
         if (kind == "moody")
