@@ -19,18 +19,6 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-namespace {
-
-/// The folder of saved pages is made on the way; whoever saves a page finds out if it can't be.
-void ensurePagesFolder() {
-    try {
-        ensureFolder(pagesFolder());
-    } catch (const FileError &) {
-    }
-}
-
-} // namespace
-
 AppState::AppState(EngineProcessBox &box, Clock &clock, QObject *parent)
     : AppState(box, clock,
                {.keepAwake = [](const QString &reason) { return std::make_shared<KeepAwake>(reason); },

@@ -5,13 +5,6 @@
 
 #include <QFile>
 
-void ensurePagesFolder() {
-    try {
-        ensureFolder(pagesFolder());
-    } catch (const FileError &) {
-    }
-}
-
 QList<PageSummary> listPages() {
     QList<PageSummary> summaries;
     for (const QString &path : jsonFilesIn(pagesFolder())) {

@@ -13,9 +13,6 @@
 /// The most that a page's file may hold, in bytes. Anything longer was put there by something else.
 inline constexpr qint64 longestPageFile = 64'000'000;
 
-/// Creates the folder if it is missing.
-void ensurePagesFolder();
-
 /// All saved pages, newest first; of equal dates in the order of the folder. What is in the folder and is
 /// no page is passed over and stays.
 QList<PageSummary> listPages();

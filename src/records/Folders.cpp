@@ -73,6 +73,13 @@ void ensureFolders() {
     ensureFolder(modelsFolder());
     ensureFolder(chatsFolder());
     excludeFromBackup(modelsFolder());
-    for (const QString &folder : {applicationFolder(), chatsFolder()})
+    for (const QString &folder : {applicationFolder(), modelsFolder(), chatsFolder(), pagesFolder()})
         removeAbandonedFiles(folder);
+}
+
+void ensurePagesFolder() {
+    try {
+        ensureFolder(pagesFolder());
+    } catch (const FileError &) {
+    }
 }

@@ -28,5 +28,9 @@ QString pageFile(const QUuid &id);
 void ensureFolder(const QString &path);
 
 /// Creates the application folder, then models/, then chats/, and marks models/ as excluded from
-/// backup. Stops at the first failure and throws FileError.
+/// backup. Stops at the first failure and throws FileError. Also tidies up in them, and in pages/, after
+/// writers that were killed.
 void ensureFolders();
+
+/// Creates pages/ if it is missing. No failure: whoever saves a page finds out if it can't be.
+void ensurePagesFolder();

@@ -1,6 +1,7 @@
 #include "screens/PageListView.h"
 
 #include "pages/PageStore.h"
+#include "records/Folders.h"
 #include "screens/Look.h"
 #include "screens/PageList.h"
 #include "screens/PageView.h"

@@ -3,6 +3,7 @@
 #include "support/EnvironmentVariable.h"
 #include "support/RecordingCommand.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -75,6 +76,16 @@ protected:
 };
 
 } // namespace
+
+TEST_F(UserTimersTest, whatAKilledWriterLeftIsRemovedOnceItIsOld) {
+    ASSERT_TRUE(QDir().mkpath(units()));
+    QFile left(units() + u"/.ostrelin-0123.tmp"_s);
+    ASSERT_TRUE(left.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(
+        left.setFileTime(QDateTime::currentDateTime().addSecs(-3'700), QFileDevice::FileModificationTime));
+    timers.bootstrap(jobOf({{.hour = 9, .minute = 5}}, u"/opt/ostrelin"_s));
+    EXPECT_FALSE(left.exists());
+}
 
 TEST_F(UserTimersTest, theUnitsSayWhatIsStartedAndWhen) {
     timers.bootstrap(jobOf({{.hour = 9, .minute = 5}}, u"/opt/ostrelin"_s));

@@ -4,6 +4,7 @@
 #include "records/Samples.h"
 #include "support/TemporaryApplicationFolder.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 
@@ -40,6 +41,29 @@ TEST(Folders, modelsAndChatsAreCreatedAndPagesNot) {
     EXPECT_EQ(QDir(applicationFolder()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
               (QStringList{u"chats"_s, u"models"_s}));
     ensureFolders();
+}
+
+TEST(Folders, aMissingFolderOfPagesIsCreatedIfItCanBe) {
+    const TemporaryApplicationFolder folder;
+    ensurePagesFolder();
+    EXPECT_TRUE(QFileInfo(pagesFolder()).isDir());
+    ASSERT_TRUE(QDir(pagesFolder()).removeRecursively());
+    Samples::putFile(pagesFolder(), "in the way");
+    EXPECT_NO_THROW(ensurePagesFolder());
+}
+
+TEST(Folders, whatAKilledWriterLeftInOneIsRemovedOnceItIsOld) {
+    const TemporaryApplicationFolder folder;
+    ensureFolders();
+    ensurePagesFolder();
+    for (const QString &each : {applicationFolder(), modelsFolder(), chatsFolder(), pagesFolder()}) {
+        QFile left(each + u"/.ostrelin-0123.tmp"_s);
+        ASSERT_TRUE(left.open(QIODevice::WriteOnly));
+        ASSERT_TRUE(left.setFileTime(QDateTime::currentDateTime().addSecs(-3'700),
+                                     QFileDevice::FileModificationTime));
+        ensureFolders();
+        EXPECT_FALSE(left.exists()) << each.toStdString();
+    }
 }
 
 TEST(Folders, foldersAboveThatAreMissingAreCreatedToo) {

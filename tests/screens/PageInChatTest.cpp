@@ -1,4 +1,5 @@
 #include "pages/PageStore.h"
+#include "records/Folders.h"
 #include "screens/AppFixture.h"
 #include "screens/ChatColumns.h"
 #include "screens/ChatScreen.h"

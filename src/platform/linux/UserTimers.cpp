@@ -107,6 +107,7 @@ void UserTimers::bootOut(const QString &label) {
 
 void UserTimers::bootstrap(const UserJob &job) {
     QDir().mkpath(m_folder);
+    removeAbandonedFiles(m_folder);
     write(m_folder + u'/' + job.label + u".timer"_s, timerUnit(job));
     write(m_folder + u'/' + job.label + u".service"_s, serviceUnit(job));
     m_systemctl.run({u"--user"_s, u"daemon-reload"_s});
