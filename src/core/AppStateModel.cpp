@@ -169,8 +169,9 @@ Task<> AppState::startEngine(QString modelPath, std::optional<ModelTier> tier, s
 
 void AppState::switchModel(const ModelTier &tier) {
     stopEngine();
-    // It was an offer to what ran until now.
+    // An offer to what ran until now, and why what was picked is a lighter one: both are over.
     m_chat.setUpgradeBanner(std::nullopt);
+    publish(m_diskNote, std::optional<QString>(), &AppState::diskNoteChanged);
     beginDownload(tier);
 }
 

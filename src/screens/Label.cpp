@@ -24,6 +24,11 @@ QSize Label::minimumSizeHint() const {
     return m_fit == Fit::elided ? QSize(0, hint.height()) : hint;
 }
 
+int Label::heightForWidth(int width) const {
+    // A layout offers all that it has, also to a text that is kept narrower.
+    return QLabel::heightForWidth(std::min(width, maximumWidth()));
+}
+
 void Label::paintEvent(QPaintEvent *event) {
     if (m_fit != Fit::elided)
         return QLabel::paintEvent(event);

@@ -23,6 +23,7 @@ public:
           QWidget *parent = nullptr);
 
     QSize minimumSizeHint() const override;
+    int heightForWidth(int width) const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;

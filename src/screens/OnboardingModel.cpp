@@ -57,7 +57,8 @@ public:
         m_model.download = {.headline = u"Setting up Ostrelin for your Mac · "_s +
                                         formatBytes(tier ? tier->sizeBytes : 0),
                             .fraction = m_model.filling,
-                            .status = statusOf(m_state.downloadProgress)};
+                            .status = statusOf(m_state.downloadProgress),
+                            .note = m_state.diskNote.value_or(QString())};
         m_model.buttons = {Button::whySize, m_state.isDownloadPaused ? Button::resume : Button::pause};
     }
 

@@ -16,6 +16,7 @@ struct OnboardingState {
     std::optional<ModelTier> pendingTier;
     std::optional<DownloadProgress> downloadProgress;
     bool isDownloadPaused = false;
+    std::optional<QString> diskNote;
 };
 
 /// What the onboarding screen shows. A plain value.
@@ -30,6 +31,7 @@ struct OnboardingModel {
         QString headline;
         double fraction = 0; ///< of the file that is here, 0 to 1
         QString status;
+        QString note; ///< why it isn't a better model; empty for nothing
 
         bool operator==(const Download &) const = default;
     };

@@ -48,6 +48,7 @@ OnboardingView::OnboardingView(AppState &app, const Look &look, QWidget *parent)
       m_headline(new Label(look, TextStyle::headline, Label::Ink::main, Label::Fit::natural)),
       m_progress(new ProgressBar(look, u"Model download"_s)),
       m_status(new Label(look, TextStyle::callout, Label::Ink::secondary, Label::Fit::natural)),
+      m_note(new Label(look, TextStyle::caption, Label::Ink::secondary, Label::Fit::wrapped)),
       m_download(makeDownload()),
       m_buttons(new OnboardingButtons(look, this)),
       m_whySize(makeWhySize(look)) {
@@ -78,7 +79,13 @@ QWidget *OnboardingView::makeDownload() {
     auto *column = columnOf(download);
     column->addWidget(m_headline, 0, Qt::AlignHCenter);
     column->addWidget(m_progress, 0, Qt::AlignHCenter);
-    column->addWidget(m_status, 0, Qt::AlignHCenter);
+    m_note->setFixedWidth(style::progressWidth);
+    m_note->setAlignment(Qt::AlignHCenter);
+    auto *words = new QVBoxLayout;
+    words->setSpacing(style::spaceSmall);
+    words->addWidget(m_status, 0, Qt::AlignHCenter);
+    words->addWidget(m_note, 0, Qt::AlignHCenter);
+    column->addLayout(words);
     return download;
 }
 
@@ -111,8 +118,9 @@ Sheet *OnboardingView::makeWhySize(const Look &look) {
 }
 
 void OnboardingView::observe() {
-    for (const auto change : {&AppState::phaseChanged, &AppState::activeTierChanged,
-                              &AppState::downloadProgressChanged, &AppState::downloadPausedChanged})
+    for (const auto change :
+         {&AppState::phaseChanged, &AppState::activeTierChanged, &AppState::downloadProgressChanged,
+          &AppState::downloadPausedChanged, &AppState::diskNoteChanged})
         connect(&m_app, change, this, &OnboardingView::refresh);
     connect(&m_app, &AppState::showWhySizeChanged, this, &OnboardingView::followWhySize);
     connect(m_buttons, &OnboardingButtons::pressed, this, &OnboardingView::act);
@@ -123,7 +131,8 @@ void OnboardingView::refresh() {
                               .activeTier = m_app.activeTier(),
                               .pendingTier = m_app.pendingTier(),
                               .downloadProgress = m_app.downloadProgress(),
-                              .isDownloadPaused = m_app.isDownloadPaused()}));
+                              .isDownloadPaused = m_app.isDownloadPaused(),
+                              .diskNote = m_app.diskNote()}));
     // Whoever chats has stopped to wonder; the next download begins without the sheet.
     if (isIn<phase::Ready>(m_app.phase()))
         m_app.setShowsWhySize(false);
@@ -144,6 +153,7 @@ void OnboardingView::setModel(const OnboardingModel &model) {
     m_headline->setText(download.headline);
     m_progress->setFraction(download.fraction);
     m_status->setText(download.status);
+    showText(m_note, download.note);
     m_download->setVisible(model.download.has_value());
     if (m_buttons->setButtons(model.buttons))
         giveFocus();

@@ -54,6 +54,7 @@ private:
     Label *m_headline;
     ProgressBar *m_progress;
     Label *m_status;
+    Label *m_note;
     QWidget *m_download;
     OnboardingButtons *m_buttons;
     Sheet *m_whySize;

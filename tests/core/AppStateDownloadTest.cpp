@@ -207,6 +207,20 @@ TEST_F(AppStateDownloadTest, aFullDiskGivesALighterModelAndANote) {
     EXPECT_FALSE(app->diskNote()) << "what was chosen on purpose isn't the disk's doing";
 }
 
+TEST_F(AppStateDownloadTest, theNoteSaysNothingOfAModelThatThePersonHasChosen) {
+    seenWelcome();
+    ModelTier huge = tier(u"huge"_s, bytes);
+    huge.sizeBytes = 10'000'000'000;
+    machine.freeDisk = 6'000'000'000;
+    serveCatalog({huge, small});
+    network.answer(Script(200).raw(bytes));
+    app->bootstrap();
+    ASSERT_TRUE(reaches<phase::Ready>());
+    ASSERT_TRUE(app->diskNote());
+    app->switchModel(huge);
+    EXPECT_FALSE(app->diskNote());
+}
+
 TEST_F(AppStateDownloadTest, resumingNothingDoesNothing) {
     app->togglePause();
     EXPECT_TRUE(app->isDownloadPaused());

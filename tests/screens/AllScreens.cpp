@@ -32,6 +32,10 @@ QList<Screen> AllScreens::screens() {
                                 .downloadProgress = DownloadProgress{1'740'000'000, 3'000'000'000, 3.5e6}};
     OnboardingState paused = state;
     paused.isDownloadPaused = true;
+    OnboardingState onFullDisk = state;
+    onFullDisk.diskNote =
+        u"Ostrelin picked a lighter brain because your Mac is low on storage. Free up 12.4 GB "
+        "to upgrade."_s;
     const QString unsupported = u"Ostrelin runs on Apple Silicon Macs with 8 GB of memory or more."_s;
     const auto in = [](const AppPhase &phase) { return OnboardingState{.phase = phase}; };
     OnboardingState waking = state;
@@ -42,6 +46,8 @@ QList<Screen> AllScreens::screens() {
         onboarding(u"start"_s, in(phase::NeedsInitialization{})),
         onboarding(u"downloading"_s, state),
         onboarding(u"paused"_s, paused),
+        onboarding(u"full-disk"_s, onFullDisk),
+        onboarding(u"full-disk-smallest"_s, onFullDisk, smallest),
         onboarding(u"starting"_s, waking),
         onboarding(u"error"_s, in(phase::Error{failure, true})),
         onboarding(u"unsupported"_s, in(phase::Unsupported{unsupported})),
@@ -83,8 +89,8 @@ QList<Screen> AllScreens::screens() {
     };
 }
 
-Screen AllScreens::onboarding(const QString &name, const OnboardingState &state) {
-    return {name, {}, [this, state] {
+Screen AllScreens::onboarding(const QString &name, const OnboardingState &state, const QSize &size) {
+    return {name, size, [this, state] {
                 auto *view = new OnboardingView(app, look);
                 view->setModel(onboardingModel(state));
                 return view;

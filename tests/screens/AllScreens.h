@@ -20,7 +20,7 @@ protected:
     QList<Screen> screens();
 
 private:
-    Screen onboarding(const QString &name, const OnboardingState &state);
+    Screen onboarding(const QString &name, const OnboardingState &state, const QSize &size = {});
 
     QWidget *whySize(const OnboardingState &state);
 

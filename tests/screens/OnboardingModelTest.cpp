@@ -125,6 +125,17 @@ TEST(OnboardingModelTest, aPauseKeepsTheBlock) {
     EXPECT_EQ(model.buttons, (QList{Button::whySize, Button::resume}));
 }
 
+TEST(OnboardingModelTest, theNoteOnTheDiskStandsWithTheDownloadAlone) {
+    OnboardingState state{.phase = phase::Downloading{}, .diskNote = u"Free up 9.0 GB."_s};
+    EXPECT_EQ(onboardingModel(state).download->note, u"Free up 9.0 GB."_s);
+    EXPECT_EQ(modelOf(phase::Downloading{}).download->note, QString());
+    for (const AppPhase &phase :
+         {AppPhase(phase::Checking{}), AppPhase(phase::Starting{}), AppPhase(phase::Error{u"x"_s, true})}) {
+        state.phase = phase;
+        EXPECT_EQ(onboardingModel(state), modelOf(phase));
+    }
+}
+
 TEST(OnboardingModelTest, theButtonsHaveTheirNames) {
     EXPECT_EQ(nameOf(Button::getStarted), u"Get started"_s);
     EXPECT_EQ(nameOf(Button::start), u"Start"_s);

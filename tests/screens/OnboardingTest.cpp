@@ -13,6 +13,15 @@ protected:
                                .activeTier = house,
                                .downloadProgress = DownloadProgress{1'500'000'000, 3'000'000'000, 2.5e6}};
 
+    /// The same where the disk is why it isn't a larger model.
+    OnboardingState onAFullDisk() const {
+        OnboardingState state = half;
+        state.diskNote =
+            u"Ostrelin picked a lighter brain because your Mac is low on storage. Free up 40.0 GB "
+            "to upgrade."_s;
+        return state;
+    }
+
     QRect placeOfName() const { return {name()->mapTo(&view, QPoint()), name()->size()}; }
 };
 
@@ -56,6 +65,15 @@ TEST_F(OnboardingViewTest, theDownloadTellsItsSizeItsProgressAndItsTime) {
     EXPECT_EQ(spokenName(bar()), u"Model download"_s);
     EXPECT_EQ(spokenRole(bar()), QAccessible::ProgressBar);
     EXPECT_EQ(bar()->value(), 500);
+    EXPECT_EQ(tabOrder(), (QStringList{u"Why this size?"_s, u"Pause"_s}));
+}
+
+TEST_F(OnboardingViewTest, aFullDiskIsToldWhereTheModelIs) {
+    machine.freeDisk = 6'500'000'000;
+    download();
+    ASSERT_EQ(app.activeTier()->id, u"tent"_s);
+    EXPECT_EQ(lines().last(), u"Ostrelin picked a lighter brain because your Mac is low on storage. "
+                              "Free up 1.5 GB to upgrade."_s);
     EXPECT_EQ(tabOrder(), (QStringList{u"Why this size?"_s, u"Pause"_s}));
 }
 
@@ -125,11 +143,16 @@ TEST_F(OnboardingViewTest, everythingHasRoomAtEverySizeOfText) {
             settings.textSize = size;
             settings.typeFace = face;
             look.follow(settings);
-            show(half);
+            show(onAFullDisk());
             const QWidget *last = button(u"Pause"_s);
             const QRect buttons(last->mapTo(&view, QPoint()), last->size());
             EXPECT_LT(buttons.bottom(), view.height());
             EXPECT_EQ(last->height(), last->sizeHint().height());
+            for (const Label *line : view.findChildren<Label *>()) {
+                if (line->isVisible() && line->hasHeightForWidth()) {
+                    EXPECT_GE(line->height(), line->heightForWidth(line->width()));
+                }
+            }
             show(phase::Error{u"A long message. "_s.repeated(60), true});
             const QWidget *lighter = button(u"Switch to a lighter model"_s);
             EXPECT_EQ(lighter->height(), lighter->sizeHint().height());
