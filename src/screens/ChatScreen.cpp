@@ -244,7 +244,6 @@ void ChatScreen::refresh() {
         clearDraft();
         setThinkMode(ThinkMode::off);
     }
-    focusComposer();
     Q_EMIT chatChanged();
 }
 

@@ -36,8 +36,11 @@ ChatView::ChatView(AppState &app, const Look &look, Clock &clock, QWidget *paren
     connect(m_sidebar, &SidebarView::settingsRequested, this, &ChatView::settingsRequested);
     connect(m_sidebar, &SidebarView::chatOpened, m_screen, &ChatScreen::focusComposer);
     connect(m_sidebar, &SidebarView::renameRequested, m_rename, &RenameSheet::open);
-    // A question about a chat that one has left is over.
-    connect(m_screen, &ChatScreen::chatChanged, m_rename, [this] { m_rename->setShown(false); });
+    // A schedule opens its chat at its time, also while somebody writes a title.
+    connect(m_screen, &ChatScreen::chatChanged, m_rename, [this] {
+        if (!m_rename->isShown())
+            m_screen->focusComposer();
+    });
     connect(m_rename, &RenameSheet::renamed, &app.chat(), &ChatController::renameConversation);
 }
 

@@ -401,16 +401,6 @@ TEST_F(ChatScreenComposerTest, aShortageOfMemoryHasABannerThatStays) {
                        "lighter model."_s));
 }
 
-TEST_F(ChatScreenComposerTest, theFocusIsInTheFieldAfterAnotherChatIsOpened) {
-    engine.answer(Script::reply({u"Yes."_s}));
-    say(u"Hi"_s);
-    const QUuid first = app.chat().conversation()->id;
-    app.chat().newChat();
-    buttonNamed(screen, u"Send message"_s)->setFocus(Qt::TabFocusReason);
-    app.chat().openConversation(first);
-    EXPECT_EQ(screen.focusWidget(), field());
-}
-
 TEST_F(ChatScreenComposerTest, atItsSmallestManyFilesAndALongTextLeaveRoomForTheMessages) {
     engine.answer(Script::reply({u"Yes."_s}));
     say(u"Hi"_s);

@@ -217,12 +217,30 @@ TEST_F(ChatViewTest, theOpenChatsNewTitleIsOverTheChat) {
     EXPECT_EQ(view.screen()->model().title, u"Plans"_s);
 }
 
-TEST_F(ChatViewTest, anotherChatTakesTheQuestionAway) {
-    askForTitle(addChat(u"Morning"_s));
-    QTest::keyClicks(field(), u"Evening"_s);
-    app.chat().newChat();
-    EXPECT_FALSE(sheet()->isVisible());
-    EXPECT_TRUE(composerHasFocus());
+TEST_F(ChatViewTest, theFocusIsInTheComposerWhereverAnotherChatCameFrom) {
+    const QUuid id = addChat(u"Morning"_s);
+    const auto chatComes = [&](auto open) {
+        button(u"Settings"_s)->setFocus(Qt::TabFocusReason);
+        open();
+        EXPECT_TRUE(composerHasFocus());
+    };
+    chatComes([&] { app.chat().openConversation(id); });
+    chatComes([&] { app.chat().newChat(); });
+}
+
+TEST_F(ChatViewTest, aScheduleThatRunsLeavesTheTitleToWhoWritesIt) {
+    const QUuid id = addChat(u"Morning"_s);
+    askForTitle(id);
+    QTest::keyClicks(field(), u"Even"_s);
+    const QUuid before = app.chat().conversation()->id;
+    engine.answer(Script().content(u"Sun"_s).done());
+    app.scheduler().run({.id = QUuid::createUuid(), .prompt = u"Weather?"_s});
+    ASSERT_NE(app.chat().conversation()->id, before);
+    EXPECT_TRUE(sheet()->isVisible());
+    QTest::keyClicks(view.focusWidget(), u"ing"_s);
+    EXPECT_EQ(field()->text(), u"Evening"_s);
+    click(button(u"Save"_s));
+    EXPECT_EQ(summary(id).title, u"Evening"_s);
 }
 
 TEST_F(ChatViewTest, aReplyThatIsWrittenLeavesTheQuestion) {
