@@ -69,7 +69,13 @@ void MainWindow::addWindows() {
                           {style::schedulesWidth, style::schedulesHeight});
     });
     m_windows.add(windowid::pages, [this] {
-        return sideWindow(u"Pages"_s, new PageListView(m_look), {style::pagesWidth, style::pagesHeight});
+        auto *pages = new PageListView(m_look);
+        // What was deleted with everything isn't to be read on here.
+        connect(&m_app, &AppState::phaseChanged, pages, [this, pages] {
+            if (isIn<phase::NeedsInitialization>(m_app.phase()))
+                pages->beginAnew();
+        });
+        return sideWindow(u"Pages"_s, pages, {style::pagesWidth, style::pagesHeight});
     });
     m_windows.add(windowid::settings, [this] {
         auto *settings = new SettingsView(m_app, m_look);

@@ -38,6 +38,11 @@ PageListView::PageListView(const Look &look, QWidget *parent)
     connect(&look, &Look::changed, this, qOverload<>(&QWidget::update));
 }
 
+void PageListView::beginAnew() {
+    m_page->setDocument(std::nullopt);
+    refresh();
+}
+
 void PageListView::refresh() {
     ensurePagesFolder();
     m_list->setPages(listPages());

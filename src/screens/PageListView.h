@@ -15,6 +15,9 @@ public:
     /// `look` must outlive this object.
     explicit PageListView(const Look &look, QWidget *parent = nullptr);
 
+    /// Lists what is saved now, and shows no page.
+    void beginAnew();
+
 protected:
     void showEvent(QShowEvent *event) override;
     void paintEvent(QPaintEvent *event) override;

@@ -1,10 +1,13 @@
 #include "screens/Windows.h"
 
+#include "pages/PageStore.h"
 #include "records/Memory.h"
 #include "screens/AppFixture.h"
 #include "screens/Label.h"
 #include "screens/MainWindow.h"
+#include "screens/PageList.h"
 #include "screens/PageListView.h"
+#include "screens/PageView.h"
 #include "screens/ScheduleListView.h"
 #include "screens/SettingsView.h"
 #include "screens/Style.h"
@@ -114,6 +117,19 @@ TEST_F(WindowsTest, whereThereIsNothingYetTheySaySo) {
     EXPECT_TRUE(says(opened(windowid::schedules), u"Scheduled Runs"_s));
     EXPECT_TRUE(says(opened(windowid::schedules), u"No scheduled runs yet."_s));
     EXPECT_TRUE(says(opened(windowid::pages), u"Choose a page."_s));
+}
+
+TEST_F(WindowsTest, onceEverythingIsDeletedThePagesHoldNothingOfIt) {
+    present(window);
+    ASSERT_TRUE(reaches<phase::Ready>());
+    savePage({QUuid::createUuid(), u"Budget"_s, u"secret"_s, clock.now(), clock.now()});
+    QWidget *pages = opened(windowid::pages);
+    auto *list = pages->findChild<PageList *>();
+    list->setCurrentRow(0);
+    ASSERT_TRUE(pages->findChild<PageView *>()->document());
+    app.deleteEverything();
+    EXPECT_EQ(list->count(), 0);
+    EXPECT_FALSE(pages->findChild<PageView *>()->document());
 }
 
 TEST_F(WindowsTest, theKeysOfTheMenuWorkInEveryWindow) {
