@@ -1,5 +1,7 @@
 #include "screens/ScheduleRowModel.h"
 
+#include "screens/ShownTitle.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -29,7 +31,7 @@ QString displayName(ScheduleRecurrence recurrence) {
 
 ScheduleRowModel scheduleRowModel(const Schedule &schedule) {
     return {.id = schedule.id,
-            .name = schedule.name().simplified(),
+            .name = shownTitle(schedule.title, u"Scheduled run"),
             .prompt = schedule.prompt.trimmed().left(longestLine).simplified(),
             .summary = summaryOf(schedule),
             .isEnabled = schedule.enabled};

@@ -60,6 +60,7 @@ TEST_F(ScheduleModelTest, theSummaryOfASingleRunIsNotItsMoment) {
 
 TEST_F(ScheduleModelTest, aScheduleWithoutATitleIsAScheduledRun) {
     EXPECT_EQ(scheduleRowModel({}).name, u"Scheduled run"_s);
+    EXPECT_EQ(scheduleRowModel({.title = u" \u200B"_s}).name, u"Scheduled run"_s) << "nothing to be seen";
     EXPECT_EQ(scheduleRowModel({.title = u"Morning"_s}).name, u"Morning"_s);
 }
 
