@@ -3,6 +3,7 @@
 #include "pages/drawing/PageCanvas.h"
 #include "pages/paper/PdfPaper.h"
 #include "pages/paper/PngFile.h"
+#include "platform/WideRegisters.h"
 
 #include <QImage>
 #include <QPainter>
@@ -40,6 +41,7 @@ QByteArray exportPagePNG(const PageCanvas &canvas, int scale) {
         painter.translate(0, -double(top) / scale);
         canvas.draw(painter, QRectF(0, double(top) / scale, canvas.width(), double(band.height()) / scale));
         painter.end();
+        releaseWideRegisters();
         file.append(band);
     }
     return file.finished();
