@@ -96,7 +96,7 @@ TEST_F(UserTimersTest, theUnitsSayWhatIsStartedAndWhen) {
     EXPECT_EQ(
         linesOf(u"service"_s),
         (QStringList{u"[Unit]"_s, u"Description=A scheduled run of Ostrelin"_s, QString(), u"[Service]"_s,
-                     u"Type=oneshot"_s,
+                     u"Type=oneshot"_s, u"ExecCondition=:/usr/bin/test -x \"/opt/ostrelin\""_s,
                      u"ExecStart=:/usr/bin/nice -n 10 \"/opt/ostrelin\" \"--run-schedule\" \""_s + id + u'"',
                      u"CPUWeight=20"_s, u"IOWeight=20"_s, QString()}));
     EXPECT_EQ(complaints(), QByteArray());
@@ -238,4 +238,19 @@ TEST_F(UserManagerTest, whatItStartsGetsItsArgumentsAndTheDataFolder) {
         EXPECT_EQ(QString::fromUtf8(note.readAll()),
                   u"--run-schedule\n"_s + id + u"\n/data/"_s + name + u"\n%1\n"_s.arg(niceness));
     }
+}
+
+TEST_F(UserManagerTest, nothingIsStartedAndNothingFailsOnceTheProgramIsGone) {
+    QStringList lines;
+    for (qsizetype index = 0; index < oddNames.size(); ++index) {
+        UserJob job = jobOf({{.hour = 9, .minute = 5}}, u"/opt/"_s + oddNames[index] + u"/ostrelin"_s);
+        job.label = label + u'-' + QString::number(index);
+        timers.bootstrap(job);
+        lines << u"start "_s + job.label + u".service"_s
+              << u"show --property=ActiveState "_s + job.label + u".service"_s;
+    }
+    const QByteArray text = said(lines);
+    if (!text.startsWith("ready"))
+        GTEST_SKIP() << noManager;
+    EXPECT_EQ(text.count("ActiveState=inactive"), oddNames.size()) << text.toStdString();
 }

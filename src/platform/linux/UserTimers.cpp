@@ -23,14 +23,16 @@ Persistent=false
 WantedBy=timers.target
 )"_L1;
 
-/// The environment and the command have their places in it. The colon keeps "$" from being a variable. A
-/// command's own path may not have every character; an argument may, and nice(1) needs nothing but arguments.
+/// The environment, the executable and the command have their places in it. An executable that is gone, since
+/// the program was removed, is no failure. The colon keeps "$" from being a variable. A command's own path
+/// may not have every character; an argument may, and nice(1) and test(1) need nothing but arguments.
 constexpr auto serviceForm = R"([Unit]
 Description=A scheduled run of Ostrelin
 
 [Service]
 Type=oneshot
-%1ExecStart=:/usr/bin/nice -n 10%2
+%1ExecCondition=:/usr/bin/test -x %2
+ExecStart=:/usr/bin/nice -n 10%3
 CPUWeight=20
 IOWeight=20
 )"_L1;
@@ -85,7 +87,7 @@ QString serviceUnit(const UserJob &job) {
     QString words;
     for (const QString &word : job.command)
         words += u' ' + quoted(word);
-    return QString(serviceForm).arg(environmentLine(), words);
+    return QString(serviceForm).arg(environmentLine(), quoted(job.command.first()), words);
 }
 
 void write(const QString &path, const QString &text) {
