@@ -72,7 +72,7 @@ private:
     LLMClient client() const;
     std::unique_ptr<ChunkStream> open(const StreamRequest &request, bool isFirst) const;
     void take(const StreamChunk &chunk);
-    RoundResult finishMessage(ToolCallAssembler &assembler, std::optional<QString> lastFinish);
+    RoundResult finishMessage(const ToolCallAssembler &assembler);
     RoundResult failMessage();
     void writeSoon();
     Task<> writeLater(std::chrono::milliseconds delay, std::stop_token stop);

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "client/LLMClient.h"
+#include "client/TextRepair.h"
+#include "client/WrittenToolCalls.h"
 #include "conversation/ChatHost.h"
 #include "pages/PageDocument.h"
 #include "records/Conversation.h"
@@ -17,10 +19,6 @@ class Consent;
 /// than is told here. Every member may be left empty; beside it stands how the turn then behaves. None
 /// should throw: an error saves the chat and ends the turn. Main thread only.
 struct TurnPoints {
-    struct RecoveredThinking {
-        QString reasoning; ///< what stood in think tags; empty if there were none
-        QString content;   ///< the text without them
-    };
     /// What a tool may see and change of the turn that called it. Holds until the tool has returned, but for
     /// the host and the cards, which are gone if the turn was stopped meanwhile.
     struct ToolContext {
@@ -31,14 +29,10 @@ struct TurnPoints {
         QPointer<ChatHost> host;
         Consent &consent;
     };
-    struct RecoveredCalls {
-        QList<ToolCall> calls; ///< calls that were written as text
-        QString content;       ///< the text without them
-    };
 
     /// Thinking, and tool calls, that the model wrote into its text. Empty: the text stays as it came.
-    std::function<RecoveredThinking(const QString &content)> extractThinking;
-    std::function<RecoveredCalls(const QString &content)> extractToolCalls;
+    std::function<ExtractedThinking(const QString &content)> extractThinking;
+    std::function<ExtractedToolCalls(const QString &content)> extractToolCalls;
 
     /// A reply that comes in bursts. Empty: every request is streamed at full speed.
     std::function<std::unique_ptr<ChunkStream>(LLMClient, StreamRequest, ResponseSpeed)> pacedStream;

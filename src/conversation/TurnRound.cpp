@@ -38,7 +38,6 @@ Task<RoundResult> Turn::streamRound(Round round) {
     showStreaming(m_message.id);
 
     ToolCallAssembler assembler;
-    std::optional<QString> lastFinish;
     try {
         const std::unique_ptr<ChunkStream> stream = open(*request, round.isFirst);
         while (true) {
@@ -50,8 +49,6 @@ Task<RoundResult> Turn::streamRound(Round round) {
             take(*chunk);
             for (const ToolCallDelta &delta : chunk->toolDeltas)
                 assembler.ingest(delta);
-            if (chunk->finishReason && *chunk->finishReason != u"done"_s)
-                lastFinish = chunk->finishReason;
             writeSoon();
         }
     } catch (const std::exception &) {
@@ -59,7 +56,7 @@ Task<RoundResult> Turn::streamRound(Round round) {
             co_return RoundResult{};
         co_return failMessage();
     }
-    co_return finishMessage(assembler, lastFinish);
+    co_return finishMessage(assembler);
 }
 
 std::optional<StreamRequest> Turn::requestOf(const Round &round) {
@@ -137,20 +134,20 @@ void Turn::write() {
     publish();
 }
 
-RoundResult Turn::finishMessage(ToolCallAssembler &assembler, std::optional<QString> lastFinish) {
+RoundResult Turn::finishMessage(const ToolCallAssembler &assembler) {
     const TurnPoints &points = m_controller->m_points;
     if (points.extractThinking) {
-        const TurnPoints::RecoveredThinking found = points.extractThinking(m_message.content);
-        QStringList parts{m_message.reasoning.value_or(QString()), found.reasoning};
+        const ExtractedThinking found = points.extractThinking(m_message.content);
+        QStringList parts{m_message.reasoning.value_or(QString()), found.thinking};
         parts.removeAll(QString());
-        if (!found.reasoning.isEmpty())
+        if (!found.thinking.isEmpty())
             m_message.reasoning = parts.join(u"\n\n"_s);
-        m_message.content = found.content;
+        m_message.content = found.text;
     }
     QList<ToolCall> writtenCalls;
     if (points.extractToolCalls) {
-        TurnPoints::RecoveredCalls found = points.extractToolCalls(m_message.content);
-        m_message.content = found.content;
+        ExtractedToolCalls found = points.extractToolCalls(m_message.content);
+        m_message.content = found.text;
         writtenCalls = std::move(found.calls);
     }
     QList<ToolCall> calls = assembler.finished();
@@ -160,17 +157,15 @@ RoundResult Turn::finishMessage(ToolCallAssembler &assembler, std::optional<QStr
     // What a model says after its last round is the reply, whatever it calls.
     if (m_round > lastRoundWithTools)
         calls.clear();
-    if (!calls.isEmpty()) {
+    if (!calls.isEmpty())
         m_message.toolCalls = calls;
-        lastFinish = u"tool_calls"_s;
-    }
     if (m_message.reasoning && m_message.reasoning->isEmpty())
         m_message.reasoning.reset();
     write();
     showStreaming(std::nullopt);
-    if (lastFinish == u"tool_calls"_s && !calls.isEmpty())
-        return {.kind = RoundResult::Kind::toolCalls, .calls = calls};
-    return {};
+    if (calls.isEmpty())
+        return {};
+    return {.kind = RoundResult::Kind::toolCalls, .calls = calls};
 }
 
 RoundResult Turn::failMessage() {

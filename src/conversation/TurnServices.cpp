@@ -1,8 +1,6 @@
 #include "conversation/TurnServices.h"
 
 #include "client/PacedStream.h"
-#include "client/TextRepair.h"
-#include "client/WrittenToolCalls.h"
 #include "conversation/ChatTitle.h"
 #include "conversation/PageReply.h"
 #include "conversation/SearchHint.h"
@@ -10,14 +8,8 @@
 
 TurnPoints turnServices(Clock &clock, const WebAccess &web) {
     TurnPoints points;
-    points.extractThinking = [](const QString &content) {
-        const ExtractedThinking found = extractThinking(content);
-        return TurnPoints::RecoveredThinking{found.thinking, found.text};
-    };
-    points.extractToolCalls = [](const QString &content) {
-        const ExtractedToolCalls found = extractToolCalls(content);
-        return TurnPoints::RecoveredCalls{found.calls, found.text};
-    };
+    points.extractThinking = extractThinking;
+    points.extractToolCalls = extractToolCalls;
     points.pacedStream = [&clock](const LLMClient &client, const StreamRequest &request,
                                   ResponseSpeed speed) -> std::unique_ptr<ChunkStream> {
         const std::optional<Pace> pace = paceOf(speed);

@@ -103,7 +103,7 @@ TEST_F(TurnFailure, textIsNotRecoveredAndNoServiceIsCalledAfterAFailure) {
     TurnPoints points;
     points.extractThinking = [&](const QString &text) {
         ++calls;
-        return TurnPoints::RecoveredThinking{{}, text};
+        return ExtractedThinking{text, {}};
     };
     points.finishPage = [&](Conversation &, bool, const QDateTime &) {
         ++calls;

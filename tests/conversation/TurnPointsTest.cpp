@@ -8,17 +8,17 @@ using TurnPointsTest = TurnFixture;
 namespace {
 
 /// Takes what stands between <t> and </t>.
-TurnPoints::RecoveredThinking fakeThinking(const QString &text) {
+ExtractedThinking fakeThinking(const QString &text) {
     const qsizetype end = text.indexOf(u"</t>"_s);
     if (end < 0)
-        return {{}, text};
-    return {text.sliced(3, end - 3), text.sliced(end + 4)};
+        return {text, {}};
+    return {text.sliced(end + 4), text.sliced(3, end - 3)};
 }
 
-TurnPoints::RecoveredCalls fakeCalls(const QString &text) {
+ExtractedToolCalls fakeCalls(const QString &text) {
     if (!text.contains(u"<call>"_s))
-        return {{}, text};
-    return {{{u"written"_s, u"f"_s, u"{}"_s}}, QString(text).remove(u"<call>"_s)};
+        return {text, {}};
+    return {QString(text).remove(u"<call>"_s), {{u"written"_s, u"f"_s, u"{}"_s}}};
 }
 
 } // namespace
