@@ -136,7 +136,8 @@ TEST(Documents, whatTheyNameExists) {
 
 TEST(Documents, theirLinksLeadSomewhere) {
     QStringList all = documents() + filesBelow(u"docs"_s, {u"*.md"_s});
-    all << u"README.md"_s << u"CHANGELOG.md"_s;
+    for (const QString &name : {u"README"_s, u"CHANGELOG"_s, u"CONTRIBUTING"_s, u"NOTICE"_s, u"SECURITY"_s})
+        all << name + u".md"_s;
     for (const QString &document : all) {
         for (const QString &target : linksIn(textOf(document)))
             EXPECT_TRUE(QFileInfo::exists(projectFolder + u'/' + QFileInfo(document).path() + u'/' + target))
