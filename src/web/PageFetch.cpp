@@ -22,13 +22,6 @@ bool isSafe(const QUrl &url, const urlSafety::Resolver &resolver) {
     }
 }
 
-HttpRequest pageRequest(const QUrl &url) {
-    HttpRequest request = webRequest(url, std::chrono::seconds(10));
-    request.longestBody = 2'000'000;
-    request.longBody = HttpRequest::LongBody::isCut;
-    return request;
-}
-
 /// The first characters as a reader counts them, of which each may be a letter with marks without end.
 QStringView beginningOf(const QString &text) {
     constexpr qsizetype mostCharacters = 6'000;

@@ -17,18 +17,6 @@ SearchOutcome failedSearch() {
     return {.text = u"Search is temporarily unavailable."_s, .sources = {}};
 }
 
-HttpRequest searchRequest(const QString &query, const QUrl &address) {
-    // What may stand in a query (RFC 3986) beside letters and digits, but for & + = ?.
-    constexpr const char *kept = "!$'()*,;:@/";
-    HttpRequest request = webRequest(address, std::chrono::seconds(15));
-    request.method = "POST";
-    request.headers.emplaceBack("Content-Type", "application/x-www-form-urlencoded");
-    request.body = "q=" + QUrl::toPercentEncoding(query, kept);
-    request.reading = HttpRequest::Reading::ofEveryStatus;
-    request.longestBody = 2'000'000;
-    return request;
-}
-
 bool asksForAPerson(const QString &page) {
     return page.contains(u"captcha"_s, Qt::CaseInsensitive) ||
            page.contains(u"anomaly-modal"_s, Qt::CaseInsensitive);

@@ -4,22 +4,36 @@
 
 namespace {
 
-/// The length of what stands between "//" and the path, or what may be taken for that.
-qsizetype authorityLength(QStringView text) {
+/// What stands between "//" and the path, or what may be taken for that.
+QStringView authorityOf(QStringView text) {
     constexpr QStringView slashes = u"//";
     const qsizetype start = text.indexOf(slashes);
     if (start < 0)
-        return 0;
+        return {};
     const QStringView rest = text.sliced(start + slashes.size());
-    return std::find_if(rest.begin(), rest.end(),
-                        [](QChar each) { return each == u'/' || each == u'?' || each == u'#'; }) -
-           rest.begin();
+    const auto end = std::find_if(rest.begin(), rest.end(),
+                                  [](QChar each) { return each == u'/' || each == u'?' || each == u'#'; });
+    return rest.first(end - rest.begin());
+}
+
+/// Whether more combining marks follow one another than a label of a host has room for, which is 63 bytes
+/// long (RFC 1035). QUrl refuses it, too, but in a time that grows with the square of the marks.
+bool hasTooManyMarks(QStringView host) {
+    constexpr int mostMarks = 63;
+    int marks = 0;
+    for (const uint character : QUrl::fromPercentEncoding(host.toUtf8()).toUcs4()) {
+        marks = QChar::combiningClass(character) == 0 ? 0 : marks + 1;
+        if (marks > mostMarks)
+            return true;
+    }
+    return false;
 }
 
 bool isFarTooLong(QStringView text) {
-    // A host has 255 bytes; QUrl's time for one grows with the square of its combining marks.
     constexpr qsizetype longestAuthority = 4'000;
-    return authorityLength(text) > longestAuthority;
+    const QStringView authority = authorityOf(text);
+    return authority.size() > longestAuthority ||
+           hasTooManyMarks(authority.sliced(authority.indexOf(u'@') + 1));
 }
 
 /// Whether the text that QUrl makes of `url` is one too. Behind the "%" of an IPv6 address it takes what it
