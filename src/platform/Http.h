@@ -19,8 +19,9 @@
 
 struct HttpRequest {
     /// What becomes of an answer that sends the reader elsewhere. A request that follows takes its headers
-    /// along, up to twenty times; it leaves http and https never, and https not even for http. A POST becomes
-    /// a GET unless the answer is 307 or 308. It sends no name and password that an address carries.
+    /// along, up to twenty times; it leaves http and https never, and one that begins with https goes on with
+    /// https alone. A POST becomes a GET unless the answer is 307 or 308. It sends no name and password that
+    /// an address carries.
     enum class Redirects { areAnswers, areFollowed };
     /// Whether the body may come compressed, in any way that libcurl knows. It is handed on as it was before,
     /// and is as long as that.
