@@ -1,5 +1,7 @@
 #include "pages/NumericCharacters.h"
 
+#include "records/CodePoint.h"
+
 #include <algorithm>
 #include <array>
 
@@ -29,13 +31,10 @@ bool isNumeric(char32_t point) {
 qsizetype numericPrefix(QStringView text) {
     qsizetype end = 0;
     while (end < text.size()) {
-        const bool isPair =
-            text[end].isHighSurrogate() && end + 1 < text.size() && text[end + 1].isLowSurrogate();
-        const char32_t point =
-            isPair ? QChar::surrogateToUcs4(text[end], text[end + 1]) : text[end].unicode();
-        if (!isNumeric(point))
+        const CodePoint point = codePointAt(text, end);
+        if (!isNumeric(point.value))
             break;
-        end += isPair ? 2 : 1;
+        end += point.length;
     }
     return end;
 }

@@ -1,5 +1,6 @@
 #include "records/Characters.h"
 
+#include "records/CodePoint.h"
 #include "records/GraphemeBreaker.h"
 
 #include <cstring>
@@ -68,10 +69,9 @@ public:
 
 private:
     char32_t takePoint() {
-        const QChar high = m_text[m_position++];
-        if (high.isHighSurrogate() && !isAtEnd() && m_text[m_position].isLowSurrogate())
-            return QChar::surrogateToUcs4(high, m_text[m_position++]);
-        return high.unicode();
+        const CodePoint point = codePointAt(m_text, m_position);
+        m_position += point.length;
+        return point.value;
     }
 
     QStringView m_text;

@@ -1,5 +1,6 @@
 #include "screens/ReplyExtrasView.h"
 
+#include "records/CodePoint.h"
 #include "screens/ConsentCard.h"
 #include "screens/Look.h"
 #include "screens/PageCard.h"
@@ -16,16 +17,13 @@ namespace {
 /// A text in which nothing is hidden and nothing turns the order of what is read: what the person agrees to
 /// is what they see.
 QString inFull(QString text) {
-    for (qsizetype place = 0; place < text.size(); ++place) {
-        const bool isPair = text.at(place).isHighSurrogate() && place + 1 < text.size() &&
-                            text.at(place + 1).isLowSurrogate();
-        const char32_t letter = isPair ? QChar::surrogateToUcs4(text.at(place), text.at(place + 1))
-                                       : char32_t(text.at(place).unicode());
-        const bool isJoiner = letter == 0x200C || letter == 0x200D;
-        if (QChar::category(letter) == QChar::Other_Format && !isJoiner)
-            text.replace(place, isPair ? 2 : 1, QChar::ReplacementCharacter);
-        else if (isPair)
-            ++place;
+    for (qsizetype place = 0; place < text.size();) {
+        const CodePoint point = codePointAt(text, place);
+        const bool isJoiner = point.value == 0x200C || point.value == 0x200D;
+        const bool isHidden = QChar::category(point.value) == QChar::Other_Format && !isJoiner;
+        if (isHidden)
+            text.replace(place, point.length, QChar::ReplacementCharacter);
+        place += isHidden ? 1 : point.length;
     }
     return text;
 }

@@ -1,5 +1,7 @@
 #include "web/MarkupScan.h"
 
+#include "records/CodePoint.h"
+
 #include <algorithm>
 
 namespace {
@@ -39,19 +41,15 @@ bool isOfWords(char32_t point) {
 bool isWordBefore(QStringView text, qsizetype place) {
     if (place == 0)
         return false;
-    const QChar last = text[place - 1];
-    if (last.isLowSurrogate() && place > 1 && text[place - 2].isHighSurrogate())
-        return isOfWords(QChar::surrogateToUcs4(text[place - 2], last));
-    return isOfWords(last.unicode());
+    const QStringView before = text.first(place);
+    const bool isPair = place > 1 && codePointAt(before, place - 2).length == 2;
+    return isOfWords(codePointAt(before, place - (isPair ? 2 : 1)).value);
 }
 
 bool isWordAfter(QStringView text, qsizetype place) {
     if (place == text.size())
         return false;
-    const QChar first = text[place];
-    if (first.isHighSurrogate() && place + 1 < text.size() && text[place + 1].isLowSurrogate())
-        return isOfWords(QChar::surrogateToUcs4(first, text[place + 1]));
-    return isOfWords(first.unicode());
+    return isOfWords(codePointAt(text, place).value);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "pages/drawing/LongParagraph.h"
 
+#include "records/CodePoint.h"
+
 #include <QTextLayout>
 
 namespace {
@@ -45,16 +47,11 @@ bool areApart(QChar before, QChar next) {
 } // namespace
 
 bool longParagraph::runsFromTheLeft(QStringView text) {
-    for (qsizetype index = 0; index < text.size(); ++index) {
-        char32_t character = text.at(index).unicode();
-        const bool isPair = index + 1 < text.size() && text.at(index).isHighSurrogate() &&
-                            text.at(index + 1).isLowSurrogate();
-        if (isPair) {
-            ++index;
-            character = QChar::surrogateToUcs4(char16_t(character), text.at(index).unicode());
-        }
-        if (turns(character))
+    for (qsizetype place = 0; place < text.size();) {
+        const CodePoint point = codePointAt(text, place);
+        if (turns(point.value))
             return false;
+        place += point.length;
     }
     return true;
 }

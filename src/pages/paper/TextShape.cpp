@@ -1,5 +1,7 @@
 #include "pages/paper/TextShape.h"
 
+#include "records/CodePoint.h"
+
 #include <QGlyphRun>
 #include <QPaintEngine>
 #include <QTextLayout>
@@ -59,22 +61,15 @@ qsizetype countOf(const QList<QGlyphRun> &runs) {
     return count;
 }
 
-/// How many units the code point at `place` has.
-qsizetype pointLength(QStringView text, qsizetype place) {
-    const bool isPair =
-        text.at(place).isHighSurrogate() && place + 1 < text.size() && text.at(place + 1).isLowSurrogate();
-    return isPair ? 2 : 1;
-}
-
 /// Where the cluster that begins at `start` ends: where a reader's character ends, and where the two sides
 /// share no glyph. What isn't drawn goes with what is before it.
 qsizetype clusterEnd(const ShapedLine &line, QStringView text, qsizetype start) {
     qsizetype last = start;
-    qsizetype lastLength = pointLength(text, start);
+    qsizetype lastLength = codePointAt(text, start).length;
     qsizetype lastCount = countOf(line.glyphs(last, lastLength));
     bool isDrawn = lastCount > 0;
     for (qsizetype next = last + lastLength; next < text.size();) {
-        const qsizetype length = pointLength(text, next);
+        const qsizetype length = codePointAt(text, next).length;
         const qsizetype count = countOf(line.glyphs(next, length));
         const bool isApart = countOf(line.glyphs(last, lastLength + length)) == lastCount + count;
         if (isApart && count > 0 && isDrawn && line.isBorder(next))
@@ -113,7 +108,7 @@ QList<TextShape> clusterShapes(const ShapedLine &line, const QString &text, qsiz
 QList<TextShape> divided(TextShape shape, Qt::LayoutDirection direction) {
     QStringList characters;
     for (qsizetype place = 0; place < shape.text.size();) {
-        const qsizetype length = pointLength(shape.text, place);
+        const qsizetype length = codePointAt(shape.text, place).length;
         characters.insert(direction == Qt::RightToLeft ? 0 : characters.size(),
                           shape.text.sliced(place, length));
         place += length;
