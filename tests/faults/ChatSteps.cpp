@@ -68,12 +68,12 @@ bool FaultRun::askAndWait() {
     const auto reply = [this] { return m_patient.window().said(u"Ostrelin"_s).value(0); };
     require(PatientProgram::waitFor([&] { return !reply().isEmpty(); }, replyTime), u"no reply comes"_s);
     if (m_replies == PatientProgram::Replies::neverEnd)
-        return true;
+        stopReply();
     require(m_patient.program().waitForReply(replyTime), u"the reply doesn't end"_s);
     require(reply() != u"Ostrelin couldn't complete that reply."_s &&
                 reply() != u"Ostrelin isn't ready yet."_s,
             u"the reply has failed"_s);
-    require(PatientProgram::waitFor([&] { return KeptFiles::hasReplyTo(question()); }, promptly),
+    require(PatientProgram::waitFor([this] { return KeptFiles::hasReplyTo(question()); }, promptly),
             u"a reply isn't on disk"_s);
     return true;
 }
@@ -128,6 +128,7 @@ bool FaultRun::regenerate() {
     if (m_patient.buttons().contains(u"Stop generating"_s))
         m_patient.window().press(u"Stop generating"_s);
     PatientProgram::waitFor(isOffered, patience);
+    m_patient.check();
     const QStringList questions = m_patient.files().questions();
     if (!pressIfShown(u"Regenerate"_s))
         return false;

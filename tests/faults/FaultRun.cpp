@@ -30,6 +30,7 @@ const QList<FaultRun::Step> FaultRun::steps{
     {"start on a disk that can't be written", 1, &FaultRun::startOnProtectedDisk},
     {"start without a folder", 2, &FaultRun::startWithoutFolder},
     {"interrupt the download of the model", 2, &FaultRun::interruptDownload, &FaultRun::bringToOrder},
+    {"damage half a download of the model", 2, &FaultRun::damageDownload, &FaultRun::bringToOrder},
     {"damage a file of the closed program", 5, &FaultRun::damageWhileClosed},
     {"damage a file of the open program", 3, &FaultRun::damageWhileOpen},
     {"bring all to order", 3, &FaultRun::bringToOrder},

@@ -55,6 +55,8 @@ private:
     bool canSave();
     bool press();
     QString someFile();
+    void removeModel();
+    bool killInDownload();
     void damageFile(const QString &path);
 
     bool send();
@@ -78,6 +80,7 @@ private:
     bool startOnProtectedDisk();
     bool startWithoutFolder();
     bool interruptDownload();
+    bool damageDownload();
     bool damageWhileClosed();
     bool damageWhileOpen();
     bool bringToOrder();

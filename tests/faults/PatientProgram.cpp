@@ -73,6 +73,10 @@ QString PatientProgram::modelFile() {
     return modelsFolder() + u"/sprout.gguf"_s;
 }
 
+QString PatientProgram::partialFile() {
+    return modelFile() + u".partial"_s;
+}
+
 void PatientProgram::start(Replies replies) {
     ++m_starts;
     if (replies == Replies::neverEnd) {

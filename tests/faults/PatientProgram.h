@@ -62,8 +62,9 @@ public:
     /// Waits for the condition, which may ask the window; false if it doesn't come true in that time.
     static bool waitFor(const std::function<bool()> &condition, int milliseconds);
 
-    /// The model's file.
+    /// The model's file, and the one that is downloaded to.
     static QString modelFile();
+    static QString partialFile();
 
 private:
     bool isInOrder();

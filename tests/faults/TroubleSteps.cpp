@@ -148,25 +148,39 @@ bool FaultRun::startWithoutFolder() {
     return true;
 }
 
-bool FaultRun::interruptDownload() {
-    constexpr int patience = 2000;
-    constexpr int longest = 1500;
-    const QString part = PatientProgram::modelFile() + u".partial"_s;
-    const auto isInMidst = [&] { return QFile::exists(part); };
+void FaultRun::removeModel() {
     m_patient.kill();
     m_patient.disk().free();
     QFile::remove(PatientProgram::modelFile());
+}
+
+/// Starts the program and kills it while it downloads; false if it wasn't so far yet, or was through.
+bool FaultRun::killInDownload() {
+    constexpr int patience = 2000;
+    constexpr int longest = 1500;
+    const auto isInMidst = [] { return QFile::exists(PatientProgram::partialFile()); };
+    m_patient.start(PatientProgram::Replies::end);
+    m_patient.waitUntilItAnswers();
+    PatientProgram::waitFor(isInMidst, patience);
+    m_patient.watch(m_dice.upTo(longest));
+    m_patient.kill();
+    return isInMidst();
+}
+
+bool FaultRun::interruptDownload() {
+    removeModel();
     bool isInterrupted = false;
-    for (int times = m_dice.upTo(2); times >= 0; --times) {
-        m_patient.start(PatientProgram::Replies::end);
-        m_patient.waitUntilItAnswers();
-        PatientProgram::waitFor(isInMidst, patience);
-        m_patient.watch(m_dice.upTo(longest));
-        m_patient.kill();
-        isInterrupted |= isInMidst();
-        if (isInMidst() && m_dice.oneIn(2))
-            damageFile(part);
-    }
+    for (int times = m_dice.upTo(2); times >= 0; --times)
+        isInterrupted |= killInDownload();
+    startAgain();
+    return isInterrupted;
+}
+
+bool FaultRun::damageDownload() {
+    removeModel();
+    const bool isInterrupted = killInDownload();
+    if (isInterrupted)
+        damageFile(PatientProgram::partialFile());
     startAgain();
     return isInterrupted;
 }
@@ -178,7 +192,7 @@ QString FaultRun::someFile() {
                       schedulesFile(),
                       enginePidFile(),
                       PatientProgram::modelFile(),
-                      PatientProgram::modelFile() + u".partial"_s,
+                      PatientProgram::partialFile(),
                       m_patient.program().configurationFolder() + u"/Ostrelin/windows.ini"_s};
     // Chats are the most, and the most is in them.
     for (int more = 0; more < 4; ++more) {
