@@ -39,8 +39,9 @@ public:
     ModelDownloader(const ModelDownloader &) = delete;
     ModelDownloader &operator=(const ModelDownloader &) = delete;
 
-    /// Told how far the download is: at most four times a second, once at its end, and once when the
-    /// check of a partial file begins. Always called by the event loop of the main thread.
+    /// Told how far the download is: at most four times a second, once when the last bytes have come, and
+    /// once when the check of a partial file begins, unless that has all of them. Always called by the event
+    /// loop of the main thread.
     std::function<void(const DownloadProgress &)> onProgress;
 
 #ifndef Q_MOC_RUN

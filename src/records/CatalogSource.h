@@ -14,7 +14,7 @@ Catalog loadBuiltInCatalog(const QString &resourcesFolder);
 /// for.
 QUrl catalogURL();
 
-/// The catalog at that address, or where that leads to; nothing unless it comes with a status from 200 to
-/// 299, decodes, and has a tier, with three seconds of patience. Throws Cancelled once `stop` is requested.
-/// Main thread.
+/// The catalog at that address, or where that leads to, with three seconds of patience; nothing unless it
+/// comes with a status from 200 to 299, decodes, and has a tier. One tier whose sizes, context or file name
+/// can't be is enough to distrust all of it. Throws Cancelled once `stop` is requested. Main thread.
 Task<std::optional<Catalog>> fetchRemoteCatalog(QUrl url, std::stop_token stop);
