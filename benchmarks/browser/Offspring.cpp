@@ -65,8 +65,14 @@ int offspringCount() {
 
 std::map<pid_t, double> offspringProcessorSeconds() {
     std::map<pid_t, double> result;
-    for (const pid_t process : offspring())
-        result[process] = processorSecondsOf(process);
+    for (const pid_t process : offspring()) {
+        try {
+            result[process] = processorSecondsOf(process);
+        } catch (const std::runtime_error &) {
+            if (parents().contains(process))
+                throw;
+        }
+    }
     return result;
 }
 
@@ -74,7 +80,7 @@ OffspringMemory offspringMemory() {
     OffspringMemory sum;
     for (const pid_t process : offspring()) {
         const QByteArray rollup = contents(process, u"smaps_rollup"_s);
-        if (rollup.isEmpty())
+        if (rollup.isEmpty() && parents().contains(process))
             throw std::runtime_error("the memory of a process can't be read");
         sum.resident += bytesOf(rollup, "Rss:");
         sum.proportional += bytesOf(rollup, "Pss:");

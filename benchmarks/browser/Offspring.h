@@ -4,8 +4,8 @@
 
 #include <sys/types.h>
 
-/// All processes that this one has started, with those that they have started, and so on, while none of them
-/// begins or ends.
+/// All processes that this one has started, with those that they have started, and so on. One that ends while
+/// it is looked at is left out.
 
 /// From now on, what a child leaves behind is a child of this process.
 void adoptOrphans();

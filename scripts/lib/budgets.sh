@@ -4,7 +4,7 @@
 #   scripts/lib/budgets.sh <list> <output>
 #
 # Prints the lines of the list for which the output has no figure with a ratio and that budget; the status
-# is 1 if there are any. What such a list looks like tells benchmarks/budgets.
+# is 1 if there are any, or if the list has none at all. What such a list looks like tells benchmarks/budgets.
 set -euo pipefail
 
 list=$1
@@ -24,10 +24,16 @@ is_measured() {
 }
 
 status=0
+count=0
 while IFS= read -r entry; do
   [[ $entry == *" | "* ]] || continue
+  count=$((count + 1))
   is_measured "${entry%% | *}" "${entry##* | }" && continue
   printf '%s\n' "$entry"
   status=1
 done < <(grep -v '^#' "$list")
+if [ "$count" -eq 0 ]; then
+  printf '%s has no budgets\n' "$list"
+  status=1
+fi
 exit "$status"

@@ -48,6 +48,9 @@ install_packages() {
     die "these packages could not be installed: ${missing[*]}"
 }
 
+# What the program writes with.
+font_packages=(fonts-inter fonts-noto-core fonts-jetbrains-mono)
+
 # Debian packages, each for the reason that docs/architecture.md gives.
 build_packages=(g++ cmake ninja-build ccache mold git
   qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev qcoro-qt6-dev libmd4c-dev libcurl4-openssl-dev libssl-dev zlib1g-dev
@@ -55,8 +58,8 @@ build_packages=(g++ cmake ninja-build ccache mold git
 package_packages=(dpkg-dev file patchelf)
 test_packages=(xvfb xauth dbus dbus-daemon at-spi2-core procps tzdata systemd python3
   lintian desktop-file-utils appstream mandoc ca-certificates "${package_packages[@]}"
-  poppler-utils fonts-inter fonts-noto-core fonts-jetbrains-mono fonts-droid-fallback fonts-noto-color-emoji)
-compare_packages=(chromium xvfb xauth dbus-daemon fonts-inter fonts-noto-core fonts-jetbrains-mono)
+  poppler-utils "${font_packages[@]}" fonts-droid-fallback fonts-noto-color-emoji)
+compare_packages=(chromium xvfb xauth dbus-daemon "${font_packages[@]}")
 
 # The build tree of a preset.
 tree_of() {

@@ -47,5 +47,13 @@ expect "$missing_start" "${start/ (peer: bare Qt window)/}" "$list"
 expect "$missing_start" "${start/within, 70.2 %/}" "$list"
 expect "$missing_start" "${start/<= 2.50 x/<= 2.60 x}" "$list"
 expect "$missing_list" "$start" "${list/, <= 2.00 x/           }"
+# Without a list nothing is known to be whole.
+for list_of_none in "$room/none" "$room/comment"; do
+  [ "$list_of_none" = "$room/none" ] || printf '# A comment alone.\n' >"$list_of_none"
+  if "$check" "$list_of_none" "$room/output" >/dev/null 2>&1; then
+    printf 'whole without a budget: %s\n' "$list_of_none"
+    failures=$((failures + 1))
+  fi
+done
 
 [ "$failures" -eq 0 ]
