@@ -83,13 +83,13 @@ private:
     bool m_moved = false;
 };
 
-void flushFolder(const QByteArray &folder) {
+/// 0, or the reason why the disk may not know the names in the folder.
+int flushFolder(const QByteArray &folder) {
     const Descriptor opened(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (opened.number() < 0)
-        refuse(folder, errno);
+        return errno;
     // Some file systems can't flush a folder and say so with EINVAL; there is nothing more to do then.
-    if (::fsync(opened.number()) != 0 && errno != EINVAL)
-        refuse(folder, errno);
+    return ::fsync(opened.number()) == 0 || errno == EINVAL ? 0 : errno;
 }
 
 } // namespace
@@ -106,14 +106,17 @@ void writeAtomically(const QString &path, const QByteArray &bytes) {
         file.flush();
         file.moveTo(name);
     }
-    flushFolder(folder);
+    if (const int reason = flushFolder(folder); reason != 0)
+        refuse(folder, reason);
 }
 
 void moveIntoPlace(const QString &from, const QString &to) {
-    if (::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
+    const bool isMoved =
+        ::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
+    const int reason = isMoved ? flushFolder(QFile::encodeName(QFileInfo(to).absolutePath())) : errno;
+    if (reason != 0)
         throw FileError('"' + QFileInfo(to).fileName().toStdString() +
-                        "\" could not be saved: " + std::strerror(errno) + '.');
-    flushFolder(QFile::encodeName(QFileInfo(to).absolutePath()));
+                        "\" could not be saved: " + std::strerror(reason) + '.');
 }
 
 void removeAbandonedFiles(const QString &folder) {

@@ -6,6 +6,7 @@
 #include <numeric>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
 
@@ -108,6 +109,20 @@ TEST_F(GrowingFileTest, aFileMovesIntoThePlaceOfAnother) {
     moveIntoPlace(path, target);
     EXPECT_EQ(readFile(target), "new");
     EXPECT_FALSE(QFileInfo::exists(path));
+}
+
+TEST_F(GrowingFileTest, aMoveThatTheDiskMayNotKnowOfSaysSoInASentenceToo) {
+    GrowingFile(path).append({"new"});
+    const QString target = folder.filePath(u"target"_s);
+    // With no descriptor left the file gets its name, and the folder can't be opened to be flushed.
+    rlimit before{};
+    getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit none{0, before.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+    const std::string sentence = sentenceOf([&] { moveIntoPlace(path, target); });
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_EQ(sentence, "\"target\" could not be saved: Too many open files.");
+    EXPECT_EQ(readFile(target), "new");
 }
 
 TEST_F(GrowingFileTest, aMoveThatFailsSaysWhyAndLosesNothing) {
