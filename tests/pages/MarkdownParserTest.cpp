@@ -56,7 +56,8 @@ TEST(Paragraph, onlyALineFeedEndsALine) {
 
 TEST(Paragraph, everyOtherBlockInterruptsIt) {
     for (const QString &next : {u"```\n```"_s, u"---"_s, u"# h"_s, u">"_s, u"- b"_s, u"1. n"_s, u"|"_s}) {
-        const Blocks blocks = parsed(u"para\n"_s + next + u"\nmore"_s);
+        const QString text = u"para\n"_s + next + u"\nmore"_s;
+        const Blocks blocks = parsed(text);
         ASSERT_EQ(blocks.size(), 3) << next.toStdString();
         EXPECT_EQ(blocks.first(), paragraph({u"para"_s}));
         EXPECT_EQ(blocks.last(), paragraph({u"more"_s}));
