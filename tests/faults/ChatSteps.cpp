@@ -27,8 +27,12 @@ QSet<QUuid> chatIDs() {
 
 } // namespace
 
-/// A chat in which a reply has begun.
+/// A chat in which a reply has begun that doesn't end by itself.
 bool FaultRun::startReply() {
+    if (m_replies != PatientProgram::Replies::neverEnd) {
+        m_patient.kill();
+        startAgainWith(PatientProgram::Replies::neverEnd);
+    }
     bringToOrder();
     send();
     return PatientProgram::waitFor([this] { return m_patient.buttons().contains(u"Stop generating"_s); },

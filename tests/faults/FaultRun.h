@@ -51,6 +51,7 @@ private:
     QString question() const;
     QString someTitle();
     void startAgain();
+    void startAgainWith(PatientProgram::Replies replies);
     void setToWork();
     bool canSave();
     bool press();

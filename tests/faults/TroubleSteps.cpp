@@ -37,7 +37,11 @@ bool FaultRun::tryAgain() {
 }
 
 void FaultRun::startAgain() {
-    m_replies = m_dice.oneIn(2) ? PatientProgram::Replies::neverEnd : PatientProgram::Replies::end;
+    startAgainWith(m_dice.oneIn(2) ? PatientProgram::Replies::neverEnd : PatientProgram::Replies::end);
+}
+
+void FaultRun::startAgainWith(PatientProgram::Replies replies) {
+    m_replies = replies;
     m_patient.start(m_replies);
     m_patient.waitUntilSettled();
 }
