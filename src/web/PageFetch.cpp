@@ -32,13 +32,13 @@ QStringView beginningOf(const QString &text) {
     return beginning;
 }
 
-QString textOf(const QByteArray &body) {
+} // namespace
+
+QString textOfPage(const QByteArray &body) {
     const QString html = body.isValidUtf8() ? QString::fromUtf8(body) : QString::fromLatin1(body);
     const QString text = plainText(html);
     return text.isEmpty() ? notReadable.toString() : beginningOf(text).toString();
 }
-
-} // namespace
 
 Task<QString> fetchPage(QString url, QSet<QString> allowed, std::stop_token stop) {
     return fetchPage(url, allowed, urlSafety::resolve, stop);
@@ -63,6 +63,6 @@ Task<QString> fetchPage(QString url, QSet<QString> allowed, urlSafety::Resolver 
     }
     if (response.status < 200 || response.status > 299)
         co_return notOpened.toString();
-    const std::function<QString()> read = [body = response.body] { return textOf(body); };
+    const std::function<QString()> read = [body = response.body] { return textOfPage(body); };
     co_return co_await offMainThread(read, stop);
 }

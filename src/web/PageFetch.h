@@ -6,6 +6,10 @@
 #include <QSet>
 #include <QString>
 
+/// What the model gets of a page with that body: the beginning of its text, or the sentence that tells that
+/// there is none. Takes time that grows with the body alone, whatever is in it. Any thread.
+QString textOfPage(const QByteArray &body);
+
 #ifndef Q_MOC_RUN
 /// Opens a page for the model and gives the beginning of its text, 6,000 characters as a reader counts them
 /// and 24,000 code units at most; or else the sentence that tells the model why there is none. `allowed` are
