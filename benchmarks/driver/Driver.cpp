@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QTextEdit>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 
@@ -25,6 +26,7 @@ Driver::Driver(const QString &orders) : m_orders(orders) {
     if (orders.startsWith(u"send="_s))
         m_toSend = orders.sliced(5).toInt();
     connect(&m_typing, &QTimer::timeout, this, &Driver::type);
+    connect(&m_looking, &QTimer::timeout, this, &Driver::look);
     QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -45,6 +47,8 @@ void Driver::painted() {
     std::fflush(stdout);
     if (m_orders == u"quit"_s)
         QCoreApplication::quit();
+    else if (m_orders == u"ready"_s)
+        m_looking.start(50);
     else if (m_toSend > 0)
         m_typing.start(10);
 }
@@ -64,6 +68,16 @@ void Driver::type() {
     }
     // Nothing happens while the program can't take a message; then the text stays.
     press(target, Qt::Key_Return, u"\r"_s);
+}
+
+void Driver::look() {
+    const QWidgetList widgets = QApplication::allWidgets();
+    const auto isReady = [](const QWidget *widget) { return widget->toolTip().endsWith(u": Ready"_s); };
+    if (std::ranges::none_of(widgets, isReady))
+        return;
+    m_looking.stop();
+    std::printf("ready\n");
+    std::fflush(stdout);
 }
 
 QTextEdit *Driver::field() {

@@ -10,9 +10,11 @@ class QTextEdit;
 ///
 ///     painted <nanoseconds>    the first window has been painted, at that time of the steady clock
 ///     sent                     the last message has been sent
+///     ready                    the program's engine is ready, as a tip in the window says
 ///
 /// Its orders: "quit" ends the program once it has painted; "send=<count>" types that many messages
-/// into the first text field, each as soon as the one before has been taken; "stay" does neither.
+/// into the first text field, each as soon as the one before has been taken; "ready" waits for the engine;
+/// "stay" does nothing.
 class Driver : public QObject {
     Q_OBJECT
 
@@ -25,10 +27,12 @@ protected:
 private:
     void painted();
     void type();
+    void look();
     static QTextEdit *field();
 
     const QString m_orders;
     bool m_hasPainted = false;
     int m_toSend = 0;
     QTimer m_typing;
+    QTimer m_looking;
 };

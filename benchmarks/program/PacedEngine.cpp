@@ -54,10 +54,11 @@ bool readRequest(int connection) {
 } // namespace
 
 PacedEngine::PacedEngine(const QList<QString> &tokens, std::chrono::nanoseconds interval,
-                         std::chrono::nanoseconds silence)
+                         std::chrono::nanoseconds silence, const QString &head)
     : m_chunks(chunksOf(tokens)),
       m_interval(interval),
       m_silence(silence),
+      m_head(head.isEmpty() ? QByteArray() : httpChunk(eventOf(tokenPayload(head)))),
       m_listener(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
     sockaddr_in address{};
     address.sin_family = AF_INET;
@@ -92,7 +93,8 @@ void PacedEngine::reply(int connection) {
     ++m_asked;
     bool goesOn = send(connection, "HTTP/1.1 200 OK\r\nContent-Type: text/event-stream\r\n"
                                    "Access-Control-Allow-Origin: *\r\n"
-                                   "Transfer-Encoding: chunked\r\nConnection: close\r\n\r\n");
+                                   "Transfer-Encoding: chunked\r\nConnection: close\r\n\r\n" +
+                                       m_head);
     std::this_thread::sleep_for(m_silence);
     ++m_begun;
     const Clock::time_point start = Clock::now();

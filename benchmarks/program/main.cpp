@@ -4,7 +4,6 @@
 #include "program/PacedEngine.h"
 #include "program/WatchedProgram.h"
 #include "records/ChatStore.h"
-#include "records/Folders.h"
 #include "support/DemoModel.h"
 #include "support/ScriptedEngine.h"
 #include "support/TemporaryApplicationFolder.h"
@@ -24,6 +23,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
+constexpr int tokensOfReply = 2000;
 const QString program = QStringLiteral(PROGRAM_PATH);
 const QString bareWindow = QStringLiteral(BARE_WINDOW_PATH);
 const QString bareText = QStringLiteral(BARE_TEXT_PATH);
@@ -111,13 +111,12 @@ void measureMemory(Figure figure) {
     print(figure);
 }
 
-/// The processor time that a program takes for each token of a reply of 2,000 at 200 a second, with
-/// everything else that it does meanwhile.
-double secondsOfToken(const std::string &name, const QString &path, const QString &orders) {
-    constexpr int tokens = 2000;
-    QList<QString> reply = sampleTokens(4 * tokens);
-    reply.resize(tokens, u" and"_s);
-    PacedEngine engine(reply, 5ms);
+/// The processor time that a program takes for each token of a reply at 200 a second, with everything else
+/// that it does meanwhile. What it takes for the reply's head doesn't count.
+double secondsOfToken(const std::string &name, const QString &path, const QString &orders,
+                      const QList<QString> &reply, const QString &head = {}) {
+    const auto tokens = static_cast<double>(reply.size());
+    PacedEngine engine(reply, 5ms, head.isEmpty() ? 0s : 3s, head);
     const WatchedProgram watched(path, orders, {{u"OSTRELIN_ENGINE_URL"_s, engine.url()}});
     waitUntil([&] { return engine.begun() == 1; }, "the question");
     const double before = watched.processorSeconds();
@@ -132,25 +131,33 @@ double secondsOfToken(const std::string &name, const QString &path, const QStrin
 }
 
 void measureChunks(Figure figure) {
-    figure.value = secondsOfToken(figure.name, program, u"send=1"_s) * 1000;
-    figure.peer = secondsOfToken(figure.name, bareText, u"stay"_s) * 1000;
+    const QList<QString> reply = sampleTokens(8 * tokensOfReply).first(tokensOfReply);
+    figure.value = secondsOfToken(figure.name, program, u"send=1"_s, reply) * 1000;
+    figure.peer = secondsOfToken(figure.name, bareText, u"stay"_s, reply) * 1000;
+    print(figure);
+}
+
+void measureLateChunks(Figure figure) {
+    const QString head = sampleMarkdownTokens(100'000).join(QString());
+    const QList<QString> reply = sampleMarkdownTokens(head.size()).first(tokensOfReply);
+    figure.value = secondsOfToken(figure.name, program, u"send=1"_s, reply, head) * 1000;
+    figure.peer = secondsOfToken(figure.name, program, u"send=1"_s, reply) * 1000;
     print(figure);
 }
 
 /// With the real engine ready and an empty chat in the window, beside a text field that nobody types into.
 void measureIdle(Figure figure) {
-    constexpr auto watched = 20s;
+    constexpr auto watched = 60s;
     WatchedProgram bare(bareText, u"stay"_s);
     bare.secondsToPaint();
-    WatchedProgram ours(program, u"stay"_s);
-    ours.secondsToPaint();
-    waitUntil([] { return QFile::exists(enginePidFile()); }, "the engine's start");
+    WatchedProgram ours(program, u"ready"_s);
+    ours.waitFor("ready");
     pass(5s);
     const double before = ours.processorSeconds();
     const double bareBefore = bare.processorSeconds();
     pass(watched);
-    figure.value = (ours.processorSeconds() - before) * (60s / watched);
-    figure.peer = (bare.processorSeconds() - bareBefore) * (60s / watched);
+    figure.value = ours.processorSeconds() - before;
+    figure.peer = bare.processorSeconds() - bareBefore;
     print(figure);
 }
 
@@ -181,6 +188,10 @@ const std::vector<Job> &jobs() {
           .unit = "ms",
           .budget = {.most = 0.5}},
          measureChunks},
+        {{.name = "processor time a chunk behind a reply of 100 KB (peer: behind none)",
+          .unit = "ms",
+          .budget = {.most = 0.5, .mostRatio = 2}},
+         measureLateChunks},
         {{.name = "idle: processor time in a minute (peer: bare text field)",
           .unit = "s",
           .budget = {.most = 0.1}},

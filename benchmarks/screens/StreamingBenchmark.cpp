@@ -75,6 +75,11 @@ void updateAt100KB(benchmark::State &state) {
 }
 BENCHMARK(updateAt100KB)->Unit(benchmark::kMillisecond);
 
+void updateOfOneParagraphAt10KB(benchmark::State &state) {
+    update(state, 10'000, Shape::oneParagraph);
+}
+BENCHMARK(updateOfOneParagraphAt10KB)->Unit(benchmark::kMillisecond);
+
 void updateOfOneParagraphAt100KB(benchmark::State &state) {
     update(state, 100'000, Shape::oneParagraph);
 }
@@ -90,7 +95,7 @@ const Declared usual{{.name = "streaming update at 100 KB (peer: at 10 KB)",
                       .budget = {.most = 8, .mostRatio = 2}}};
 const Declared worst{{.name = "the same in one paragraph (peer: at 10 KB)",
                       .function = "updateOfOneParagraphAt100KB",
-                      .peer = "updateAt10KB",
+                      .peer = "updateOfOneParagraphAt10KB",
                       .budget = {.most = 8, .mostRatio = 2}}};
 
 } // namespace
