@@ -15,6 +15,7 @@
 #include <QDir>
 
 #include <thread>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -139,6 +140,18 @@ void AppState::dismissUpdate() {
 void AppState::saveMemory(const QString &text) {
     publish(m_memory, text, &AppState::memoryChanged);
     m_isMemoryUnsaved = !writeMemory(text);
+    m_isMemoryUnflushed = false;
+}
+
+void AppState::typeMemory(const QString &text) {
+    publish(m_memory, text, &AppState::memoryChanged);
+    m_isMemoryUnsaved = !writeMemory(text, Durability::renamed);
+    m_isMemoryUnflushed = true;
+}
+
+void AppState::flushMemory() {
+    if (std::exchange(m_isMemoryUnflushed, false))
+        ::flushMemory();
 }
 
 void AppState::refreshMemory() {
@@ -187,6 +200,7 @@ void AppState::deleteEverything() {
     setShowsWhySize(false);
     publish(m_memory, QString(), &AppState::memoryChanged);
     m_isMemoryUnsaved = false;
+    m_isMemoryUnflushed = false;
     m_chat.resetAll();
     setPhase(phase::NeedsInitialization{});
 }
@@ -199,6 +213,7 @@ void AppState::shutDown() {
     // There may be room for it by now.
     if (m_isMemoryUnsaved)
         saveMemory(m_memory);
+    flushMemory();
 }
 
 void AppState::stopEngine() {

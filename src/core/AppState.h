@@ -157,6 +157,12 @@ public:
     /// Takes over another text of the memory file and writes it.
     void saveMemory(const QString &text);
 
+    /// The same for a text that is being typed: the file has it, and nobody waits for the disk.
+    void typeMemory(const QString &text);
+
+    /// Waits until the disk has what was typed.
+    void flushMemory();
+
     /// Takes over what another program has written into the memory file; not while our own text isn't in it.
     void refreshMemory();
 
@@ -249,7 +255,8 @@ private:
     bool m_needsMoveToApplications = false;
     std::optional<QString> m_diskNote;
     QString m_memory;
-    bool m_isMemoryUnsaved = false; ///< the file couldn't be written
+    bool m_isMemoryUnsaved = false;   ///< the file couldn't be written
+    bool m_isMemoryUnflushed = false; ///< the disk needn't have the file as it is
 
 #ifndef Q_MOC_RUN
     const Machine m_machine;

@@ -83,6 +83,12 @@ private:
     bool m_moved = false;
 };
 
+/// The file that a symbolic link leads to; a link that leads nowhere stands for itself.
+QString destinationOf(const QString &path) {
+    const QString resolved = QFileInfo(path).canonicalFilePath();
+    return resolved.isEmpty() ? path : resolved;
+}
+
 /// 0, or the reason why the disk may not know the names in the folder.
 int flushFolder(const QByteArray &folder) {
     const Descriptor opened(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -94,18 +100,31 @@ int flushFolder(const QByteArray &folder) {
 
 } // namespace
 
-void writeAtomically(const QString &path, const QByteArray &bytes) {
-    const QString resolved = QFileInfo(path).canonicalFilePath();
-    const QString destination = resolved.isEmpty() ? path : resolved;
+void writeAtomically(const QString &path, const QByteArray &bytes, Durability durability) {
+    const QString destination = destinationOf(path);
     const QByteArray name = QFile::encodeName(destination);
     const QByteArray folder = QFile::encodeName(QFileInfo(destination).absolutePath());
     {
         TemporaryFile file(folder);
         file.write(bytes);
         file.takeModeOf(name);
-        file.flush();
+        if (durability == Durability::flushed)
+            file.flush();
         file.moveTo(name);
     }
+    if (durability == Durability::renamed)
+        return;
+    if (const int reason = flushFolder(folder); reason != 0)
+        refuse(folder, reason);
+}
+
+void flushToDisk(const QString &path) {
+    const QString destination = destinationOf(path);
+    const QByteArray name = QFile::encodeName(destination);
+    const QByteArray folder = QFile::encodeName(QFileInfo(destination).absolutePath());
+    const Descriptor file(::open(name.constData(), O_RDONLY | O_CLOEXEC));
+    if (file.number() < 0 || ::fsync(file.number()) != 0)
+        refuse(name, errno);
     if (const int reason = flushFolder(folder); reason != 0)
         refuse(folder, reason);
 }

@@ -12,6 +12,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// How long a write waits.
+enum class Durability {
+    flushed, ///< until the disk has it: a power failure leaves the old or the new file
+    renamed, ///< not for the disk: the end of the program loses nothing, a power failure may
+};
+
 /// Replaces the file at `path` by `bytes` so that a crash leaves the old or the new file, never a
 /// part: a temporary file in the same folder, flushed to the disk, then renamed over it.
 ///
@@ -19,7 +25,12 @@ public:
 /// link, the link stays and the file that it leads to is replaced; a link that leads nowhere is replaced
 /// itself. Throws FileError and leaves no temporary file; the old file is then still whole, or, if only
 /// the flush of the folder failed, the new one. Any thread.
-void writeAtomically(const QString &path, const QByteArray &bytes);
+void writeAtomically(const QString &path, const QByteArray &bytes,
+                     Durability durability = Durability::flushed);
+
+/// Returns once the disk has the file at `path` as it is now, and knows its name. Throws FileError. Any
+/// thread.
+void flushToDisk(const QString &path);
 
 /// Gives the file at `from` the name `to` in the same folder, in the place of a file that has it, and
 /// returns once the disk knows. What is in the file has to be on the disk before. Throws FileError, with a

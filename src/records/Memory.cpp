@@ -1,6 +1,5 @@
 #include "records/Memory.h"
 
-#include "platform/AtomicFile.h"
 #include "records/Folders.h"
 
 using namespace Qt::StringLiterals;
@@ -10,17 +9,25 @@ QString readMemory() {
     return bytes.isValidUtf8() ? QString::fromUtf8(bytes) : QString();
 }
 
-bool writeMemory(const QString &text) {
+bool writeMemory(const QString &text, Durability durability) {
     try {
         ensureFolder(applicationFolder());
     } catch (const FileError &) {
         // The write that follows is what counts.
     }
     try {
-        writeAtomically(memoryFile(), text.toUtf8());
+        writeAtomically(memoryFile(), text.toUtf8(), durability);
         return true;
     } catch (const FileError &) {
         return false;
+    }
+}
+
+void flushMemory() {
+    try {
+        flushToDisk(memoryFile());
+    } catch (const FileError &) {
+        // It will get there when the system brings it there.
     }
 }
 

@@ -1,6 +1,5 @@
 #include "screens/ChatList.h"
 
-#include "pages/drawing/Focus.h"
 #include "screens/HouseStyle.h"
 #include "screens/PlainTip.h"
 #include "screens/ShownTitle.h"
@@ -231,18 +230,17 @@ void ChatList::paintEvent(QPaintEvent *event) {
 }
 
 void ChatList::focusInEvent(QFocusEvent *event) {
-    if (!isPassing(event->reason()))
-        m_showsFocus = isKeyboardReason(event->reason());
+    m_keyFocus.take(event->reason());
     if (const QModelIndex open = m_rows.indexOf(m_openID); !currentIndex().isValid() && open.isValid())
         setCurrentIndex(open);
-    if (m_showsFocus)
+    if (m_keyFocus.isByKey())
         scrollTo(currentIndex());
     QListView::focusInEvent(event);
     viewport()->update();
 }
 
 void ChatList::keyPressEvent(QKeyEvent *event) {
-    m_showsFocus = true;
+    m_keyFocus.takeKey();
     const QModelIndex cursor = currentIndex();
     const bool opensChat =
         event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pages/drawing/Focus.h"
 #include "screens/ChatRows.h"
 #include "screens/Glide.h"
 
@@ -29,7 +30,7 @@ public:
     QRect frameOf(const QUuid &id) const;
 
     /// True while the focus is here because of a key.
-    bool showsFocus() const { return m_showsFocus && hasFocus(); }
+    bool showsFocus() const { return m_keyFocus.isByKey() && hasFocus(); }
 
 Q_SIGNALS:
     /// The person wants to see that chat, to give it another title, or to delete it.
@@ -64,5 +65,5 @@ private:
     Glide m_marker;                    ///< in rows
     QHash<QUuid, QString> m_oldTitles; ///< of rows in sight whose title has just changed
     Glide m_titles;                    ///< from the old titles to the new ones
-    bool m_showsFocus = false;
+    KeyFocus m_keyFocus;
 };

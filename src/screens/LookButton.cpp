@@ -1,6 +1,5 @@
 #include "screens/LookButton.h"
 
-#include "pages/drawing/Focus.h"
 #include "screens/Look.h"
 
 #include <QFocusEvent>
@@ -40,8 +39,7 @@ void LookButton::drawFocusRing(QPainter &painter, const QRectF &area, double rad
 
 void LookButton::focusInEvent(QFocusEvent *event) {
     // A window that comes to the front again gives the focus back, and says nothing of keys; so does a menu.
-    if (!isPassing(event->reason()))
-        m_showsFocus = isKeyboardReason(event->reason());
+    m_keyFocus.take(event->reason());
     QPushButton::focusInEvent(event);
     Q_EMIT focusChanged();
 }

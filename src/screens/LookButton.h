@@ -1,5 +1,7 @@
 #pragma once
 
+#include "pages/drawing/Focus.h"
+
 #include <QPushButton>
 
 class Look;
@@ -17,7 +19,7 @@ public:
     void setName(const QString &name);
 
     /// True while the focus is here because of a key.
-    bool showsFocus() const { return m_showsFocus && hasFocus(); }
+    bool showsFocus() const { return m_keyFocus.isByKey() && hasFocus(); }
 
 Q_SIGNALS:
     /// The focus has come or gone.
@@ -38,5 +40,5 @@ protected:
 
 private:
     const Look &m_look;
-    bool m_showsFocus = false;
+    KeyFocus m_keyFocus;
 };

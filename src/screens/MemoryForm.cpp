@@ -22,6 +22,7 @@ MemoryForm::MemoryForm(AppState &app, const Look &look, QWidget *parent)
       m_editor(new TextEditor(look, TextStyle::callout, u"Memory"_s)) {
     setSections({makeSection(look)});
     connect(m_editor, &QTextEdit::textChanged, this, &MemoryForm::keep);
+    connect(m_editor, &TextEditor::left, &app, &AppState::flushMemory);
     connect(&app, &AppState::memoryChanged, this, &MemoryForm::followMemory);
     connect(&app, &AppState::settingsChanged, this, &MemoryForm::follow);
     followMemory();
@@ -82,5 +83,5 @@ void MemoryForm::followMemory() {
 
 void MemoryForm::keep() {
     if (!m_isFollowing)
-        m_app.saveMemory(m_editor->writtenText());
+        m_app.typeMemory(m_editor->writtenText());
 }

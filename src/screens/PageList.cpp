@@ -1,7 +1,6 @@
 #include "screens/PageList.h"
 
 #include "pages/PageDate.h"
-#include "pages/drawing/Focus.h"
 #include "screens/HouseStyle.h"
 #include "screens/Look.h"
 #include "screens/PlainTip.h"
@@ -157,13 +156,12 @@ QItemSelectionModel::SelectionFlags PageList::selectionCommand(const QModelIndex
 }
 
 void PageList::focusInEvent(QFocusEvent *event) {
-    if (!isPassing(event->reason()))
-        m_showsFocus = isKeyboardReason(event->reason());
+    m_keyFocus.take(event->reason());
     QListWidget::focusInEvent(event);
 }
 
 void PageList::keyPressEvent(QKeyEvent *event) {
-    m_showsFocus = true;
+    m_keyFocus.takeKey();
     if (opensMenu(*event) && currentItem())
         openMenu(currentItem(), viewport()->mapToGlobal(visualItemRect(currentItem()).center()));
     else if (event->matches(QKeySequence::Delete) && !event->isAutoRepeat() && chosenItem())

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pages/PageDocument.h"
+#include "pages/drawing/Focus.h"
 
 #include <QListWidget>
 
@@ -20,7 +21,7 @@ public:
     void setPages(const QList<PageSummary> &pages);
 
     /// True while the focus is here because of a key.
-    bool showsFocus() const { return m_showsFocus && hasFocus(); }
+    bool showsFocus() const { return m_keyFocus.isByKey() && hasFocus(); }
 
 Q_SIGNALS:
     /// The person wants to see that page, or to delete it.
@@ -41,5 +42,5 @@ private:
     void openMenu(const QListWidgetItem *item, const QPoint &place);
 
     const Look &m_look;
-    bool m_showsFocus = false;
+    KeyFocus m_keyFocus;
 };

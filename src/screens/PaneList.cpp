@@ -1,6 +1,5 @@
 #include "screens/PaneList.h"
 
-#include "pages/drawing/Focus.h"
 #include "screens/Look.h"
 #include "screens/Style.h"
 
@@ -90,12 +89,11 @@ void PaneList::setPane(SettingsPane pane) {
 }
 
 void PaneList::focusInEvent(QFocusEvent *event) {
-    if (event->reason() != Qt::ActiveWindowFocusReason)
-        m_showsFocus = isKeyboardReason(event->reason());
+    m_keyFocus.take(event->reason());
     QListWidget::focusInEvent(event);
 }
 
 void PaneList::keyPressEvent(QKeyEvent *event) {
-    m_showsFocus = true;
+    m_keyFocus.takeKey();
     QListWidget::keyPressEvent(event);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pages/drawing/Focus.h"
 #include "screens/SettingsPane.h"
 
 #include <QListWidget>
@@ -18,7 +19,7 @@ public:
     void setPane(SettingsPane pane);
 
     /// True while the focus is here because of a key.
-    bool showsFocus() const { return m_showsFocus && hasFocus(); }
+    bool showsFocus() const { return m_keyFocus.isByKey() && hasFocus(); }
 
 Q_SIGNALS:
     void paneChanged(SettingsPane pane);
@@ -32,5 +33,5 @@ private:
     /// chosen pane, and it is the one that shows.
     void followSelection();
 
-    bool m_showsFocus = false;
+    KeyFocus m_keyFocus;
 };

@@ -70,7 +70,7 @@ void ScheduleRow::openMenu(const QPoint &place) {
 }
 
 void ScheduleRow::keyPressEvent(QKeyEvent *event) {
-    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)
+    if (opensMenu(*event))
         openMenu(mapToGlobal(rect().center()));
     else
         QWidget::keyPressEvent(event);

@@ -73,11 +73,13 @@ int TextEditor::naturalHeight() const {
 void TextEditor::focusOutEvent(QFocusEvent *event) {
     QTextEdit::focusOutEvent(event);
     takeComposed();
+    Q_EMIT left();
 }
 
 void TextEditor::hideEvent(QHideEvent *event) {
     takeComposed();
     QTextEdit::hideEvent(event);
+    Q_EMIT left();
 }
 
 void TextEditor::takeComposed() {

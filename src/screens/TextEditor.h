@@ -29,6 +29,10 @@ public:
     /// The height that all lines take.
     int naturalHeight() const;
 
+Q_SIGNALS:
+    /// The focus has gone, or the field is out of sight.
+    void left();
+
 protected:
     void focusOutEvent(QFocusEvent *event) override;
     void hideEvent(QHideEvent *event) override;

@@ -4,6 +4,7 @@
 #include "platform/MemoryPressure.h"
 #include "records/ChatStore.h"
 #include "records/Memory.h"
+#include "support/DiskRecord.h"
 
 using namespace Qt::StringLiterals;
 
@@ -461,6 +462,30 @@ TEST_F(AppStateTest, aDeletedModelIsLookedForAnew) {
         [&] { return QFileInfo(modelsFolder() + u"/small.gguf.partial"_s).size() == modelBytes.size(); }));
     network.goOn();
     EXPECT_TRUE(reaches<phase::Ready>());
+}
+
+TEST_F(AppStateTest, whoTypesDoesNotWaitForTheDisk) {
+    ensureFolders();
+    const DiskRecord disk;
+    const auto flushes = [] {
+        QByteArrayList orders = DiskRecord::orders();
+        orders.removeIf([](const QByteArray &order) { return !order.startsWith("flush "); });
+        return orders;
+    };
+    for (const QString &text : {u"- likes t"_s, u"- likes te"_s, u"- likes tea"_s}) {
+        app->typeMemory(text);
+        EXPECT_EQ(app->memory(), text);
+        EXPECT_EQ(readFile(memoryFile()), text.toUtf8()) << "the end of the program would lose nothing";
+    }
+    EXPECT_EQ(flushes(), QByteArrayList());
+    app->flushMemory();
+    const QByteArrayList both{"flush " + memoryFile().toUtf8(), "flush " + applicationFolder().toUtf8()};
+    EXPECT_EQ(flushes(), both);
+    app->flushMemory();
+    EXPECT_EQ(flushes(), both) << "there is nothing new";
+    app->typeMemory(u"- likes milk"_s);
+    app->shutDown();
+    EXPECT_EQ(flushes(), both + both);
 }
 
 TEST_F(AppStateTest, memoryThatCouldNotBeWrittenIsWrittenAtTheEnd) {

@@ -127,6 +127,19 @@ TEST_F(AtomicFileTest, theDiskHasTheBytesBeforeTheNameAndTheNameBeforeTheReturn)
     EXPECT_EQ(orders.at(2), "flush " + folder);
 }
 
+TEST_F(AtomicFileTest, theDiskCanBeWaitedForLater) {
+    const DiskRecord record;
+    writeAtomically(path(), "one", Durability::renamed);
+    EXPECT_EQ(readFile(path()), "one");
+    ASSERT_EQ(DiskRecord::orders().size(), 1);
+    EXPECT_TRUE(DiskRecord::orders().first().startsWith("rename "));
+    flushToDisk(path());
+    const QByteArray folder = m_folder.path().toLocal8Bit();
+    EXPECT_EQ(DiskRecord::orders().mid(1),
+              (QByteArrayList{"flush " + path().toLocal8Bit(), "flush " + folder}));
+    EXPECT_THROW(flushToDisk(path() + u" elsewhere"_s), FileError);
+}
+
 TEST_F(AtomicFileTest, namesInAnyScriptAndOfAnyLengthServe) {
     const QString name = u"ä 世界 "_s + QString(200, u'x');
     writeAtomically(path(name), "text");

@@ -10,6 +10,7 @@
 #include "screens/TextView.h"
 #include "screens/ThemePicker.h"
 #include "screens/ThemeSwatch.h"
+#include "support/DiskRecord.h"
 #include "support/FileManagerService.h"
 #include "support/PrivateBus.h"
 
@@ -244,6 +245,35 @@ TEST_F(SettingsViewTest, theMemoryFileFollowsEveryKeystroke) {
     QTest::keyClick(editor(), Qt::Key_Backspace);
     QTest::keyClick(editor(), Qt::Key_Backspace);
     EXPECT_EQ(readMemory(), u"- likes te"_s);
+}
+
+TEST_F(SettingsViewTest, theDiskHasTheMemoryOnceItsFieldIsLeft) {
+    choose(SettingsPane::memory);
+    const DiskRecord record;
+    const auto flushes = [] { return DiskRecord::orders().count("flush " + memoryFile().toUtf8()); };
+    editor()->setFocus();
+    QTest::keyClicks(editor(), u"- likes tea"_s);
+    EXPECT_EQ(flushes(), 0);
+    list()->setFocus();
+    EXPECT_EQ(flushes(), 1);
+    editor()->setFocus();
+    QTest::keyClicks(editor(), u"!"_s);
+    choose(SettingsPane::model);
+    EXPECT_EQ(flushes(), 2);
+}
+
+TEST_F(SettingsViewTest, theRingOfTheListOutlastsAMenu) {
+    list()->clearFocus();
+    list()->setFocus(Qt::TabFocusReason);
+    ASSERT_TRUE(list()->showsFocus());
+    for (const auto reason : {Qt::PopupFocusReason, Qt::MenuBarFocusReason, Qt::ActiveWindowFocusReason}) {
+        QFocusEvent back(QEvent::FocusIn, reason);
+        QCoreApplication::sendEvent(list(), &back);
+        EXPECT_TRUE(list()->showsFocus());
+    }
+    QFocusEvent pressed(QEvent::FocusIn, Qt::MouseFocusReason);
+    QCoreApplication::sendEvent(list(), &pressed);
+    EXPECT_FALSE(list()->showsFocus());
 }
 
 TEST_F(SettingsViewTest, whatIsPastedIntoTheMemoryIsKeptAsItIs) {

@@ -22,6 +22,24 @@ inline bool isPassing(Qt::FocusReason reason) {
            reason == Qt::MenuBarFocusReason;
 }
 
+/// What a widget remembers of how the keyboard's focus came to it.
+class KeyFocus {
+public:
+    /// The focus has come for that reason. Where it only comes back, it is as it was.
+    void take(Qt::FocusReason reason) {
+        if (!isPassing(reason))
+            m_isByKey = isKeyboardReason(reason);
+    }
+    /// A key was pressed here.
+    void takeKey() { m_isByKey = true; }
+
+    /// True if it came by a key.
+    bool isByKey() const { return m_isByKey; }
+
+private:
+    bool m_isByKey = false;
+};
+
 /// True for the keys that open a menu where the keyboard is; the toolkit knows only the key made for that.
 inline bool opensMenu(const QKeyEvent &event) {
     return event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier;

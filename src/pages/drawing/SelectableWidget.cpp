@@ -1,7 +1,5 @@
 #include "pages/drawing/SelectableWidget.h"
 
-#include "pages/drawing/Focus.h"
-
 #include <QClipboard>
 #include <QFocusEvent>
 #include <QGuiApplication>
@@ -73,7 +71,7 @@ void SelectableWidget::keepSelectionInside() {
 }
 
 void SelectableWidget::showFocus() {
-    m_showsFocus = true;
+    m_keyFocus.takeKey();
     update();
     Q_EMIT focusChanged();
 }
@@ -162,8 +160,7 @@ bool SelectableWidget::moveCaret(const QKeyEvent &event) {
 }
 
 void SelectableWidget::focusInEvent(QFocusEvent *event) {
-    if (!isPassing(event->reason()))
-        m_showsFocus = isKeyboardReason(event->reason());
+    m_keyFocus.take(event->reason());
     update();
     Q_EMIT focusChanged();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pages/drawing/Focus.h"
 #include "pages/drawing/SelectableText.h"
 
 #include <QBasicTimer>
@@ -33,7 +34,7 @@ public:
     void copy() const;
 
     /// True while the focus is here because of a key.
-    bool showsFocus() const { return m_showsFocus && hasFocus(); }
+    bool showsFocus() const { return m_keyFocus.isByKey() && hasFocus(); }
 
 Q_SIGNALS:
     /// The caret stands there now, in this widget's coordinates.
@@ -74,7 +75,7 @@ private:
 
     TextSelection m_selection;
     bool m_isDragging = false;
-    bool m_showsFocus = false;
+    KeyFocus m_keyFocus;
     QBasicTimer m_dragTicker;
     ulong m_doubleClickTime = 0;
 };
