@@ -35,8 +35,13 @@ protected:
         return image;
     }
 
+    struct Word : LoadingWordmark {
+        using LoadingWordmark::LoadingWordmark;
+        using LoadingWordmark::motionTime;
+    };
+
     Look look;
-    LoadingWordmark word{look};
+    Word word{look};
 };
 
 } // namespace
@@ -95,6 +100,38 @@ TEST_F(LoadingWordmarkTest, itShinesOnlyWhileTheEngineWakesUp) {
     word.show();
     word.setWaking(false);
     EXPECT_FALSE(word.isMoving());
+}
+
+TEST_F(LoadingWordmarkTest, theShineIsABandOfWhite) {
+    word.setFilling(1);
+    word.show();
+    const QImage still = picture();
+    word.setWaking(true);
+    double first = 0;
+    double last = 0;
+    QImage shining;
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        first = LoadingWordmark::shineAt(word.motionTime());
+        shining = picture();
+        last = LoadingWordmark::shineAt(word.motionTime());
+        return first > 0.2 && last >= first && last < 0.8;
+    }));
+    double whitest = 0;
+    for (int y = 0; y < still.height(); ++y) {
+        for (int x = 0; x < still.width(); ++x) {
+            const double place = double(x) / still.width();
+            if (place < first - 0.35 || place > last + 0.35) {
+                EXPECT_EQ(shining.pixel(x, y), still.pixel(x, y)) << "outside of the band";
+            }
+            const QColor before = still.pixelColor(x, y);
+            if (before.alpha() == 255 && before.blue() < 200)
+                whitest = std::max(whitest, (shining.pixelColor(x, y).blueF() - before.blueF()) /
+                                                (1.0 - before.blueF()));
+        }
+    }
+    // In the very middle of the band it is 0.85; a letter may be beside that.
+    EXPECT_LE(whitest, 0.86);
+    EXPECT_GE(whitest, 0.7);
 }
 
 TEST_F(LoadingWordmarkTest, withReducedMotionNothingShines) {

@@ -93,6 +93,26 @@ TEST_F(OnboardingViewTest, theEngineWakesUpWithoutControls) {
     EXPECT_EQ(tabOrder(), QStringList());
 }
 
+TEST_F(OnboardingViewTest, theLinesHaveTheirFontsAndInks) {
+    const auto expectLine = [this](const QString &text, TextStyle style, const QColor &ink) {
+        for (const Label *label : view.findChildren<Label *>()) {
+            if (label->isVisible() && label->text() == text) {
+                EXPECT_EQ(label->font(), look.font(style));
+                EXPECT_EQ(label->palette().color(QPalette::WindowText), ink);
+                return;
+            }
+        }
+        ADD_FAILURE() << text.toStdString();
+    };
+    show(phase::Welcome{});
+    expectLine(u"Free. Private. Works offline."_s, TextStyle::tagline, look.palette().ink);
+    show(phase::Starting{});
+    expectLine(u"Waking up Ostrelin…"_s, TextStyle::callout, look.palette().secondaryInk());
+    show(onAFullDisk());
+    expectLine(u"Setting up Ostrelin for your Mac · 3.0 GB"_s, TextStyle::headline, look.palette().ink);
+    expectLine(*onAFullDisk().diskNote, TextStyle::caption, look.palette().secondaryInk());
+}
+
 TEST_F(OnboardingViewTest, anErrorStandsAsItIsWithTwoButtons) {
     show(phase::Error{u"Line one\nline two"_s, false});
     EXPECT_EQ(lines(), QStringList{u"Line one\nline two"_s});

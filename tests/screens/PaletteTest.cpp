@@ -27,19 +27,43 @@ TEST(PaletteTest, theSwatchIsTheSidebarsColorInEveryTheme) {
 }
 
 TEST(PaletteTest, theGivenColorsStandInTheirThemes) {
-    EXPECT_EQ(paletteOf(Theme::crispWhite).background, QColor(Qt::white));
-    EXPECT_EQ(paletteOf(Theme::crispWhite).surface, rgb(0.969, 0.961, 0.941));
-    EXPECT_EQ(paletteOf(Theme::gray).background, rgb(0.216, 0.224, 0.247));
-    EXPECT_EQ(paletteOf(Theme::nearBlack).ink, rgb(0.937, 0.914, 0.863));
-    EXPECT_EQ(paletteOf(Theme::nearBlack).accent, rgb(0.965, 0.651, 0.227));
-    EXPECT_EQ(paletteOf(Theme::lightBlue).accent, rgb(0.72, 0.36, 0.06));
-    EXPECT_EQ(paletteOf(Theme::pink).sidebar, rgb(0.984, 0.918, 0.941));
-    EXPECT_EQ(paletteOf(Theme::softGreen).strongInk, rgb(0.118, 0.227, 0.184));
-}
-
-TEST(PaletteTest, hairlinesOfTheDarkThemesAreBlackWithoutATint) {
-    EXPECT_EQ(paletteOf(Theme::gray).hairline, withOpacity(Qt::black, 0.4));
-    EXPECT_EQ(paletteOf(Theme::nearBlack).hairline, withOpacity(Qt::black, 0.5));
+    struct Given {
+        Theme theme;
+        QColor sidebar, background, hairline, surface, ink, strongInk, accent;
+    };
+    const QColor white = rgb(1, 1, 1);
+    const std::array given{
+        Given{Theme::lightBlue, rgb(0.902, 0.941, 0.984), rgb(0.973, 0.984, 0.996),
+              withOpacity(rgb(0.24, 0.36, 0.55), 0.2), white, rgb(0.11, 0.165, 0.227),
+              rgb(0.122, 0.173, 0.239), rgb(0.72, 0.36, 0.06)},
+        Given{Theme::pink, rgb(0.984, 0.918, 0.941), rgb(0.992, 0.969, 0.976),
+              withOpacity(rgb(0.45, 0.13, 0.21), 0.2), white, rgb(0.2, 0.125, 0.169),
+              rgb(0.235, 0.129, 0.188), rgb(0.72, 0.16, 0.4)},
+        Given{Theme::crispWhite, rgb(0.949, 0.937, 0.91), white, withOpacity(rgb(0.44, 0.39, 0.3), 0.18),
+              rgb(0.969, 0.961, 0.941), rgb(0.129, 0.125, 0.11), rgb(0.129, 0.125, 0.11),
+              rgb(0.427, 0.157, 0.851)},
+        Given{Theme::gray, rgb(0.173, 0.18, 0.2), rgb(0.216, 0.224, 0.247), withOpacity(Qt::black, 0.4),
+              rgb(0.267, 0.275, 0.298), rgb(0.925, 0.925, 0.937), rgb(0.906, 0.914, 0.929),
+              rgb(0.51, 0.706, 1)},
+        Given{Theme::nearBlack, rgb(0.071, 0.071, 0.078), rgb(0.098, 0.094, 0.133),
+              withOpacity(Qt::black, 0.5), rgb(0.125, 0.122, 0.157), rgb(0.937, 0.914, 0.863),
+              rgb(0.937, 0.906, 0.827), rgb(0.965, 0.651, 0.227)},
+        Given{Theme::softGreen, rgb(0.906, 0.949, 0.914), rgb(0.969, 0.984, 0.973),
+              withOpacity(rgb(0.11, 0.24, 0.2), 0.2), white, rgb(0.118, 0.169, 0.141),
+              rgb(0.118, 0.227, 0.184), rgb(0.122, 0.227, 0.373)},
+    };
+    static_assert(given.size() == themes.size());
+    for (const Given &each : given) {
+        SCOPED_TRACE(displayName(each.theme).toStdString());
+        const Palette &palette = paletteOf(each.theme);
+        EXPECT_EQ(palette.sidebar, each.sidebar);
+        EXPECT_EQ(palette.background, each.background);
+        EXPECT_EQ(palette.hairline, each.hairline);
+        EXPECT_EQ(palette.surface, each.surface);
+        EXPECT_EQ(palette.ink, each.ink);
+        EXPECT_EQ(palette.strongInk, each.strongInk);
+        EXPECT_EQ(palette.accent, each.accent);
+    }
 }
 
 TEST(PaletteTest, whatShinesThroughDoesSoAsMuchAsIsGiven) {
@@ -47,6 +71,7 @@ TEST(PaletteTest, whatShinesThroughDoesSoAsMuchAsIsGiven) {
         const Palette &palette = paletteOf(theme);
         EXPECT_EQ(palette.marker(), withOpacity(palette.ink, 0.1));
         EXPECT_EQ(palette.frameFill(), withOpacity(palette.ink, 0.05));
+        EXPECT_EQ(palette.askingFill(), withOpacity(palette.ink, 0.04));
         EXPECT_EQ(palette.accentEdge(), withOpacity(palette.accent, 0.55));
     }
 }
@@ -79,6 +104,7 @@ TEST(PaletteTest, textOnTheAccentIsTheBestOfThree) {
     EXPECT_EQ(paletteOf(Theme::crispWhite).onAccent(), light);
     EXPECT_EQ(paletteOf(Theme::softGreen).onAccent(), light);
     EXPECT_EQ(paletteOf(Theme::pink).onAccent(), light);
+    EXPECT_EQ(paletteOf(Theme::lightBlue).onAccent(), light);
     EXPECT_EQ(paletteOf(Theme::gray).onAccent(), darkest);
     EXPECT_EQ(paletteOf(Theme::nearBlack).onAccent(), darkest);
 }

@@ -54,6 +54,23 @@ protected:
     }
     void lay() { row.resize(width, row.layIn(width)); }
 
+    /// The row stands on the ground of that theme.
+    void wear(Theme theme) {
+        Settings settings;
+        settings.theme = theme;
+        look.follow(settings);
+        QPalette ground = row.palette();
+        ground.setColor(QPalette::Window, look.palette().background);
+        row.setPalette(ground);
+        row.setAutoFillBackground(true);
+    }
+
+    /// How far two colours are from each other, in steps of their channels.
+    static int distance(const QColor &one, const QColor &other) {
+        return std::abs(one.red() - other.red()) + std::abs(one.green() - other.green()) +
+               std::abs(one.blue() - other.blue());
+    }
+
     void show(const Asked &asked) {
         ReplyExtras extras;
         extras.asked = asked;
@@ -154,25 +171,21 @@ TEST_F(ReplyExtrasTest, aCardHasItsSpaces) {
 
 TEST_F(ReplyExtrasTest, aCardLooksLikeOne) {
     show(PendingPageOffer{QUuid::createUuid(), QUuid()});
-    const QImage picture = part<ConsentCard>()->grab().toImage();
-    const QColor inside = mixed(look.palette().background, look.palette().ink, 0.04);
-    const QColor edge = mixed(look.palette().background, look.palette().accent, 0.55);
-    const int middle = picture.height() / 2;
-    const auto isNear = [](const QColor &one, const QColor &other) {
-        return std::abs(one.red() - other.red()) + std::abs(one.green() - other.green()) +
-                   std::abs(one.blue() - other.blue()) <
-               24;
-    };
-    // The widget's own background is the toolkit's, and the card's colours lie on it.
-    QPalette ground = row.palette();
-    ground.setColor(QPalette::Window, look.palette().background);
-    row.setPalette(ground);
-    row.setAutoFillBackground(true);
-    const QImage grounded = row.grab().toImage();
-    const QPoint corner = part<ConsentCard>()->mapTo(&row, QPoint());
-    EXPECT_TRUE(isNear(grounded.pixelColor(corner + QPoint(6, middle)), inside));
-    EXPECT_TRUE(isNear(grounded.pixelColor(corner + QPoint(0, middle)), edge));
-    EXPECT_TRUE(isNear(grounded.pixelColor(corner), look.palette().background)) << "its corner is round";
+    for (const Theme theme : themes) {
+        wear(theme);
+        const QColor ground = look.palette().background;
+        const QColor inside = mixed(ground, look.palette().ink, 0.04);
+        const int middle = part<ConsentCard>()->height() / 2;
+        const auto at = [this, picture = row.grab().toImage()](int x, int y) {
+            return picture.pixelColor(part<ConsentCard>()->mapTo(&row, QPoint(x, y)));
+        };
+        EXPECT_LE(distance(at(6, middle), inside), 3);
+        // The fill begins in the middle of the edge.
+        const QColor edge = mixed(mixed(ground, inside, 0.5), look.palette().accent, 0.55);
+        EXPECT_LE(distance(at(0, middle), edge), 6);
+        EXPECT_LE(distance(at(2, 2), ground), 3) << "its corner is round";
+        EXPECT_LE(distance(at(5, 5), inside), 3) << "by twelve";
+    }
 }
 
 TEST_F(ReplyExtrasTest, theAnswersOfANarrowCardGoOnAnotherLine) {
@@ -295,15 +308,29 @@ TEST_F(ReplyExtrasTest, aPageIsOpenedByItsCard) {
 
 TEST_F(ReplyExtrasTest, aPageInSmallIsWhitePaperInEveryTheme) {
     show({.page = PageSnapshot{u"Tea"_s, u"# Tea"_s}});
-    const QImage picture = part<PageCard>()->grab().toImage();
-    constexpr int edge = style::rowOutset;
-    EXPECT_EQ(picture.pixelColor(edge + 7, edge + 60), QColor(Qt::white));
-    EXPECT_EQ(picture.pixelColor(edge + 170, edge + 60), QColor(Qt::white));
-    // The head is 90 wide, 8 high and 14 inside.
-    EXPECT_NEAR(picture.pixelColor(edge + 14 + 45, edge + 14 + 4).red(), 209, 2);
-    EXPECT_EQ(picture.pixelColor(edge + 14 + 95, edge + 14 + 4), QColor(Qt::white));
-    // And the first row 6 below it and 5 high.
-    EXPECT_NEAR(picture.pixelColor(edge + 14 + 45, edge + 14 + 8 + 6 + 2).red(), 235, 2);
+    for (const Theme theme : themes) {
+        wear(theme);
+        const auto at = [this, picture = row.grab().toImage()](int x, int y) {
+            const QPoint corner(style::rowOutset, style::rowOutset);
+            return picture.pixelColor(part<PageCard>()->mapTo(&row, corner + QPoint(x, y)));
+        };
+        EXPECT_EQ(at(7, 60), QColor(Qt::white));
+        EXPECT_EQ(at(170, 60), QColor(Qt::white));
+        // The head is 90 wide, 8 high and 14 inside.
+        EXPECT_NEAR(at(14 + 45, 14 + 4).red(), 209, 2);
+        EXPECT_EQ(at(14 + 95, 14 + 4), QColor(Qt::white));
+        // And the first row 6 below it and 5 high.
+        EXPECT_NEAR(at(14 + 45, 14 + 8 + 6 + 2).red(), 235, 2);
+
+        const QColor ground = look.palette().background;
+        const QColor edge = mixed(mixed(ground, Qt::white, 0.5), look.palette().ink, 0.15);
+        for (const QPoint &place : {QPoint(0, 62), QPoint(175, 62), QPoint(88, 0), QPoint(88, 123)})
+            EXPECT_LE(distance(at(place.x(), place.y()), edge), 6);
+        for (const QPoint &place : {QPoint(-1, 62), QPoint(176, 62), QPoint(88, -1), QPoint(88, 124)})
+            EXPECT_LE(distance(at(place.x(), place.y()), ground), 3);
+        EXPECT_LE(distance(at(1, 1), ground), 3) << "its corner is round";
+        EXPECT_LE(distance(at(3, 3), Qt::white), 20) << "by eight";
+    }
 }
 
 TEST_F(ReplyExtrasTest, aPageThatFailedIsTriedAgain) {

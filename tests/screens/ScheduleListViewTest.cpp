@@ -192,6 +192,23 @@ TEST_F(ScheduleListViewTest, runNowRunsAlsoADisabledOne) {
     EXPECT_EQ(ChatStore().load(*ran.lastChatId)->messages.value(0).content, u"Good night."_s);
 }
 
+TEST_F(ScheduleListViewTest, theMenuRunsOneNow) {
+    engine.answer(Script(200).raw("data: [DONE]\n\n"));
+    openReady({morning, evening});
+    chooseFromMenu(rows().last(), 0);
+    ASSERT_TRUE(eventually([this] { return !told.isEmpty(); }));
+    EXPECT_FALSE(loadSchedules().value(0).lastRun);
+    EXPECT_TRUE(loadSchedules().value(1).lastRun);
+}
+
+TEST_F(ScheduleListViewTest, theMenuOpensTheSheet) {
+    open({evening, morning});
+    chooseFromMenu(rows().last(), 1);
+    ASSERT_TRUE(editor());
+    EXPECT_EQ(title()->text(), morning.title);
+    EXPECT_EQ(prompt()->writtenText(), morning.prompt);
+}
+
 TEST_F(ScheduleListViewTest, nothingRunsBeforeTheChatIsReady) {
     open({morning});
     press(u"Run now"_s);

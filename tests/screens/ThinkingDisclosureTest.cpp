@@ -289,6 +289,9 @@ TEST_F(ThinkingDisclosureTest, theHeadIsWrittenInTheSecondaryInk) {
 }
 
 TEST_F(ThinkingDisclosureTest, theTextStandsInAFrame) {
+    QPalette colors = window.palette();
+    colors.setColor(QPalette::Window, look.palette().background);
+    window.setPalette(colors);
     const QImage drawn = box()->grab().toImage();
     const QColor background = window.grab().toImage().pixelColor(490, 490);
     const auto over = [](const QColor &color, const QColor &ground) {
