@@ -121,7 +121,7 @@ TEST_F(Installed, theDesktopFileNamesTheWindow) {
     EXPECT_TRUE(program.waitForEnd());
 }
 
-TEST_F(Installed, theModelsOfTheCatalogueAreKnown) {
+TEST_F(Installed, theModelsOfTheCatalogAreKnown) {
     const EnvironmentVariable tier("OSTRELIN_TIER", "qwen3-32b");
     RunningProgram program(starter());
     ASSERT_TRUE(program.start());

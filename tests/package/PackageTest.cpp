@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
@@ -74,7 +75,9 @@ TEST(Package, isOneAloneWhereTheSystemHasTheEngine) {
     ASSERT_EQ(made, QStringList{QFileInfo(packageFile(u"ostrelin"_s)).fileName()});
     const QString package = folder.filePath(made.first());
     EXPECT_THAT(field(package, u"Depends"_s),
-                AllOf(HasSubstr("llama.cpp-tools"), Not(HasSubstr("ostrelin-engine"))));
+                AllOf(HasSubstr("llama.cpp-tools (>= "), Not(HasSubstr("ostrelin-engine"))));
+    EXPECT_EQ(field(package, u"Conflicts"_s), "ostrelin-engine") << "it has a link where that has a file";
+    EXPECT_EQ(field(package, u"Replaces"_s), "ostrelin-engine");
     EXPECT_THAT(outputOf(u"dpkg-deb"_s, {u"--contents"_s, package}).toStdString(),
                 HasSubstr("./usr/lib/ostrelin/Contents/Helpers/llama-server -> /usr/bin/llama-server"));
 }
@@ -84,6 +87,34 @@ TEST_F(UnpackedPackages, haveWhatTheProgramFindsAtRunTime) {
     for (const QString &file : {u"catalog.json"_s, u"demo/sprout.gguf"_s})
         EXPECT_EQ(content(resources + file), readFile(QStringLiteral(SOURCE_TREE "/resources/") + file));
     EXPECT_TRUE(QFileInfo(folder.filePath(u"usr/bin/ostrelin"_s)).isExecutable());
+}
+
+// readelf(1): the type DYN is a position-independent executable.
+TEST_F(UnpackedPackages, haveAHardenedProgram) {
+    if (!IS_HARDENED)
+        GTEST_SKIP() << "this build isn't for a person to run";
+    const QByteArray text =
+        outputOf(u"readelf"_s, {u"--wide"_s, u"--file-header"_s, u"--segments"_s, u"--dynamic"_s,
+                                u"--dyn-syms"_s, folder.filePath(u"usr/bin/ostrelin"_s)});
+    for (const char *sign : {" DYN ", "GNU_RELRO", "BIND_NOW", "__stack_chk_fail@", "_chk@GLIBC"})
+        EXPECT_TRUE(text.contains(sign)) << sign;
+}
+
+TEST_F(UnpackedPackages, haveTheDocumentsThatTheirChangelogNames) {
+    static const QRegularExpression name(u"docs/[\\w-]+\\.md"_s);
+    const QString changes = QString::fromUtf8(readFile(QStringLiteral(SOURCE_TREE "/CHANGELOG.md")).value());
+    QStringList names;
+    for (const QRegularExpressionMatch &match : name.globalMatch(changes))
+        names.append(match.captured());
+    EXPECT_FALSE(names.isEmpty());
+    for (const QString &document : names)
+        EXPECT_NE(content(u"usr/share/doc/ostrelin/"_s + document), "none") << document.toStdString();
+}
+
+TEST_F(UnpackedPackages, sayWhatComesFromOthers) {
+    EXPECT_THAT(content(u"usr/share/doc/ostrelin/copyright"_s).toStdString(),
+                AllOf(HasSubstr("Copyright: 1991-2022 Unicode, Inc."),
+                      HasSubstr("\n COPYRIGHT AND PERMISSION NOTICE")));
 }
 
 TEST_F(UnpackedPackages, leaveTheBuildTreeBehind) {
