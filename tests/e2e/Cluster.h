@@ -19,6 +19,10 @@ public:
     /// False if that doesn't come about; output() may tell why.
     bool start(int workers);
 
+    /// Starts what has ended, each at its old address, as the services of those machines would, and waits as
+    /// start() does.
+    bool startAnew();
+
     /// Where the server answers.
     QUrl url() const;
 
@@ -32,12 +36,14 @@ public:
     QByteArray output() { return m_server.readAll(); }
 
 private:
-    bool startWorker();
+    /// Starts the worker of that number at its address.
+    bool startWorker(int number);
+    bool startServer();
 
     QString logFile(qsizetype worker) const { return m_logs.filePath(QString::number(worker)); }
 
     const QTemporaryDir m_logs;
-    QStringList m_workerAddresses;
+    QList<quint16> m_workerPorts;
     std::vector<std::unique_ptr<QProcess>> m_workers;
     QProcess m_server;
     quint16 m_port = 0;

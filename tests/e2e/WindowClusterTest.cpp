@@ -1,5 +1,6 @@
 #include "e2e/Cluster.h"
 #include "e2e/WindowFixture.h"
+#include "support/Await.h"
 #include "support/EnvironmentVariable.h"
 
 #include <QFileInfo>
@@ -27,10 +28,11 @@ protected:
 
     /// Sends, and waits for the end of the reply.
     QString replyTo(const QString &text) {
+        const qsizetype place = window().said(u"Ostrelin"_s).size();
         send(text);
-        EXPECT_TRUE(waitForText());
+        EXPECT_TRUE(eventually([&] { return !window().said(u"Ostrelin"_s).value(place).isEmpty(); }, 30'000));
         EXPECT_TRUE(program.waitForReply());
-        return window().said(u"Ostrelin"_s).value(0);
+        return window().said(u"Ostrelin"_s).value(place);
     }
 
     Cluster cluster;
@@ -63,6 +65,14 @@ TEST_P(WindowClusterLoss, whenAMachineIsLostTheReplyFailsInAWordAndTheProgramGoe
     EXPECT_EQ(replyTo(u"Hello!"_s), failed);
     EXPECT_TRUE(window().shows(u"Send message"_s, AccessibleRole::pushButton));
     EXPECT_EQ(savedChat().messages.last().content, failed);
+}
+
+TEST_F(WindowCluster, afterALossItAnswersAgainOnceTheServerIsStartedAnew) {
+    cluster.killWorker(0);
+    EXPECT_EQ(replyTo(u"Hello!"_s), failed);
+    EXPECT_EQ(replyTo(u"Hello!"_s), failed) << "the server has ended";
+    ASSERT_TRUE(cluster.startAnew()) << cluster.output().toStdString();
+    EXPECT_NE(replyTo(u"Hello!"_s), failed);
 }
 
 INSTANTIATE_TEST_SUITE_P(EachWorker, WindowClusterLoss, ::testing::Range(0, workers));
