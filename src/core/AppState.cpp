@@ -5,8 +5,10 @@
 #include "engine/EngineProcessBox.h"
 #include "platform/AtomicFile.h"
 #include "platform/Bundle.h"
+#include "platform/Clock.h"
 #include "platform/FileManager.h"
 #include "platform/KeepAwake.h"
+#include "platform/OffMainThread.h"
 #include "records/CatalogSource.h"
 #include "records/Folders.h"
 #include "records/Memory.h"
@@ -30,6 +32,7 @@ AppState::AppState(EngineProcessBox &box, Clock &clock, QObject *parent)
 AppState::AppState(EngineProcessBox &box, Clock &clock, Machine machine, QObject *parent)
     : ChatHost(parent),
       m_machine(std::move(machine)),
+      m_clock(clock),
       m_box(box),
       m_engine(box, clock),
       m_chat(this, clock, turnServices(clock)),
@@ -147,6 +150,19 @@ void AppState::typeMemory(const QString &text) {
     publish(m_memory, text, &AppState::memoryChanged);
     m_isMemoryUnsaved = !writeMemory(text, Durability::renamed);
     m_isMemoryUnflushed = true;
+    if (!m_memoryFlush.isRunning())
+        m_memoryFlush.start([this](std::stop_token stop) { return flushMemorySoon(stop); });
+}
+
+Task<> AppState::flushMemorySoon(std::stop_token stop) {
+    co_await m_clock.sleep(1s, stop);
+    if (stop.stop_requested() || !m_isMemoryUnflushed)
+        co_return;
+    const std::function<bool()> flush = [] {
+        ::flushMemory();
+        return true;
+    };
+    co_await offMainThread(flush, stop);
 }
 
 void AppState::flushMemory() {

@@ -157,7 +157,8 @@ public:
     /// Takes over another text of the memory file and writes it.
     void saveMemory(const QString &text);
 
-    /// The same for a text that is being typed: the file has it, and nobody waits for the disk.
+    /// The same for a text that is being typed: the file has it, and nobody waits for the disk, which has it
+    /// a second later.
     void typeMemory(const QString &text);
 
     /// Waits until the disk has what was typed.
@@ -237,6 +238,7 @@ private:
 #ifndef Q_MOC_RUN
     void beginStart();
     Task<> start(std::stop_token stop);
+    Task<> flushMemorySoon(std::stop_token stop);
     /// What the files hold, as far as nothing newer waits to be written.
     void takeOver(const Settings &settings, const QString &memory);
     Task<> resolve(std::stop_token stop);
@@ -261,6 +263,7 @@ private:
 #ifndef Q_MOC_RUN
     const Machine m_machine;
 #endif
+    Clock &m_clock;
     EngineProcessBox &m_box;
     EngineManager m_engine;
     ModelDownloader m_downloader;
@@ -274,6 +277,7 @@ private:
     TaskHandle m_bootstrapTask;
     TaskHandle m_resolveTask;
     TaskHandle m_downloadTask;
+    TaskHandle m_memoryFlush;
 };
 
 template<typename T>

@@ -488,6 +488,24 @@ TEST_F(AppStateTest, whoTypesDoesNotWaitForTheDisk) {
     EXPECT_EQ(flushes(), both + both);
 }
 
+TEST_F(AppStateTest, theDiskHasWhatIsTypedASecondLater) {
+    ensureFolders();
+    const DiskRecord disk;
+    const auto flushes = [] { return DiskRecord::orders().count("flush " + memoryFile().toUtf8()); };
+    app->typeMemory(u"- likes t"_s);
+    clock.advance(std::chrono::milliseconds(600));
+    app->typeMemory(u"- likes tea"_s);
+    EXPECT_EQ(flushes(), 0);
+    clock.advance(std::chrono::milliseconds(400));
+    EXPECT_TRUE(eventually([&] { return flushes() == 1; }));
+    clock.advance(std::chrono::seconds(5));
+    letPass(20);
+    EXPECT_EQ(flushes(), 1) << "nothing has been typed since";
+    app->typeMemory(u"- likes milk"_s);
+    clock.advance(std::chrono::seconds(1));
+    EXPECT_TRUE(eventually([&] { return flushes() == 2; }));
+}
+
 TEST_F(AppStateTest, memoryThatCouldNotBeWrittenIsWrittenAtTheEnd) {
     app->bootstrap();
     ASSERT_TRUE(eventually([this] { return QFile::exists(modelsFolder()); }));
