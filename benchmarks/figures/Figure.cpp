@@ -25,8 +25,9 @@ std::string spaces(const std::string &text, size_t width) {
     return std::string(width - std::min(width, columns(text)), ' ');
 }
 
+/// The text and its space, and one more, so that no column ever runs into the next.
 std::string padded(const std::string &text, size_t width) {
-    return text + spaces(text, width);
+    return text + spaces(text, width) + " ";
 }
 
 std::string alignedRight(const std::string &text, size_t width) {
@@ -76,8 +77,8 @@ void print(const Figure &figure) {
     const std::string peer = figure.peer ? text(*figure.peer) : "-";
     const std::string ratio = figure.peer ? text(figure.value / *figure.peer) + " x" : "-";
     const std::string budget = budgetText(figure.budget, figure.unit);
-    const std::string line = padded(figure.name, 66) + alignedRight(text(figure.value), 8) + " " +
-                             padded(figure.unit, 9) + "peer " + alignedRight(peer, 8) +
+    const std::string line = padded(figure.name, 69) + alignedRight(text(figure.value), 8) + " " +
+                             padded(figure.unit, 8) + "peer " + alignedRight(peer, 8) +
                              alignedRight(ratio, 10) + "   " + padded(budget.empty() ? "-" : budget, 22) +
                              (budget.empty() ? "" : verdict(figure));
     std::printf("%s\n", line.c_str());
