@@ -105,6 +105,15 @@ TEST(FetchedBody, withLinesBehindItWithoutEndIsAFailure) {
     EXPECT_TRUE(eventually([&] { return server.openConnections() == 0; }));
 }
 
+TEST(FetchedBody, inPiecesOfAByteIsNotCountedWithTheirFrames) {
+    ScriptedEngine server;
+    constexpr int bytes = 400'000;
+    server.answer(Script::plain(200)
+                      .header("Transfer-Encoding", "chunked")
+                      .raw(QByteArray("1\r\na\r\n").repeated(bytes) + "0\r\n\r\n"));
+    EXPECT_EQ(await(fetch(get(server), {})).body, QByteArray(bytes, 'a'));
+}
+
 TEST(Compression, isNeitherAskedForNorUndoneByItself) {
     ScriptedEngine server;
     server.answer(Script(200).header("Content-Encoding", "deflate").raw(deflated("plain")));
